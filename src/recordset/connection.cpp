@@ -1,0 +1,228 @@
+#include "recordset/connection.h"
+
+#include "recordset/collation.h"
+#include "recordset/dialect.h"
+#include "recordset/error.h"
+#include "recordset/tableImage.h"
+
+#include <sqlite3.h>
+
+#include <mutex>
+
+namespace {
+
+int countCommit(void* counter) {
+    ++*static_cast<int*>(counter);
+    return 0;
+}
+
+/// Adds doubles one after the other in the order of the rows; Null over no numbers.
+struct PlainSum {
+    double total;
+    int count;
+};
+
+void sumStep(sqlite3_context* context, int, sqlite3_value** values) {
+    auto* sum = static_cast<PlainSum*>(sqlite3_aggregate_context(context, sizeof(PlainSum)));
+    if (!sum || sqlite3_value_type(values[0]) == SQLITE_NULL)
+        return;
+    sum->total += sqlite3_value_double(values[0]);
+    ++sum->count;
+}
+
+void sumFinal(sqlite3_context* context) {
+    const auto* sum = static_cast<PlainSum*>(sqlite3_aggregate_context(context, 0));
+    if (sum && sum->count > 0)
+        sqlite3_result_double(context, sum->total);
+    else
+        sqlite3_result_null(context);
+}
+
+int compareTexts(void* collation, int sizeA, const void* a, int sizeB, const void* b) {
+    return static_cast<Collation*>(collation)->compare({static_cast<const char*>(a), std::size_t(sizeA)},
+                                                       {static_cast<const char*>(b), std::size_t(sizeB)});
+}
+
+/// Allocation counters are guarded by one lock that two loading threads would fight for.
+void configureOnce() {
+    static std::once_flag once;
+    std::call_once(once, [] { sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0); });
+}
+
+} // namespace
+
+void registerSqlFunctions(sqlite3* db) {
+    sqlite3_create_function_v2(db, "plain_sum", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, nullptr, sumStep,
+                               sumFinal, nullptr);
+    sqlite3_create_collation_v2(db, "textorder", SQLITE_UTF8, new Collation, compareTexts,
+                                [](void* collation) { delete static_cast<Collation*>(collation); });
+}
+
+Connection::Connection(const QString& path)
+    : m_path(path) {
+    configureOnce();
+    try {
+        openHandle();
+        setPragmas();
+    } catch (...) {
+        sqlite3_close_v2(m_db);
+        throw;
+    }
+}
+
+Connection::~Connection() {
+    m_images.clear();
+    m_cached.clear();
+    sqlite3_close_v2(m_db);
+}
+
+void Connection::openHandle() {
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE;
+    if (sqlite3_open_v2(m_path.toUtf8().constData(), &m_db, flags, nullptr) != SQLITE_OK)
+        fail(ErrorNumber::Engine, QString::fromUtf8(sqlite3_errmsg(m_db)), m_path);
+    // A misspelt column must be an error, not a text in double quotes.
+    sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_extended_result_codes(m_db, 1);
+    sqlite3_busy_timeout(m_db, 2000);
+    sqlite3_commit_hook(m_db, countCommit, &m_commits);
+    registerSqlFunctions(m_db);
+}
+
+void Connection::setPragmas() {
+    execute(QStringLiteral("PRAGMA foreign_keys = OFF"));
+    execute(QStringLiteral("PRAGMA synchronous = FULL"));
+    execute(QStringLiteral("PRAGMA cache_size = -16000"));
+    Statement journal = prepare(QStringLiteral("PRAGMA journal_mode = TRUNCATE"));
+    const bool truncates = journal.step() && journal.text(0) == u"truncate";
+    Statement synchronous = prepare(QStringLiteral("PRAGMA synchronous"));
+    if (!truncates || !synchronous.step() || synchronous.integer(0) != 2)
+        fail(ErrorNumber::Engine, QStringLiteral("数据库不能以安全方式写入"), m_path);
+}
+
+Statement& Connection::cached(const QString& sql) {
+    auto& statement = m_cached[sql];
+    if (!statement)
+        statement = std::make_shared<Statement>(m_db, sql);
+    return *statement;
+}
+
+void Connection::execute(const QString& sql) {
+    char* words = nullptr;
+    if (sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &words) == SQLITE_OK)
+        return;
+    const QString text = QString::fromUtf8(words);
+    sqlite3_free(words);
+    fail(ErrorNumber::Engine, text, sql);
+}
+
+void Connection::write(Statement& statement) {
+    if (!m_lost.isEmpty())
+        throw DatabaseLost(m_lost);
+    if (m_batchDepth > 0 && !inTransaction()) {
+        try {
+            execute(QStringLiteral("BEGIN IMMEDIATE"));
+        } catch (...) {
+            statement.reset();
+            throw;
+        }
+    }
+    const bool batched = inTransaction();
+    try {
+        statement.run();
+    } catch (...) {
+        // Some failures (a full disk, an input/output error) roll the whole transaction back.
+        if (batched && !inTransaction())
+            throw DatabaseLost(QStringLiteral("写入失败，本次操作已全部撤回：%1").arg(QString::fromUtf8(sqlite3_errmsg(m_db))));
+        throw;
+    }
+}
+
+void Connection::write(const QString& sql) {
+    Statement statement = prepare(sql);
+    write(statement);
+}
+
+bool Connection::inTransaction() const {
+    return sqlite3_get_autocommit(m_db) == 0;
+}
+
+void Connection::endBatch() {
+    if (--m_batchDepth > 0 || !inTransaction())
+        return;
+    try {
+        execute(QStringLiteral("COMMIT"));
+    } catch (const RuntimeError& error) {
+        sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
+        throw DatabaseLost(QStringLiteral("写入磁盘失败，本次操作已全部撤回：%1").arg(error.text()));
+    }
+}
+
+bool Connection::hasTable(const QString& table) {
+    Statement& statement =
+        cached(QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"));
+    statement.bindText(1, table);
+    const bool found = statement.step();
+    statement.reset();
+    return found;
+}
+
+QStringList Connection::tables() {
+    QStringList names;
+    Statement statement = prepare(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table'"));
+    while (statement.step())
+        names << statement.text(0);
+    return names;
+}
+
+std::vector<ColumnInfo> Connection::columns(const QString& table) {
+    if (!hasTable(table))
+        fail(ErrorNumber::TableMissing, QStringLiteral("找不到表 %1").arg(table));
+    std::vector<ColumnInfo> columns;
+    Statement statement = prepare(QStringLiteral("PRAGMA table_info(%1)").arg(quotedName(table)));
+    while (statement.step())
+        columns.push_back(ColumnInfo::fromDeclaration(statement.text(1), statement.text(2)));
+    return columns;
+}
+
+std::shared_ptr<TableImage> Connection::image(const QString& table) {
+    auto& image = m_images[table.toLower()];
+    if (!image) {
+        try {
+            image = std::make_shared<TableImage>(*this, table, columns(table));
+            image->loadRows();
+        } catch (...) {
+            m_images.remove(table.toLower());
+            throw;
+        }
+    }
+    return image;
+}
+
+std::shared_ptr<TableImage> Connection::standingImage(const QString& table) const {
+    return m_images.value(table.toLower());
+}
+
+void Connection::forgetImage(const QString& table) {
+    m_images.remove(table.toLower());
+}
+
+WriteBatch::~WriteBatch() noexcept(false) {
+    if (!m_connection)
+        return;
+    // While another exception is on its way the rows written so far are kept. A commit that fails as well is told
+    // by the next write, since two exceptions cannot be on their way at once.
+    try {
+        m_connection->endBatch();
+    } catch (const DatabaseLost& lost) {
+        if (std::uncaught_exceptions() == m_exceptions)
+            throw;
+        m_connection->m_lost = QString::fromUtf8(lost.what());
+    }
+}
+
+void WriteBatch::finish() {
+    Connection* connection = std::exchange(m_connection, nullptr);
+    if (connection)
+        connection->endBatch();
+}

@@ -1,0 +1,192 @@
+#include "recordset/imageLoader.h"
+
+#include "recordset/connection.h"
+#include "recordset/dialect.h"
+#include "recordset/error.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cstring>
+#include <future>
+
+namespace {
+
+constexpr qint64 kWorthTwoThreads = 20'000;
+constexpr qint64 kMostReserved = 4'000'000;
+
+struct RowidRange {
+    qint64 first = 0;
+    qint64 last = -1;
+
+    qint64 span() const { return last - first + 1; }
+};
+
+/// Reads the cells of one column; keeps what the row before held, since neighbours often repeat a value.
+class CellReader {
+public:
+    CellReader(ColumnStore& store, sqlite3_stmt* statement, int position)
+        : m_store(store)
+        , m_statement(statement)
+        , m_position(position) {}
+
+    void read() {
+        switch (m_store.info.type) {
+        case ColumnType::Text:
+            return readText();
+        case ColumnType::Number:
+            return m_store.numbers.push_back(isNull() ? std::numeric_limits<double>::quiet_NaN()
+                                                      : sqlite3_column_double(m_statement, m_position));
+        case ColumnType::Date:
+            return readDate();
+        default:
+            return m_store.integers.push_back(isNull() ? ColumnStore::NullInteger
+                                                       : sqlite3_column_int(m_statement, m_position));
+        }
+    }
+
+private:
+    bool isNull() const { return sqlite3_column_type(m_statement, m_position) == SQLITE_NULL; }
+
+    std::string_view bytes() const {
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, m_position));
+        return text ? std::string_view(text, std::size_t(sqlite3_column_bytes(m_statement, m_position)))
+                    : std::string_view();
+    }
+
+    void readText() {
+        const std::string_view text = bytes();
+        if (!text.data())
+            return m_store.codes.push_back(TextPool::Null);
+        if (m_lastCode == TextPool::Null || m_store.pool.text(m_lastCode) != text)
+            m_lastCode = m_store.pool.intern(text);
+        m_store.codes.push_back(m_lastCode);
+    }
+
+    void readDate() {
+        const std::string_view text = bytes();
+        if (!text.data())
+            return m_store.moments.push_back(ColumnStore::NullMoment);
+        if (text != m_lastDate) {
+            const auto moment = parseIso(text.data(), int(text.size()));
+            if (!moment)
+                fail(ErrorNumber::TypeMismatch,
+                     QStringLiteral("日期列中有无法识别的值：%1")
+                         .arg(QString::fromUtf8(text.data(), qsizetype(text.size()))));
+            m_lastDate = text;
+            m_lastMoment = moment->seconds;
+        }
+        m_store.moments.push_back(m_lastMoment);
+    }
+
+    ColumnStore& m_store;
+    sqlite3_stmt* m_statement;
+    int m_position;
+    TextPool::Code m_lastCode = TextPool::Null;
+    std::string m_lastDate;
+    qint64 m_lastMoment = 0;
+};
+
+QString selectText(const QString& table, const std::vector<ColumnInfo>& columns) {
+    QString names;
+    for (const ColumnInfo& column : columns)
+        names += QStringLiteral(", ") + quotedName(column.name);
+    return QStringLiteral("SELECT rowid%1 FROM %2 WHERE rowid BETWEEN ? AND ? ORDER BY rowid")
+        .arg(names, quotedName(table));
+}
+
+using StatementHandle = std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)>;
+
+LoadedRows readRange(sqlite3* db, const QString& table, const std::vector<ColumnInfo>& columns, RowidRange range) {
+    const QByteArray sql = selectText(table, columns).toUtf8();
+    sqlite3_stmt* raw = nullptr;
+    if (sqlite3_prepare_v2(db, sql.constData(), int(sql.size()), &raw, nullptr) != SQLITE_OK)
+        fail(ErrorNumber::Engine, QString::fromUtf8(sqlite3_errmsg(db)), table);
+    const StatementHandle statement(raw, sqlite3_finalize);
+    sqlite3_bind_int64(raw, 1, range.first);
+    sqlite3_bind_int64(raw, 2, range.last);
+
+    LoadedRows rows;
+    rows.columns.resize(columns.size());
+    const auto expected = std::size_t(std::clamp<qint64>(range.span(), 0, kMostReserved));
+    rows.rowids.reserve(expected);
+    std::vector<CellReader> readers;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        rows.columns[i].info = columns[i];
+        rows.columns[i].reserve(expected);
+        readers.emplace_back(rows.columns[i], raw, int(i) + 1);
+    }
+    int code = SQLITE_OK;
+    while ((code = sqlite3_step(raw)) == SQLITE_ROW) {
+        rows.rowids.push_back(sqlite3_column_int64(raw, 0));
+        for (CellReader& reader : readers)
+            reader.read();
+    }
+    if (code != SQLITE_DONE)
+        fail(ErrorNumber::Engine, QString::fromUtf8(sqlite3_errmsg(db)), table);
+    return rows;
+}
+
+using DatabaseHandle = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
+
+/// A second connection for reading, null where the file cannot be opened twice (a memory database).
+DatabaseHandle secondConnection(const QString& path) {
+    sqlite3* db = nullptr;
+    const int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(path.toUtf8().constData(), &db, flags, nullptr);
+    DatabaseHandle handle(db, sqlite3_close);
+    if (code != SQLITE_OK)
+        handle.reset();
+    else
+        sqlite3_busy_timeout(db, 2000);
+    return handle;
+}
+
+RowidRange wholeRange(Connection& connection, const QString& table) {
+    // Each end by its own statement: SQLite seeks for one aggregate, and scans for two.
+    const auto end = [&](const char* function) {
+        Statement statement = connection.prepare(
+            QStringLiteral("SELECT %1(rowid) FROM %2").arg(QLatin1String(function), quotedName(table)));
+        statement.step();
+        return statement.isNull(0) ? std::optional<qint64>() : statement.integer(0);
+    };
+    const auto first = end("min");
+    return first ? RowidRange{*first, *end("max")} : RowidRange();
+}
+
+template <typename T> void append(std::vector<T>& to, const std::vector<T>& from) {
+    to.insert(to.end(), from.begin(), from.end());
+}
+
+void appendColumn(ColumnStore& to, const ColumnStore& from) {
+    std::vector<TextPool::Code> codes(from.pool.last() + 1, TextPool::Null);
+    for (TextPool::Code code = 1; code <= from.pool.last(); ++code)
+        codes[code] = to.pool.intern(from.pool.text(code));
+    to.codes.reserve(to.codes.size() + from.codes.size());
+    for (const TextPool::Code code : from.codes)
+        to.codes.push_back(codes[code]);
+    append(to.numbers, from.numbers);
+    append(to.integers, from.integers);
+    append(to.moments, from.moments);
+}
+
+} // namespace
+
+LoadedRows loadRows(Connection& connection, const QString& table, const std::vector<ColumnInfo>& columns) {
+    const RowidRange whole = wholeRange(connection, table);
+    DatabaseHandle second(nullptr, sqlite3_close);
+    if (whole.span() >= kWorthTwoThreads && !connection.inTransaction())
+        second = secondConnection(connection.path());
+    if (!second)
+        return readRange(connection.handle(), table, columns, whole);
+
+    const qint64 middle = whole.first + whole.span() / 2;
+    auto upper = std::async(std::launch::async,
+                            [&] { return readRange(second.get(), table, columns, {middle, whole.last}); });
+    LoadedRows rows = readRange(connection.handle(), table, columns, {whole.first, middle - 1});
+    const LoadedRows rest = upper.get();
+    append(rows.rowids, rest.rowids);
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        appendColumn(rows.columns[i], rest.columns[i]);
+    return rows;
+}

@@ -1,0 +1,270 @@
+#pragma once
+
+#include "recordset/condition.h"
+#include "recordset/connection.h"
+#include "recordset/rowView.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <vector>
+
+class Recordset;
+using RecordsetPtr = std::shared_ptr<Recordset>;
+
+/// What happens to a recordset's view and position, for whoever shows it. Positions count from 0.
+class RecordsetObserver {
+public:
+    virtual ~RecordsetObserver() = default;
+    /// Rows or their order are others now.
+    virtual void viewReset() {}
+    virtual void rowsAboutToBeRemoved(int /*first*/, int /*last*/) {}
+    virtual void rowsRemoved() {}
+    virtual void rowAboutToBeAppended() {}
+    virtual void rowAppended() {}
+    /// Cells of a row of the view changed, here or through another cursor.
+    virtual void rowChanged(int /*position*/) {}
+    /// The current row or the view changed; held back during a QuietWalk and then told once.
+    virtual void currentChanged() {}
+};
+
+/// A place to come back to, valid until the next Requery or reopen.
+struct Bookmark {
+    quint64 opening = 0;
+    RowId row = 0;
+};
+
+/// A column of the current row.
+class Field {
+public:
+    Field(Recordset& recordset, int index)
+        : m_recordset(&recordset)
+        , m_index(index) {}
+
+    QString Name() const;
+    ColumnType type() const;
+    /// Characters of a text column; number 8, integers 4, date 19.
+    int DefinedSize() const;
+    /// What this cursor shows, its pending edit included. Throws NoCurrentRow.
+    CellValue Value() const;
+    /// Makes a pending edit, converted to the column's type. Throws NoCurrentRow, ReadOnly, TypeMismatch,
+    /// TextTooLong.
+    void setValue(const CellValue& value);
+    void setValue(const QString& text) { setValue(CellValue(text)); }
+    void setValue(double number) { setValue(CellValue(number)); }
+    /// What the table holds, without this cursor's pending edits; Null on a new row.
+    CellValue OriginalValue() const;
+    CellValue UnderlyingValue() const { return OriginalValue(); }
+    /// Value as boxes show it: Null "", blanks off both ends.
+    QString text() const { return fieldText(Value()); }
+    /// Value in arithmetic: Null is 0.
+    double number() const { return toNumber(Value()); }
+
+private:
+    Recordset* m_recordset;
+    int m_index;
+};
+
+/// A cursor over a table or a query result: a keyset of rows, a view of it under Filter and Sort, a position, and
+/// pending edits that only Update and UpdateBatch write. All cursors over a table share its image, so that an
+/// update or a deletion is seen by all at once; a row inserted elsewhere is seen after Requery or reopen.
+class Recordset : private ImageClient {
+public:
+    enum class Direction { Forward, Backward };
+
+    explicit Recordset(Connection& connection);
+    ~Recordset() override;
+    Recordset(const Recordset&) = delete;
+    Recordset& operator=(const Recordset&) = delete;
+
+    /// Runs a statement of the dialect. One that gives no rows leaves the recordset closed. Throws IsOpen,
+    /// BadText, TableMissing, NoSuchField, TableExists, DropMissing, Engine.
+    void Open(const QString& source);
+    void Close();
+    /// 0 closed, 1 open.
+    int State() const { return m_image ? 1 : 0; }
+    bool isOpen() const { return m_image != nullptr; }
+    /// Open with at least one row in the view.
+    bool hasRows() const { return m_image && m_view.size() > 0; }
+    /// Runs the statement again: pending edits dropped, Filter off, Sort kept and applied.
+    void Requery();
+
+    /// BOF and EOF under names that the C library leaves free.
+    bool isBOF() const;
+    bool isEOF() const;
+    void MoveFirst();
+    void MoveLast();
+    void MoveNext();
+    void MovePrevious();
+    int RecordCount() const;
+    /// From 1; -1 without a row, -2 before the first, -3 after the last.
+    int AbsolutePosition() const;
+    void setAbsolutePosition(int position);
+    int PageSize() const;
+    void setPageSize(int rows);
+    int PageCount() const;
+    int AbsolutePage() const;
+    void setAbsolutePage(int page);
+    ::Bookmark Bookmark() const;
+    void setBookmark(const ::Bookmark& bookmark);
+
+    QString Filter() const;
+    /// "" shows all rows. Throws BadText, and leaves everything as it was.
+    void setFilter(const QString& text);
+    void clearFilter() { setFilter({}); }
+    QString Sort() const;
+    void setSort(const QString& text);
+    /// Searches from `skip` rows behind the current one, which is the first one looked at; no match: EOF (BOF
+    /// backward).
+    void Find(const QString& text, int skip = 0, Direction direction = Direction::Forward);
+
+    Field Fields(const QString& name);
+    Field Fields(int index);
+    int fieldCount() const;
+    /// Index of a field by its name in any case. Throws NoSuchField.
+    int fieldIndex(const QString& name) const;
+    QStringList fieldNames() const;
+
+    void AddNew();
+    void Update();
+    void CancelUpdate();
+    void Delete();
+    /// 3 (all rows) is the one option that the system uses.
+    void UpdateBatch(int affected = 3);
+    void CancelBatch(int affected = 3);
+    /// Rows with edits that are not updated yet.
+    int pendingCount() const { return int(m_edits.size()); }
+
+    // For grids and walks, which read other rows than the current one.
+
+    /// Value of a field at a position of the view, from 0.
+    CellValue valueAt(int position, int field) const;
+    double numberAt(int position, int field) const { return toNumber(valueAt(position, field)); }
+    RowId rowAt(int position) const { return m_view.at(m_view.placeAt(RowView::Place(position))); }
+    bool isPending(int position, int field) const;
+    /// Makes the row at a position of the view current.
+    void moveTo(int position) { setAbsolutePosition(position + 1); }
+    const ColumnInfo& fieldInfo(int field) const;
+    /// Image and image column behind a field, for loops over whole columns.
+    const TableImage& image() const { return *m_image; }
+    int imageColumn(int field) const { return m_fields[std::size_t(field)]; }
+    const PendingEdits& pendingEdits() const { return m_edits; }
+    bool isReadOnly() const { return !m_image || m_image->isPicture(); }
+    /// Reads these columns in one scan before a loop needs them.
+    void prefetch(const QStringList& fields) const;
+    /// Identity of the current row, nothing without one. Unlike a bookmark it outlives a Requery.
+    std::optional<RowId> currentRow() const;
+    /// Makes a row current by its identity; false if it is not in the view.
+    bool moveToRow(RowId row);
+
+    void observe(RecordsetObserver* observer) { m_observers.push_back(observer); }
+    void unobserve(RecordsetObserver* observer) { std::erase(m_observers, observer); }
+
+private:
+    friend class Field;
+    friend class QuietWalk;
+
+    enum class Place { OnRow, BeforeFirst, AfterLast, None, Gone };
+    struct Position {
+        Place place = Place::None;
+        RowView::Place at = 0; // OnRow: its place; Gone: the place behind the row that is gone
+    };
+    struct CurrentMark {
+        Place place = Place::None;
+        RowId row = 0;
+        quint64 view = 0;
+        bool operator==(const CurrentMark&) const = default;
+    };
+    struct AddedRow {
+        RowId row;
+        std::optional<RowId> before; // the row that was current before AddNew
+        Place placeBefore;
+    };
+
+    // Opening.
+    void openTable(const SqlStatement& statement);
+    void openResult(const SqlStatement& statement);
+    void selectFields(const SqlStatement& statement);
+    void attach(std::shared_ptr<TableImage> image);
+    void readKeyset(const SqlStatement& statement);
+
+    // View and position.
+    void requireOpen() const;
+    RowId requireRow() const;
+    void requireRows() const;
+    void rebuildView();
+    void applySort(std::vector<RowId>& rows);
+    std::vector<SortKey> sortKeys(const QString& text) const;
+    void goFirst();
+    void moveToEnd(bool last);
+    Place place() const { return m_position.place; }
+    int searchStart(int skip, Direction direction) const;
+    void settle();
+    template <typename Notice> void notify(Notice&& notice) {
+        const std::vector<RecordsetObserver*> observers = m_observers;
+        for (RecordsetObserver* observer : observers)
+            if (std::find(m_observers.begin(), m_observers.end(), observer) != m_observers.end())
+                notice(*observer);
+    }
+
+    // Editing.
+    void requireWritable() const;
+    void writeRow(RowId row);
+    void removeFromView(RowView::Place place);
+    void dropNewRow(RowId row);
+    CellValue valueOf(RowId row, int field) const;
+    CellValue originalOf(RowId row, int field) const;
+    void assign(int field, const CellValue& value);
+    std::vector<RowId> pendingInBaseOrder() const;
+
+    // ImageClient.
+    void rowUpdated(Row row) override;
+    void rowAboutToBeDeleted(Row row) override;
+    void rowDeleted(Row row) override;
+    void allRowsDeleted() override;
+
+    Connection& m_connection;
+    QString m_source;
+    std::shared_ptr<TableImage> m_image;
+    std::vector<int> m_fields; // image column of each field
+    quint64 m_opening = 0;
+    Keyset m_keyset;
+    RowView m_view;
+    Position m_position;
+    QString m_filterText;
+    QString m_sortText;
+    std::vector<SortKey> m_sort;
+    int m_pageSize = 10;
+    PendingEdits m_edits;
+    std::vector<AddedRow> m_added;
+    RowId m_nextNewRow = kNewRowBit;
+    std::map<RowId, Row> m_insertedAs; // new rows that were updated, for bookmarks taken before
+    std::vector<RecordsetObserver*> m_observers;
+    int m_quiet = 0;
+    quint64 m_viewVersion = 0;
+    CurrentMark m_told;
+    std::optional<RowView::Place> m_beingDeleted;
+};
+
+/// While it lives, observers hear nothing of the current row; they are told once at its end if the row or the view
+/// is another one. For routines that walk, Find or test the ends.
+class QuietWalk {
+public:
+    explicit QuietWalk(RecordsetPtr recordset);
+    ~QuietWalk() noexcept(false);
+    QuietWalk(const QuietWalk&) = delete;
+    QuietWalk& operator=(const QuietWalk&) = delete;
+
+private:
+    RecordsetPtr m_recordset;
+    int m_exceptions;
+};
+
+/// Puts a new recordset into the slot and opens it there; where that fails, the slot holds a closed one.
+void reopen(RecordsetPtr& slot, Connection& connection, const QString& source);
+
+/// Runs a statement that gives no rows.
+void runStatement(Connection& connection, const QString& source);

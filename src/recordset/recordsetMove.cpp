@@ -1,0 +1,249 @@
+#include "recordset/error.h"
+#include "recordset/predicate.h"
+#include "recordset/recordset.h"
+
+#include <algorithm>
+
+namespace {
+
+[[noreturn]] void noCurrentRow() {
+    fail(ErrorNumber::NoCurrentRow, QStringLiteral("没有当前记录"));
+}
+
+} // namespace
+
+bool Recordset::isBOF() const {
+    requireOpen();
+    return place() == Place::BeforeFirst || place() == Place::None;
+}
+
+bool Recordset::isEOF() const {
+    requireOpen();
+    return place() == Place::AfterLast || place() == Place::None;
+}
+
+void Recordset::goFirst() {
+    m_position = m_view.size() == 0 ? Position{Place::None, 0} : Position{Place::OnRow, m_view.liveFrom(0)};
+}
+
+void Recordset::moveToEnd(bool last) {
+    requireOpen();
+    if (place() == Place::None)
+        noCurrentRow();
+    goFirst();
+    if (last && place() == Place::OnRow)
+        m_position.at = *m_view.liveBefore(m_view.end());
+    settle();
+}
+
+void Recordset::MoveFirst() {
+    moveToEnd(false);
+}
+
+void Recordset::MoveLast() {
+    moveToEnd(true);
+}
+
+void Recordset::MoveNext() {
+    requireOpen();
+    if (place() == Place::AfterLast || place() == Place::None)
+        noCurrentRow();
+    const RowView::Place from = place() == Place::BeforeFirst ? 0
+                                : place() == Place::OnRow       ? m_position.at + 1
+                                                              : m_position.at;
+    const RowView::Place next = m_view.liveFrom(from);
+    if (place() == Place::BeforeFirst && m_view.size() == 0)
+        m_position = {Place::None, 0};
+    else
+        m_position = next < m_view.end() ? Position{Place::OnRow, next} : Position{Place::AfterLast, m_view.end()};
+    settle();
+}
+
+void Recordset::MovePrevious() {
+    requireOpen();
+    if (place() == Place::BeforeFirst || place() == Place::None)
+        noCurrentRow();
+    const auto previous = m_view.liveBefore(place() == Place::AfterLast ? m_view.end() : m_position.at);
+    if (previous)
+        m_position = {Place::OnRow, *previous};
+    else if (place() == Place::AfterLast)
+        m_position = {Place::None, 0};
+    else
+        m_position = {Place::BeforeFirst, 0};
+    settle();
+}
+
+int Recordset::RecordCount() const {
+    requireOpen();
+    return int(m_view.size());
+}
+
+int Recordset::AbsolutePosition() const {
+    requireOpen();
+    if (m_view.size() == 0)
+        return -1;
+    switch (place()) {
+    case Place::OnRow:
+        return int(m_view.positionOf(m_position.at)) + 1;
+    case Place::BeforeFirst:
+        return -2;
+    case Place::AfterLast:
+        return -3;
+    default:
+        return -1;
+    }
+}
+
+void Recordset::setAbsolutePosition(int position) {
+    requireOpen();
+    if (m_view.size() == 0)
+        noCurrentRow();
+    if (position <= 0)
+        fail(ErrorNumber::BadText, QStringLiteral("位置无效：%1").arg(position));
+    if (position > RecordCount())
+        m_position = {Place::AfterLast, m_view.end()};
+    else
+        m_position = {Place::OnRow, m_view.placeAt(RowView::Place(position - 1))};
+    settle();
+}
+
+int Recordset::PageSize() const {
+    requireOpen();
+    return m_pageSize;
+}
+
+void Recordset::setPageSize(int rows) {
+    requireOpen();
+    m_pageSize = rows;
+}
+
+int Recordset::PageCount() const {
+    requireOpen();
+    return m_pageSize < 1 ? 0 : int((qint64(RecordCount()) + m_pageSize - 1) / m_pageSize);
+}
+
+int Recordset::AbsolutePage() const {
+    const int position = AbsolutePosition();
+    if (position < 0)
+        return position;
+    return m_pageSize < 1 ? -1 : (position - 1) / m_pageSize + 1;
+}
+
+void Recordset::setAbsolutePage(int page) {
+    requireOpen();
+    const qint64 position = (qint64(page) - 1) * m_pageSize + 1;
+    setAbsolutePosition(int(std::clamp<qint64>(position, -1, INT32_MAX)));
+}
+
+::Bookmark Recordset::Bookmark() const {
+    return {m_opening, requireRow()};
+}
+
+void Recordset::setBookmark(const ::Bookmark& bookmark) {
+    requireOpen();
+    const auto inserted = m_insertedAs.find(bookmark.row);
+    const RowId row = inserted == m_insertedAs.end() ? bookmark.row : inserted->second;
+    if (bookmark.opening != m_opening || !moveToRow(row))
+        fail(ErrorNumber::BadText, QStringLiteral("书签无效"));
+}
+
+bool Recordset::moveToRow(RowId row) {
+    const auto place = m_view.find(row);
+    if (!place)
+        return false;
+    m_position = {Place::OnRow, *place};
+    settle();
+    return true;
+}
+
+QString Recordset::Filter() const {
+    requireOpen();
+    return m_filterText;
+}
+
+QString Recordset::Sort() const {
+    requireOpen();
+    return m_sortText;
+}
+
+void Recordset::rebuildView() {
+    std::vector<RowId> rows;
+    if (m_filterText.isEmpty())
+        rows = m_keyset.sequence(*m_image);
+    else
+        rows = Predicate(parseFilter(m_filterText), *m_image, m_fields).select(m_keyset, m_edits);
+    applySort(rows);
+    m_view.assign(std::move(rows));
+    ++m_viewVersion;
+    notify([](RecordsetObserver& observer) { observer.viewReset(); });
+}
+
+void Recordset::applySort(std::vector<RowId>& rows) {
+    if (!m_sort.empty())
+        rows = sortedRows(std::move(rows), m_sort, *m_image, m_edits);
+}
+
+void Recordset::setFilter(const QString& text) {
+    requireOpen();
+    if (!text.isEmpty())
+        Predicate(parseFilter(text), *m_image, m_fields);
+    m_filterText = text;
+    rebuildView();
+    goFirst();
+    settle();
+}
+
+std::vector<SortKey> Recordset::sortKeys(const QString& text) const {
+    std::vector<SortKey> keys;
+    for (const SortColumn& column : parseSort(text)) {
+        const int index = m_image->columnIndex(column.column);
+        if (std::find(m_fields.begin(), m_fields.end(), index) == m_fields.end())
+            fail(ErrorNumber::BadText, QStringLiteral("排序的列不存在：%1").arg(column.column), text);
+        keys.push_back({index, column.descending});
+    }
+    return keys;
+}
+
+void Recordset::setSort(const QString& text) {
+    requireOpen();
+    m_sort = sortKeys(text);
+    m_sortText = text;
+    rebuildView();
+    goFirst();
+    settle();
+}
+
+int Recordset::searchStart(int skip, Direction direction) const {
+    const int step = direction == Direction::Forward ? skip : -skip;
+    switch (place()) {
+    case Place::None:
+        noCurrentRow();
+    case Place::AfterLast:
+        return RecordCount();
+    case Place::BeforeFirst:
+        return step;
+    default: {
+        const RowView::Place at = m_view.liveFrom(m_position.at);
+        return int(at < m_view.end() ? m_view.positionOf(at) : m_view.size()) + step;
+    }
+    }
+}
+
+void Recordset::Find(const QString& text, int skip, Direction direction) {
+    requireOpen();
+    Condition condition;
+    condition.clause = parseFind(text);
+    const Predicate predicate(condition, *m_image, m_fields);
+    const bool forward = direction == Direction::Forward;
+    int position = searchStart(skip, direction);
+    const int count = RecordCount();
+    if (!forward && position >= count)
+        position = count - 1;
+    while (position >= 0 && position < count && !predicate.test(rowAt(position), m_edits))
+        position += forward ? 1 : -1;
+    if (position >= 0 && position < count)
+        m_position = {Place::OnRow, m_view.placeAt(RowView::Place(position))};
+    else
+        m_position = forward ? Position{Place::AfterLast, m_view.end()} : Position{Place::BeforeFirst, 0};
+    settle();
+}

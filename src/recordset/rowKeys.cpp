@@ -1,0 +1,194 @@
+#include "recordset/rowKeys.h"
+
+#include "recordset/collation.h"
+
+#include <algorithm>
+#include <bit>
+#include <numeric>
+
+namespace {
+
+constexpr quint64 kMostBuckets = 1U << 21;
+constexpr std::size_t kWorthRadix = 512;
+
+/// Order-preserving keys of the rows for one column, 0 for Null.
+class KeyColumn {
+public:
+    KeyColumn(const TableImage& image, int column, const PendingEdits& edits)
+        : m_image(image)
+        , m_column(column)
+        , m_store(image.column(column))
+        , m_edits(edits) {}
+
+    std::vector<quint64> of(const std::vector<RowId>& rows) const {
+        std::vector<quint64> keys = m_store.info.type == ColumnType::Text ? textKeys(rows) : plainKeys(rows);
+        if (m_store.info.type == ColumnType::Date)
+            countDays(keys);
+        return keys;
+    }
+
+private:
+    template <typename Stored, typename Pending>
+    std::vector<quint64> keysBy(const std::vector<RowId>& rows, Stored&& stored, Pending&& pending) const {
+        std::vector<quint64> keys(rows.size());
+        if (m_edits.empty()) {
+            for (std::size_t i = 0; i < rows.size(); ++i)
+                keys[i] = stored(rows[i]);
+            return keys;
+        }
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            const CellValue* value = m_edits.find(rows[i], m_column);
+            keys[i] = value ? pending(*value) : isNewRow(rows[i]) ? 0 : stored(rows[i]);
+        }
+        return keys;
+    }
+
+    std::vector<quint64> plainKeys(const std::vector<RowId>& rows) const {
+        const auto pending = [](const CellValue& value) -> quint64 {
+            if (const auto* number = std::get_if<double>(&value))
+                return ordinalOf(*number);
+            if (const auto* moment = std::get_if<Moment>(&value))
+                return ordinalOf(moment->seconds);
+            return isNull(value) ? 0 : ordinalOf(qint64(std::get<qint32>(value)));
+        };
+        return keysBy(rows, [this](RowId row) { return m_store.ordinal(row); }, pending);
+    }
+
+    std::vector<quint64> codesOf(const std::vector<RowId>& rows) const {
+        const auto pending = [this](const CellValue& value) -> quint64 {
+            const auto* text = std::get_if<QString>(&value);
+            return text ? m_image.internText(m_column, *text) : TextPool::Null;
+        };
+        return keysBy(rows, [this](RowId row) -> quint64 { return m_store.codes[row]; }, pending);
+    }
+
+    std::vector<quint64> textKeys(const std::vector<RowId>& rows) const {
+        std::vector<quint64> keys = codesOf(rows);
+        if (rows.size() * 4 < m_store.pool.last())
+            return ranksAmong(std::move(keys));
+        const std::vector<quint32>& ranks = m_image.textRanks(m_column);
+        for (quint64& key : keys)
+            key = ranks[key];
+        return keys;
+    }
+
+    /// Few rows of a column with many texts: only the texts that occur are put in order.
+    std::vector<quint64> ranksAmong(std::vector<quint64> keys) const {
+        std::vector<TextPool::Code> codes;
+        for (const quint64 key : keys)
+            if (key != TextPool::Null)
+                codes.push_back(TextPool::Code(key));
+        std::sort(codes.begin(), codes.end());
+        codes.erase(std::unique(codes.begin(), codes.end()), codes.end());
+        const std::vector<quint32> ranks = Collation().ranks(m_store.pool, codes);
+        for (quint64& key : keys)
+            if (key != TextPool::Null)
+                key = ranks[std::size_t(std::lower_bound(codes.begin(), codes.end(), key) - codes.begin())];
+        return keys;
+    }
+
+    /// Dates without a time become day numbers, so that they fit into few buckets.
+    static void countDays(std::vector<quint64>& keys) {
+        constexpr quint64 day = 86400;
+        constexpr quint64 zero = 1ULL << 63;
+        const auto isDay = [](quint64 key) { return key == 0 || (key >= zero && (key - zero) % day == 0); };
+        if (!std::all_of(keys.begin(), keys.end(), isDay))
+            return;
+        for (quint64& key : keys)
+            key = key == 0 ? 0 : (key - zero) / day + 1;
+    }
+
+    const TableImage& m_image;
+    int m_column;
+    const ColumnStore& m_store;
+    const PendingEdits& m_edits;
+};
+
+using Order = std::vector<quint32>;
+
+/// One stable counting pass: `order` by bucket(key).
+template <typename Bucket>
+void countingPass(Order& order, const std::vector<quint64>& keys, std::size_t buckets, Bucket&& bucket) {
+    std::vector<quint32> starts(buckets + 1, 0);
+    for (const quint64 key : keys)
+        ++starts[bucket(key) + 1];
+    for (std::size_t i = 1; i <= buckets; ++i)
+        starts[i] += starts[i - 1];
+    Order next(order.size());
+    for (const quint32 index : order)
+        next[starts[bucket(keys[index])]++] = index;
+    order.swap(next);
+}
+
+void stableSort(Order& order, const std::vector<quint64>& keys) {
+    if (order.size() < kWorthRadix) {
+        std::stable_sort(order.begin(), order.end(), [&](quint32 a, quint32 b) { return keys[a] < keys[b]; });
+        return;
+    }
+    const auto [low, high] = std::minmax_element(keys.begin(), keys.end());
+    const quint64 base = *low;
+    const quint64 span = *high - base;
+    if (span < kMostBuckets)
+        return countingPass(order, keys, std::size_t(span) + 1, [base](quint64 key) { return std::size_t(key - base); });
+    constexpr int bits = 11;
+    for (int shift = 0; shift < int(std::bit_width(span)); shift += bits)
+        countingPass(order, keys, std::size_t(1) << bits, [base, shift](quint64 key) {
+            return std::size_t(((key - base) >> shift) & ((1U << bits) - 1));
+        });
+}
+
+} // namespace
+
+const CellValue* PendingEdits::find(RowId row, int column) const {
+    const auto held = m_rows.find(row);
+    if (held == m_rows.end())
+        return nullptr;
+    for (const auto& [index, value] : held->second)
+        if (index == column)
+            return &value;
+    return nullptr;
+}
+
+void PendingEdits::set(RowId row, int column, const CellValue& value) {
+    CellChanges& cells = m_rows[row];
+    for (auto& [index, held] : cells)
+        if (index == column) {
+            held = value;
+            return;
+        }
+    cells.emplace_back(column, value);
+}
+
+std::vector<RowId> Keyset::sequence(const TableImage& image) const {
+    std::vector<RowId> all;
+    all.reserve(prefix + rows.size());
+    if (image.deletedCount() == 0) {
+        all.resize(prefix);
+        std::iota(all.begin(), all.end(), 0U);
+    } else {
+        for (Row row = 0; row < prefix; ++row)
+            if (!image.isDeleted(row))
+                all.push_back(row);
+    }
+    for (const RowId row : rows)
+        if (isNewRow(row) || !image.isDeleted(row))
+            all.push_back(row);
+    return all;
+}
+
+std::vector<RowId> sortedRows(std::vector<RowId> rows, const std::vector<SortKey>& keys, const TableImage& image,
+                              const PendingEdits& edits) {
+    Order order(rows.size());
+    std::iota(order.begin(), order.end(), 0U);
+    for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
+        std::vector<quint64> values = KeyColumn(image, key->column, edits).of(rows);
+        if (key->descending)
+            for (quint64& value : values)
+                value = ~value;
+        stableSort(order, values);
+    }
+    std::vector<RowId> sorted(rows.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        sorted[i] = rows[order[i]];
+    return sorted;
+}

@@ -1,0 +1,124 @@
+#include "recordset/statement.h"
+
+#include "recordset/error.h"
+
+#include <sqlite3.h>
+
+namespace {
+
+[[noreturn]] void failEngine(sqlite3* db, const QString& sql) {
+    fail(ErrorNumber::Engine, QString::fromUtf8(sqlite3_errmsg(db)), sql);
+}
+
+} // namespace
+
+Statement::Statement(sqlite3* db, const QString& sql)
+    : m_db(db)
+    , m_sql(sql) {
+    const QByteArray utf8 = sql.toUtf8();
+    if (sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_statement, nullptr) != SQLITE_OK)
+        failEngine(db, sql);
+}
+
+Statement::~Statement() {
+    sqlite3_finalize(m_statement);
+}
+
+Statement::Statement(Statement&& other) noexcept
+    : m_db(other.m_db)
+    , m_statement(std::exchange(other.m_statement, nullptr))
+    , m_sql(std::move(other.m_sql)) {}
+
+void Statement::bind(int position, const CellValue& value) {
+    if (const auto* text = std::get_if<QString>(&value))
+        bindText(position, *text);
+    else if (const auto* number = std::get_if<double>(&value))
+        sqlite3_bind_double(m_statement, position, *number);
+    else if (const auto* integer = std::get_if<qint32>(&value))
+        sqlite3_bind_int(m_statement, position, *integer);
+    else if (const auto* moment = std::get_if<Moment>(&value))
+        bindText(position, QString::fromLatin1(isoText(*moment)));
+    else
+        sqlite3_bind_null(m_statement, position);
+}
+
+void Statement::bind(int position, qint64 value) {
+    sqlite3_bind_int64(m_statement, position, value);
+}
+
+void Statement::bindText(int position, const QString& text) {
+    const QByteArray utf8 = text.toUtf8();
+    sqlite3_bind_text64(m_statement, position, utf8.constData(), sqlite3_uint64(utf8.size()), SQLITE_TRANSIENT,
+                        SQLITE_UTF8);
+}
+
+bool Statement::step() {
+    const int code = sqlite3_step(m_statement);
+    if (code == SQLITE_ROW)
+        return true;
+    if (code == SQLITE_DONE)
+        return false;
+    failEngine(m_db, m_sql);
+}
+
+void Statement::reset() {
+    sqlite3_reset(m_statement);
+    sqlite3_clear_bindings(m_statement);
+}
+
+void Statement::run() {
+    const int code = sqlite3_step(m_statement);
+    if (code != SQLITE_DONE && code != SQLITE_ROW) {
+        const QString words = QString::fromUtf8(sqlite3_errmsg(m_db));
+        reset();
+        fail(ErrorNumber::Engine, words, m_sql);
+    }
+    reset();
+}
+
+int Statement::columnCount() const {
+    return sqlite3_column_count(m_statement);
+}
+
+QString Statement::columnName(int column) const {
+    return QString::fromUtf8(sqlite3_column_name(m_statement, column));
+}
+
+bool Statement::isNull(int column) const {
+    return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
+}
+
+qint64 Statement::integer(int column) const {
+    return sqlite3_column_int64(m_statement, column);
+}
+
+double Statement::number(int column) const {
+    return sqlite3_column_double(m_statement, column);
+}
+
+std::string_view Statement::bytes(int column) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
+    return {text ? text : "", std::size_t(sqlite3_column_bytes(m_statement, column))};
+}
+
+QString Statement::text(int column) const {
+    const std::string_view held = bytes(column);
+    return QString::fromUtf8(held.data(), qsizetype(held.size()));
+}
+
+CellValue Statement::value(int column, ColumnType type) const {
+    if (isNull(column))
+        return {};
+    switch (type) {
+    case ColumnType::Text:
+        return text(column);
+    case ColumnType::Number:
+        return number(column);
+    case ColumnType::Date:
+        if (const auto moment = parseIso(bytes(column).data(), int(bytes(column).size())))
+            return *moment;
+        fail(ErrorNumber::TypeMismatch, QStringLiteral("日期列中有无法识别的值：%1").arg(text(column)), m_sql);
+    default:
+        return qint32(integer(column));
+    }
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "recordset/cellValue.h"
+
+#include <QString>
+
+#include <memory>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+/// A prepared SQLite statement. Finalised with the object.
+class Statement {
+public:
+    Statement(sqlite3* db, const QString& sql);
+    ~Statement();
+    Statement(Statement&&) noexcept;
+    Statement& operator=(Statement&&) = delete;
+
+    /// Positions count from 1.
+    void bind(int position, const CellValue& value);
+    void bind(int position, qint64 value);
+    void bindText(int position, const QString& text);
+    /// True while there is a row. Throws RuntimeError(Engine) with the engine's words.
+    bool step();
+    /// Makes the statement ready to run again, its bindings gone.
+    void reset();
+    /// Runs a statement that gives no rows, and resets it, also where it fails.
+    void run();
+
+    int columnCount() const;
+    QString columnName(int column) const;
+    bool isNull(int column) const;
+    qint64 integer(int column) const;
+    double number(int column) const;
+    std::string_view bytes(int column) const;
+    QString text(int column) const;
+    /// The cell as a value of a column of this type. Throws TypeMismatch for a date that cannot be read.
+    CellValue value(int column, ColumnType type) const;
+
+private:
+    sqlite3* m_db;
+    sqlite3_stmt* m_statement = nullptr;
+    QString m_sql;
+};

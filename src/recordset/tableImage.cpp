@@ -1,0 +1,350 @@
+#include "recordset/tableImage.h"
+
+#include "recordset/collation.h"
+#include "recordset/connection.h"
+#include "recordset/dialect.h"
+#include "recordset/error.h"
+#include "recordset/imageLoader.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Cells of columns not in memory are read one by one; after this many the columns are read whole.
+constexpr int kMostSingleReads = 60;
+
+template <typename T> std::size_t bytes(const std::vector<T>& cells) {
+    return cells.capacity() * sizeof(T);
+}
+
+template <typename T>
+void fillCells(std::vector<T>& cells, const std::vector<T>& loaded, const std::vector<Row>& slots) {
+    for (std::size_t i = 0; i < loaded.size(); ++i)
+        cells[slots[i]] = loaded[i];
+}
+
+} // namespace
+
+TableImage::TableImage(Connection& connection, QString table, const std::vector<ColumnInfo>& columns)
+    : TableImage(columns) {
+    m_connection = &connection;
+    m_table = std::move(table);
+    for (ColumnStore& column : m_columns)
+        column.loaded = false;
+}
+
+TableImage::TableImage(const std::vector<ColumnInfo>& columns)
+    : m_columns(columns.size())
+    , m_indexes(columns.size())
+    , m_ranks(columns.size()) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        m_columns[i].info = columns[i];
+        m_columns[i].loaded = true;
+        if (columns[i].type == ColumnType::Serial)
+            m_serialColumn = int(i);
+    }
+}
+
+void TableImage::loadRows() {
+    std::vector<ColumnInfo> wanted;
+    if (m_serialColumn >= 0)
+        wanted.push_back(info(m_serialColumn));
+    LoadedRows loaded = ::loadRows(*m_connection, m_table, wanted);
+    m_rowids = std::move(loaded.rowids);
+    m_deleted.assign(m_rowids.size(), 0);
+    m_lastRowid = m_rowids.empty() ? 0 : m_rowids.back();
+    if (m_serialColumn < 0)
+        return;
+    ColumnStore& serial = m_columns[std::size_t(m_serialColumn)];
+    serial.integers = std::move(loaded.columns.front().integers);
+    serial.loaded = true;
+    for (const qint32 number : serial.integers)
+        m_lastSerial = std::max(m_lastSerial, number);
+}
+
+void TableImage::load(const std::vector<int>& columns) const {
+    std::vector<ColumnInfo> wanted;
+    std::vector<ColumnStore*> targets;
+    for (const int index : columns) {
+        ColumnStore& target = m_columns[std::size_t(index)];
+        if (target.loaded || std::find(targets.begin(), targets.end(), &target) != targets.end())
+            continue;
+        wanted.push_back(target.info);
+        targets.push_back(&target);
+    }
+    if (targets.empty())
+        return;
+    if (m_dropped)
+        fail(ErrorNumber::TableMissing, QStringLiteral("表 %1 已不存在").arg(m_table));
+    LoadedRows loaded = ::loadRows(*m_connection, m_table, wanted);
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        if (loaded.rowids == m_rowids)
+            *targets[i] = std::move(loaded.columns[i]);
+        else
+            fillColumn(*targets[i], loaded.columns[i], loaded.rowids);
+        targets[i]->loaded = true;
+    }
+}
+
+void TableImage::fillColumn(ColumnStore& column, const ColumnStore& loaded,
+                            const std::vector<qint64>& rowids) const {
+    const std::vector<Row> slots = rowsOf(rowids);
+    if (slots.size() != rowids.size())
+        fail(ErrorNumber::Engine, QStringLiteral("表 %1 被别的程序改动").arg(m_table));
+    column.resize(m_rowids.size());
+    column.pool = loaded.pool;
+    fillCells(column.codes, loaded.codes, slots);
+    fillCells(column.numbers, loaded.numbers, slots);
+    fillCells(column.integers, loaded.integers, slots);
+    fillCells(column.moments, loaded.moments, slots);
+}
+
+void TableImage::loadAllColumns() const {
+    std::vector<int> all;
+    for (int i = 0; i < columnCount(); ++i)
+        all.push_back(i);
+    load(all);
+}
+
+int TableImage::columnIndex(const QString& name) const {
+    for (int i = 0; i < columnCount(); ++i)
+        if (info(i).name.compare(name, Qt::CaseInsensitive) == 0)
+            return i;
+    return -1;
+}
+
+const ColumnStore& TableImage::column(int column) const {
+    if (!m_columns[std::size_t(column)].loaded)
+        load({column});
+    return m_columns[std::size_t(column)];
+}
+
+TextPool::Code TableImage::internText(int column, const QString& text) const {
+    const QByteArray utf8 = text.toUtf8();
+    this->column(column);
+    return m_columns[std::size_t(column)].pool.intern({utf8.constData(), std::size_t(utf8.size())});
+}
+
+CellValue TableImage::value(Row row, int column) const {
+    if (!m_columns[std::size_t(column)].loaded)
+        return storedValue(row, column);
+    return m_columns[std::size_t(column)].value(row);
+}
+
+CellValue TableImage::storedValue(Row row, int column) const {
+    if (++m_singleReads > kMostSingleReads || m_dropped) {
+        loadAllColumns();
+        return m_columns[std::size_t(column)].value(row);
+    }
+    Statement& statement = m_connection->cached(
+        QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?").arg(quotedName(info(column).name), quotedName(m_table)));
+    statement.bind(1, m_rowids[row]);
+    const CellValue value = statement.step() ? statement.value(0, info(column).type) : CellValue();
+    statement.reset();
+    return value;
+}
+
+std::vector<Row> TableImage::rowsOf(const std::vector<qint64>& rowids) const {
+    std::vector<Row> rows;
+    rows.reserve(rowids.size());
+    auto from = m_rowids.begin();
+    for (const qint64 rowid : rowids) {
+        if (from != m_rowids.end() && *from != rowid)
+            from = std::lower_bound(from, m_rowids.end(), rowid);
+        if (from == m_rowids.end())
+            break;
+        if (*from != rowid)
+            continue;
+        const Row row = Row(from - m_rowids.begin());
+        if (!isDeleted(row))
+            rows.push_back(row);
+        ++from;
+    }
+    return rows;
+}
+
+void TableImage::scanEqual(const ColumnStore& column, const std::vector<TextPool::Code>& codes, Row from, Row to,
+                           std::vector<Row>& rows) const {
+    if (codes.size() == 1) {
+        const TextPool::Code wanted = codes.front();
+        for (Row row = from; row < to; ++row)
+            if (column.codes[row] == wanted && !isDeleted(row))
+                rows.push_back(row);
+        return;
+    }
+    for (Row row = from; row < to; ++row)
+        if (std::find(codes.begin(), codes.end(), column.codes[row]) != codes.end() && !isDeleted(row))
+            rows.push_back(row);
+}
+
+void TableImage::buildIndex(EqualityIndex& index, const ColumnStore& column) const {
+    index.covered = size();
+    index.starts.assign(column.pool.last() + 2, 0);
+    for (const TextPool::Code code : column.codes)
+        ++index.starts[code + 1];
+    for (std::size_t code = 1; code < index.starts.size(); ++code)
+        index.starts[code] += index.starts[code - 1];
+    index.rows.resize(size());
+    std::vector<Row> next(index.starts.begin(), index.starts.end() - 1);
+    for (Row row = 0; row < size(); ++row)
+        index.rows[next[column.codes[row]]++] = row;
+}
+
+void TableImage::collectEqual(int column, const std::vector<TextPool::Code>& codes, Row limit,
+                              std::vector<Row>& rows) const {
+    constexpr Row longestTail = 50'000;
+    const ColumnStore& store = this->column(column);
+    EqualityIndex& index = m_indexes[std::size_t(column)];
+    if (codes.empty())
+        return;
+    // One search is a scan; a column searched again is worth its index.
+    if (index.covered == 0 && ++index.uses < 2)
+        return scanEqual(store, codes, 0, limit, rows);
+    if (index.covered == 0 || size() - index.covered > longestTail)
+        buildIndex(index, store);
+    const auto first = std::ptrdiff_t(rows.size());
+    for (const TextPool::Code code : codes) {
+        if (std::size_t(code) + 1 >= index.starts.size())
+            continue;
+        for (Row at = index.starts[code]; at < index.starts[code + 1]; ++at)
+            if (index.rows[at] < limit && !isDeleted(index.rows[at]))
+                rows.push_back(index.rows[at]);
+    }
+    if (codes.size() > 1)
+        std::sort(rows.begin() + first, rows.end());
+    scanEqual(store, codes, index.covered, limit, rows);
+}
+
+const std::vector<quint32>& TableImage::textRanks(int column) const {
+    const TextPool& pool = this->column(column).pool;
+    std::vector<quint32>& ranks = m_ranks[std::size_t(column)];
+    if (ranks.size() == std::size_t(pool.last()) + 1)
+        return ranks;
+    std::vector<TextPool::Code> codes(pool.last());
+    for (TextPool::Code code = 1; code <= pool.last(); ++code)
+        codes[code - 1] = code;
+    const std::vector<quint32> fresh = Collation().ranks(pool, codes);
+    ranks.assign(1, 0);
+    ranks.insert(ranks.end(), fresh.begin(), fresh.end());
+    return ranks;
+}
+
+void TableImage::requireWritable() const {
+    if (isPicture())
+        fail(ErrorNumber::ReadOnly, QStringLiteral("查询结果不能修改"));
+    if (m_dropped)
+        fail(ErrorNumber::TableMissing, QStringLiteral("表 %1 已不存在").arg(m_table));
+}
+
+template <typename Notice> void TableImage::tell(Notice&& notice) {
+    const std::vector<ImageClient*> clients = m_clients;
+    for (ImageClient* client : clients)
+        if (std::find(m_clients.begin(), m_clients.end(), client) != m_clients.end())
+            notice(*client);
+}
+
+void TableImage::setCell(Row row, int column, const CellValue& value) {
+    ColumnStore& store = m_columns[std::size_t(column)];
+    if (store.loaded)
+        store.set(row, value);
+    if (row < m_indexes[std::size_t(column)].covered)
+        m_indexes[std::size_t(column)] = {};
+}
+
+Row TableImage::insert(const CellChanges& cells) {
+    requireWritable();
+    CellChanges stored = cells;
+    const auto isSerial = [this](const auto& cell) { return cell.first == m_serialColumn; };
+    if (m_serialColumn >= 0 && std::none_of(cells.begin(), cells.end(), isSerial))
+        stored.emplace_back(m_serialColumn, m_lastSerial + 1);
+    QString names = QStringLiteral("rowid");
+    QString marks = QStringLiteral("?");
+    for (const auto& [column, value] : stored) {
+        names += QStringLiteral(", ") + quotedName(info(column).name);
+        marks += QStringLiteral(", ?");
+    }
+    Statement& statement = m_connection->cached(
+        QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quotedName(m_table), names, marks));
+    statement.bind(1, m_lastRowid + 1);
+    for (std::size_t i = 0; i < stored.size(); ++i)
+        statement.bind(int(i) + 2, stored[i].second);
+    m_connection->write(statement);
+
+    const Row row = size();
+    m_rowids.push_back(++m_lastRowid);
+    m_deleted.push_back(0);
+    for (ColumnStore& column : m_columns)
+        if (column.loaded)
+            column.appendNull();
+    for (const auto& [column, value] : stored) {
+        setCell(row, column, value);
+        if (column == m_serialColumn && !isNull(value))
+            m_lastSerial = std::max(m_lastSerial, std::get<qint32>(value));
+    }
+    ++m_version;
+    return row;
+}
+
+void TableImage::update(Row row, const CellChanges& cells) {
+    requireWritable();
+    QStringList assignments;
+    for (const auto& [column, value] : cells)
+        assignments << quotedName(info(column).name) + QStringLiteral(" = ?");
+    Statement& statement = m_connection->cached(
+        QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?").arg(quotedName(m_table), assignments.join(QStringLiteral(", "))));
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        statement.bind(int(i) + 1, cells[i].second);
+    statement.bind(int(cells.size()) + 1, m_rowids[row]);
+    m_connection->write(statement);
+    for (const auto& [column, value] : cells)
+        setCell(row, column, value);
+    ++m_version;
+    tell([row](ImageClient& client) { client.rowUpdated(row); });
+}
+
+void TableImage::remove(Row row) {
+    requireWritable();
+    Statement& statement =
+        m_connection->cached(QStringLiteral("DELETE FROM %1 WHERE rowid = ?").arg(quotedName(m_table)));
+    statement.bind(1, m_rowids[row]);
+    m_connection->write(statement);
+    tell([row](ImageClient& client) { client.rowAboutToBeDeleted(row); });
+    m_deleted[row] = 1;
+    ++m_deletedCount;
+    ++m_version;
+    tell([row](ImageClient& client) { client.rowDeleted(row); });
+}
+
+void TableImage::removeAll() {
+    requireWritable();
+    m_connection->write(QStringLiteral("DELETE FROM %1").arg(quotedName(m_table)));
+    std::fill(m_deleted.begin(), m_deleted.end(), char(1));
+    m_deletedCount = size();
+    ++m_version;
+    tell([](ImageClient& client) { client.allRowsDeleted(); });
+}
+
+void TableImage::appendPictureRow(const std::vector<CellValue>& cells) {
+    m_rowids.push_back(qint64(m_rowids.size()) + 1);
+    m_deleted.push_back(0);
+    for (std::size_t i = 0; i < m_columns.size(); ++i) {
+        m_columns[i].appendNull();
+        m_columns[i].set(m_rowids.size() - 1, cells[i]);
+    }
+}
+
+std::size_t TableImage::memory() const {
+    std::size_t total = bytes(m_rowids) + bytes(m_deleted);
+    for (const ColumnStore& column : m_columns)
+        total += column.memory();
+    return total;
+}
+
+std::size_t TableImage::indexMemory() const {
+    std::size_t total = 0;
+    for (const EqualityIndex& index : m_indexes)
+        total += bytes(index.starts) + bytes(index.rows);
+    for (const std::vector<quint32>& ranks : m_ranks)
+        total += bytes(ranks);
+    return total;
+}

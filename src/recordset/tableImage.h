@@ -1,0 +1,117 @@
+#pragma once
+
+#include "recordset/columnStore.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+class Connection;
+
+/// Slot of a row in an image; rows keep their slot for the life of the image.
+using Row = std::uint32_t;
+
+/// Values for columns of a row, by column index.
+using CellChanges = std::vector<std::pair<int, CellValue>>;
+
+/// A cursor over an image, told of what other cursors and statements did to its rows.
+class ImageClient {
+public:
+    virtual ~ImageClient() = default;
+    virtual void rowUpdated(Row row) = 0;
+    virtual void rowAboutToBeDeleted(Row row) = 0;
+    virtual void rowDeleted(Row row) = 0;
+    /// Every row was deleted at once.
+    virtual void allRowsDeleted() = 0;
+};
+
+/// The rows of one open table in memory, a column at a time, shared by all cursors over it and written through to
+/// the database. Columns are read on their first use. Without a connection it is the private, fixed picture that
+/// a query gave.
+class TableImage {
+public:
+    TableImage(Connection& connection, QString table, const std::vector<ColumnInfo>& columns);
+    /// A picture: rows are appended by the query that fills it.
+    explicit TableImage(const std::vector<ColumnInfo>& columns);
+
+    /// Reads the identity and the serial of every row.
+    void loadRows();
+    /// Reads those of these columns that are not in memory yet, in one scan.
+    void load(const std::vector<int>& columns) const;
+    void loadAllColumns() const;
+
+    const QString& table() const { return m_table; }
+    bool isPicture() const { return m_connection == nullptr; }
+    bool isDropped() const { return m_dropped; }
+    int columnCount() const { return int(m_columns.size()); }
+    const ColumnInfo& info(int column) const { return m_columns[std::size_t(column)].info; }
+    /// Index of a column by its name in any case, -1 if there is none.
+    int columnIndex(const QString& name) const;
+
+    /// Slots in use, deleted ones included.
+    Row size() const { return Row(m_rowids.size()); }
+    Row deletedCount() const { return m_deletedCount; }
+    bool isDeleted(Row row) const { return m_deletedCount > 0 && m_deleted[row]; }
+    /// The column with its cells, read if it is not in memory yet.
+    const ColumnStore& column(int column) const;
+    /// Gives texts that no row holds yet a code, for keys of pending edits.
+    TextPool::Code internText(int column, const QString& text) const;
+    CellValue value(Row row, int column) const;
+    /// Slots of these rowids, which are in ascending order; unknown ones are left out.
+    std::vector<Row> rowsOf(const std::vector<qint64>& rowids) const;
+    /// Appends to `rows` the live rows below `limit` whose text has one of these codes, ascending.
+    void collectEqual(int column, const std::vector<TextPool::Code>& codes, Row limit, std::vector<Row>& rows) const;
+    /// Rank of every code of a text column in the order of texts; index 0 is Null's and holds 0.
+    const std::vector<quint32>& textRanks(int column) const;
+
+    Row insert(const CellChanges& cells);
+    void update(Row row, const CellChanges& cells);
+    void remove(Row row);
+    void removeAll();
+    /// The table is gone from the database: the rows stay for reading, writing fails.
+    void markDropped() { m_dropped = true; }
+    void appendPictureRow(const std::vector<CellValue>& cells);
+
+    void attach(ImageClient* client) { m_clients.push_back(client); }
+    bool hasClients() const { return !m_clients.empty(); }
+    void detach(ImageClient* client) { std::erase(m_clients, client); }
+
+    /// Bytes of the cells in memory; indexes and ranks apart.
+    std::size_t memory() const;
+    std::size_t indexMemory() const;
+    /// Grows with every change of a row or of the set of rows.
+    quint64 version() const { return m_version; }
+
+private:
+    struct EqualityIndex {
+        int uses = 0;
+        Row covered = 0;          // rows below this slot are in the index
+        std::vector<Row> starts;  // by code: where its rows begin in `rows`
+        std::vector<Row> rows;
+    };
+
+    void requireWritable() const;
+    void buildIndex(EqualityIndex& index, const ColumnStore& column) const;
+    void scanEqual(const ColumnStore& column, const std::vector<TextPool::Code>& codes, Row from, Row to,
+                   std::vector<Row>& rows) const;
+    void fillColumn(ColumnStore& column, const ColumnStore& loaded, const std::vector<qint64>& rowids) const;
+    CellValue storedValue(Row row, int column) const;
+    void setCell(Row row, int column, const CellValue& value);
+    template <typename Notice> void tell(Notice&& notice);
+
+    Connection* m_connection = nullptr;
+    QString m_table;
+    mutable std::vector<ColumnStore> m_columns;
+    std::vector<qint64> m_rowids;
+    std::vector<char> m_deleted;
+    Row m_deletedCount = 0;
+    int m_serialColumn = -1;
+    qint32 m_lastSerial = 0;
+    qint64 m_lastRowid = 0;
+    bool m_dropped = false;
+    quint64 m_version = 0;
+    std::vector<ImageClient*> m_clients;
+    mutable std::vector<EqualityIndex> m_indexes;
+    mutable std::vector<std::vector<quint32>> m_ranks;
+    mutable int m_singleReads = 0;
+};

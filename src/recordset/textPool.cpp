@@ -1,0 +1,140 @@
+#include "recordset/textPool.h"
+
+#include "recordset/error.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr std::size_t kFirstSlots = 64;
+
+char foldedByte(char c) {
+    return c >= 'A' && c <= 'Z' ? char(c + 32) : c;
+}
+
+/// Eight bytes at a time: adds 0x20 to every byte that is A-Z.
+std::uint64_t foldedWord(std::uint64_t word) {
+    constexpr std::uint64_t ones = 0x0101010101010101ULL;
+    const std::uint64_t low = word & (0x7F * ones);
+    const std::uint64_t aboveZ = low + (0x7F - 'Z') * ones;
+    const std::uint64_t fromA = low + (0x80 - 'A') * ones;
+    const std::uint64_t upper = ~word & (0x80 * ones) & (fromA ^ aboveZ);
+    return word | (upper >> 2);
+}
+
+std::uint32_t foldedHash(std::string_view text) {
+    constexpr std::uint64_t prime = 0x9E3779B97F4A7C15ULL;
+    std::uint64_t hash = text.size() * prime;
+    std::size_t at = 0;
+    std::uint64_t word = 0;
+    for (; at + 8 <= text.size(); at += 8) {
+        std::memcpy(&word, text.data() + at, 8);
+        hash = (hash ^ foldedWord(word)) * prime;
+        hash ^= hash >> 32;
+    }
+    if (at < text.size()) {
+        word = 0;
+        std::memcpy(&word, text.data() + at, text.size() - at);
+        hash = (hash ^ foldedWord(word)) * prime;
+        hash ^= hash >> 32;
+    }
+    return std::uint32_t(hash ^ (hash >> 29));
+}
+
+} // namespace
+
+std::string foldedAscii(std::string_view text) {
+    std::string folded(text);
+    for (char& c : folded)
+        c = foldedByte(c);
+    return folded;
+}
+
+bool equalFolded(std::string_view a, std::string_view b) {
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (foldedByte(a[i]) != foldedByte(b[i]))
+            return false;
+    return true;
+}
+
+TextPool::TextPool()
+    : m_ends(1, 0)
+    , m_slots(kFirstSlots) {}
+
+TextPool::Code TextPool::intern(std::string_view text) {
+    const std::uint32_t hash = foldedHash(text);
+    const std::size_t mask = m_slots.size() - 1;
+    std::size_t at = hash & mask;
+    for (; m_slots[at].code != Null; at = (at + 1) & mask) {
+        if (m_slots[at].hash != hash)
+            continue;
+        const std::string_view held = this->text(m_slots[at].code);
+        if (held == text)
+            return m_slots[at].code;
+        m_hasCaseVariants = m_hasCaseVariants || equalFolded(held, text);
+    }
+    if (m_bytes.size() + text.size() > UINT32_MAX)
+        fail(ErrorNumber::Engine, QStringLiteral("一列文字的总量超过 4 GB"));
+    m_bytes.append(text);
+    m_ends.push_back(std::uint32_t(m_bytes.size()));
+    const Code code = last();
+    m_slots[at] = {code, hash};
+    if (std::size_t(code) * 2 > m_slots.size())
+        grow();
+    return code;
+}
+
+template <typename Visit> void TextPool::visitChain(std::string_view text, Visit&& visit) const {
+    const std::uint32_t hash = foldedHash(text);
+    const std::size_t mask = m_slots.size() - 1;
+    for (std::size_t at = hash & mask; m_slots[at].code != Null; at = (at + 1) & mask)
+        if (m_slots[at].hash == hash)
+            visit(m_slots[at].code);
+}
+
+TextPool::Code TextPool::find(std::string_view text) const {
+    Code found = Null;
+    visitChain(text, [&](Code code) {
+        if (this->text(code) == text)
+            found = code;
+    });
+    return found;
+}
+
+std::vector<TextPool::Code> TextPool::findEqual(std::string_view text) const {
+    std::vector<Code> codes;
+    visitChain(text, [&](Code code) {
+        if (equalFolded(this->text(code), text))
+            codes.push_back(code);
+    });
+    return codes;
+}
+
+TextPool::Code TextPool::foldClass(Code code) const {
+    if (code == Null || !m_hasCaseVariants)
+        return code;
+    Code lowest = code;
+    for (const Code other : findEqual(text(code)))
+        lowest = std::min(lowest, other);
+    return lowest;
+}
+
+std::size_t TextPool::memory() const {
+    return m_bytes.capacity() + m_ends.capacity() * sizeof(m_ends[0]) + m_slots.capacity() * sizeof(Slot);
+}
+
+void TextPool::grow() {
+    std::vector<Slot> old(m_slots.size() * 2);
+    old.swap(m_slots);
+    const std::size_t mask = m_slots.size() - 1;
+    for (const Slot& slot : old) {
+        if (slot.code == Null)
+            continue;
+        std::size_t at = slot.hash & mask;
+        while (m_slots[at].code != Null)
+            at = (at + 1) & mask;
+        m_slots[at] = slot;
+    }
+}
