@@ -1,0 +1,139 @@
+#include "data/schema.h"
+
+#include "recordset/connection.h"
+#include "recordset/error.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <sqlite3.h>
+
+#include <memory>
+
+/// Keeps the linker from dropping the resources of a static library; the macro wants to stand in no namespace.
+static void linkResources() {
+    Q_INIT_RESOURCE(schema);
+}
+
+namespace {
+
+using DatabaseHandle = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
+
+DatabaseHandle openHandle(const QString& path, int flags) {
+    sqlite3* db = nullptr;
+    const int code = sqlite3_open_v2(path.toUtf8().constData(), &db, flags, nullptr);
+    DatabaseHandle handle(db, sqlite3_close);
+    if (code != SQLITE_OK)
+        fail(ErrorNumber::Engine, QString::fromUtf8(sqlite3_errmsg(db)), path);
+    return handle;
+}
+
+void runScript(sqlite3* db) {
+    linkResources();
+    QFile script(QStringLiteral(":/schema.sql"));
+    if (!script.open(QIODevice::ReadOnly))
+        fail(ErrorNumber::Engine, QStringLiteral("建表脚本不可读"));
+    if (sqlite3_exec(db, script.readAll().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+        fail(ErrorNumber::Engine, QString::fromUtf8(sqlite3_errmsg(db)), QStringLiteral("schema.sql"));
+}
+
+QStringList columnNames(sqlite3* db, const QString& table) {
+    QStringList names;
+    Statement statement(db, QStringLiteral("PRAGMA table_info(\"%1\")").arg(table));
+    while (statement.step())
+        names << statement.text(1).toLower();
+    return names;
+}
+
+/// What the bytes at the start of the file say against it.
+QString headerFault(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("文件不能读取（%1）").arg(file.errorString());
+    if (file.size() == 0)
+        return QStringLiteral("文件是空的，不是数据库");
+    const QByteArray header = file.read(100);
+    if (header.mid(4, 15) == "Standard Jet DB")
+        return QStringLiteral("这是旧格式（Jet）的数据库，本版本尚不能接收");
+    if (!header.startsWith(QByteArray("SQLite format 3\0", 16)))
+        return QStringLiteral("文件不是本系统的数据库");
+    if (header.size() < 100)
+        return QStringLiteral("文件不完整（被截断）");
+    const auto byte = [&header](int at) { return qint64(quint8(header[at])); };
+    const qint64 pageSize = byte(16) == 0 && byte(17) == 1 ? 65536 : byte(16) << 8 | byte(17);
+    const qint64 pages = byte(28) << 24 | byte(29) << 16 | byte(30) << 8 | byte(31);
+    if (file.size() < pageSize * pages)
+        return QStringLiteral("文件不完整（被截断）：应有 %1 字节，只有 %2 字节").arg(pageSize * pages).arg(file.size());
+    return {};
+}
+
+QString accessFault(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.exists())
+        return QStringLiteral("文件不存在");
+    if (!info.isFile())
+        return QStringLiteral("这不是文件");
+    if (!info.isReadable())
+        return QStringLiteral("没有读取此文件的权限");
+    if (!info.isWritable())
+        return QStringLiteral("文件是只读的");
+    if (!QFileInfo(info.absolutePath()).isWritable())
+        return QStringLiteral("所在的文件夹是只读的，无法安全写入");
+    return {};
+}
+
+QString schemaFault(sqlite3* db) {
+    const DatabaseHandle model = openHandle(QStringLiteral(":memory:"), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    runScript(model.get());
+    for (const QString& table : requiredTables()) {
+        const QStringList there = columnNames(db, table);
+        if (there.isEmpty())
+            return QStringLiteral("缺少表 %1").arg(table);
+        for (const QString& column : columnNames(model.get(), table))
+            if (!there.contains(column))
+                return QStringLiteral("表 %1 缺少列 %2").arg(table, column);
+    }
+    return {};
+}
+
+QString engineFault(const QString& path) {
+    try {
+        const DatabaseHandle db = openHandle(path, SQLITE_OPEN_READWRITE);
+        if (sqlite3_db_readonly(db.get(), "main") == 1)
+            return QStringLiteral("文件是只读的");
+        const int code = sqlite3_exec(db.get(), "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+        if (code == SQLITE_BUSY)
+            return QStringLiteral("文件正被另一个程序使用（已锁定）");
+        if (code != SQLITE_OK)
+            return QStringLiteral("文件已损坏（%1）").arg(QString::fromUtf8(sqlite3_errmsg(db.get())));
+        const QString fault = schemaFault(db.get());
+        sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+        return fault;
+    } catch (const RuntimeError& error) {
+        return QStringLiteral("文件已损坏（%1）").arg(error.text());
+    }
+}
+
+} // namespace
+
+void createDatabase(const QString& path) {
+    const DatabaseHandle db = openHandle(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    runScript(db.get());
+}
+
+QString databaseFault(const QString& path) {
+    QString fault = accessFault(path);
+    if (fault.isEmpty())
+        fault = headerFault(path);
+    if (fault.isEmpty())
+        fault = engineFault(path);
+    return fault.isEmpty() ? QString() : QStringLiteral("不能打开数据库 %1\n%2。").arg(path, fault);
+}
+
+QStringList requiredTables() {
+    return {QStringLiteral("clientTable"),  QStringLiteral("buyList"),      QStringLiteral("productTable"),
+            QStringLiteral("product_Bank"), QStringLiteral("return_Bank"),  QStringLiteral("out_of_Bank"),
+            QStringLiteral("no_use_Bank"),  QStringLiteral("counterCode"),  QStringLiteral("saleTable"),
+            QStringLiteral("orderTable"),   QStringLiteral("buy_Frequence_Table"), QStringLiteral("month_Table"),
+            QStringLiteral("clientplaceTable"), QStringLiteral("clientlineTable")};
+}

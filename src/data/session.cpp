@@ -1,0 +1,84 @@
+#include "data/session.h"
+
+#include "recordset/condition.h"
+#include "recordset/textNumber.h"
+
+namespace {
+
+QString firstRowText(const RecordsetPtr& recordset, const QString& field) {
+    return recordset->hasRows() ? recordset->Fields(field).text() : QString();
+}
+
+} // namespace
+
+Session::Session(const QString& databasePath)
+    : cn(databasePath) {
+    for (RecordsetPtr* slot :
+         {&clientTable, &buyList, &productTable, &productTable2, &buyList2, &clientTable2, &clientTable3, &clerkClients,
+          &productClients, &tempTable2, &buyList3, &product_Bank, &product_Bank2, &stock_Count_Bank, &return_Bank,
+          &return_Bank2, &no_use_Bank, &no_use_Bank2, &out_of_Bank, &counterCode, &orderTable, &saleTable,
+          &buy_Frequence_Table, &month_Table, &orderTotals, &clerkTotals})
+        *slot = std::make_shared<Recordset>(cn);
+}
+
+void Session::openMainCursors() {
+    reopen(clientTable, QStringLiteral("Select * From clientTable"));
+    reopen(buyList, QStringLiteral("Select * From buyList "));
+    reopen(productTable, QStringLiteral("Select * From productTable"));
+}
+
+void Session::open_rs() {
+    openMainCursors();
+    reopen(counterCode, QStringLiteral("Select * From counterCode"));
+    showSource = ShowSource::Clients;
+    readCounters();
+}
+
+void Session::readCounters() {
+    if (!counterCode->hasRows())
+        return;
+    counterCode->MoveFirst();
+    nextClientNum = counterCode->Fields(QStringLiteral("counterNum")).number();
+    nextOrderNum = counterCode->Fields(QStringLiteral("counterNum2")).number();
+    nextProductNum = toInt32(counterCode->Fields(QStringLiteral("counterNum3")).number());
+}
+
+void Session::readCurrent() {
+    currentClientNum = firstRowText(clientTable, QStringLiteral("客户编号"));
+    currentClientName = firstRowText(clientTable, QStringLiteral("单位名称"));
+    currentContact = firstRowText(clientTable, QStringLiteral("联系人"));
+    currentProductNum = firstRowText(buyList, QStringLiteral("产品编号"));
+    currentOrderNum = firstRowText(buyList, QStringLiteral("订单号"));
+}
+
+QString counterText(const std::optional<double>& number) {
+    return number ? plainNumber(*number) : QString();
+}
+
+QString counterText(const std::optional<qint32>& number) {
+    return number ? QString::number(*number) : QString();
+}
+
+void writeCounter(Session& session, const QString& column, double number) {
+    if (!session.counterCode->hasRows())
+        return;
+    session.counterCode->MoveFirst();
+    session.counterCode->Fields(column).setValue(number);
+    session.counterCode->Update();
+}
+
+QString keyCondition(const QString& column, const QString& key) {
+    return column + QStringLiteral(" = '") + quotedInside(key) + u'\'';
+}
+
+QString positionText(const RecordsetPtr& recordset) {
+    if (!recordset->hasRows())
+        return QStringLiteral("0/0");
+    const int count = recordset->RecordCount();
+    int position = recordset->AbsolutePosition();
+    if (recordset->isEOF())
+        position = count;
+    else if (position < 0)
+        position = 1;
+    return QStringLiteral("%1/%2").arg(position).arg(count);
+}

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "recordset/recordset.h"
+
+#include <QDate>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+/// Codes of the data that toolbar commands and reports are to use.
+namespace ShowSource {
+inline constexpr int Clients = 1;
+inline constexpr int Lines = 2;
+inline constexpr int Products = 3;
+} // namespace ShowSource
+
+/// The one connection, the shared cursors and the process values, handed by reference to views and routines. What
+/// one view did to a shared cursor (a filter, a position, a sort) is what the next one finds.
+class Session {
+public:
+    /// Opens the database. Throws RuntimeError.
+    explicit Session(const QString& databasePath);
+
+    Connection cn;
+    /// Directory of the program, without a separator at its end.
+    QString appPath;
+
+    QString activeViewName;
+    QString viewReturnState = QStringLiteral("Open");
+    qint16 sortDirection = 1; // 1 ascending, 2 descending
+    int showSource = 0;
+    int clientShowSource = ShowSource::Clients;
+    int saleShowSource = ShowSource::Lines;
+    int stockShowSource = ShowSource::Products;
+
+    QString currentClientNum;
+    QString currentClientName;
+    QString currentContact;
+    QString currentProductNum;
+    QString currentOrderNum;
+    /// Unset while counterCode has no row.
+    std::optional<double> nextClientNum;
+    std::optional<double> nextOrderNum;
+    std::optional<qint32> nextProductNum;
+
+    QString periodDate1;
+    QString periodDate2;
+    qint16 analysisKind = 0;
+    QString analysisCaption;
+    qint16 safetyStock = 2;
+
+    RecordsetPtr clientTable;
+    RecordsetPtr buyList;
+    RecordsetPtr productTable;
+    RecordsetPtr productTable2;
+    RecordsetPtr buyList2; // the period copy; the basket has a cursor of its own
+    RecordsetPtr clientTable2;
+    RecordsetPtr clientTable3;
+    RecordsetPtr clerkClients;   // one salesperson's customers
+    RecordsetPtr productClients; // buyers of one product
+    RecordsetPtr tempTable2;
+    RecordsetPtr buyList3;
+    RecordsetPtr product_Bank;
+    RecordsetPtr product_Bank2;
+    RecordsetPtr stock_Count_Bank;
+    RecordsetPtr return_Bank;
+    RecordsetPtr return_Bank2;
+    RecordsetPtr no_use_Bank;
+    RecordsetPtr no_use_Bank2;
+    RecordsetPtr out_of_Bank;
+    RecordsetPtr counterCode;
+    RecordsetPtr orderTable;
+    RecordsetPtr saleTable;
+    RecordsetPtr buy_Frequence_Table;
+    RecordsetPtr month_Table;
+    RecordsetPtr orderTotals;
+    RecordsetPtr clerkTotals;
+
+    /// Today, without a time; tests put their own day here.
+    std::function<QDate()> today = [] { return QDate::currentDate(); };
+    QString todayText() const { return dateText(Moment::fromDate(today())); }
+
+    void reopen(RecordsetPtr& slot, const QString& source) { ::reopen(slot, cn, source); }
+
+    /// Opens the cursors on customers, lines and products; with rows in none of them all is well too.
+    void openMainCursors();
+    /// The main window's opening: the main cursors, the counters, and showSource.
+    void open_rs();
+    /// Reads the next numbers from counterCode; without a row they stay as they are.
+    void readCounters();
+    /// Customer, product and order in hand from the first rows, empty without rows.
+    void readCurrent();
+};
+
+/// A counter as boxes, keys and conditions show it: "1001", "" while it is unset.
+QString counterText(const std::optional<double>& number);
+QString counterText(const std::optional<qint32>& number);
+
+/// Writes a counter column of counterCode; without a row nothing is written and nothing fails.
+void writeCounter(Session& session, const QString& column, double number);
+
+/// A condition "column = 'key'" with the key's apostrophes doubled.
+QString keyCondition(const QString& column, const QString& key);
+
+/// "position/count" of a cursor; beyond an end the row of that end; "0/0" without rows or closed.
+QString positionText(const RecordsetPtr& recordset);
