@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+/// One figure beside its reference from the same run.
+struct BenchRow {
+    QString work;
+    double ours = 0;      // median, in `unit`
+    double reference = 0; // median, in `unit`
+    QString unit;
+    double wanted = 0; // highest ratio ours / reference that is good; 0: reported only
+};
+
+/// Collects the rows and prints them.
+class BenchReport {
+public:
+    void add(BenchRow row);
+    /// A remark below the rows, such as a count that must hold.
+    void note(const QString& text);
+    /// How many rows and notes miss what is wanted.
+    int misses() const { return m_misses; }
+    void miss() { ++m_misses; }
+
+private:
+    int m_misses = 0;
+};
+
+/// Milliseconds that `work` takes.
+double milliseconds(const std::function<void()>& work);
+
+double median(std::vector<double> values);
+
+/// Runs both alternately `rounds` times and adds the row of their medians in milliseconds. `before` runs, unmeasured,
+/// ahead of each run of either.
+void alternate(BenchReport& report, const QString& work, double wanted, const std::function<void()>& ours,
+               const std::function<void()>& reference, int rounds = 5, const std::function<void()>& before = {});

@@ -1,0 +1,176 @@
+#include "engineBench.h"
+
+#include "data/recount.h"
+#include "recordset/recordset.h"
+#include "recordset/tableImage.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <sqlite3.h>
+
+namespace {
+
+/// A plain handle of the storage engine, as someone without this program's engine would use it.
+class Plain {
+public:
+    explicit Plain(const QString& path) {
+        sqlite3_open_v2(path.toUtf8().constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    }
+    ~Plain() { sqlite3_close(m_db); }
+    Plain(const Plain&) = delete;
+    Plain& operator=(const Plain&) = delete;
+
+    void exec(const char* sql) { sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr); }
+    sqlite3* handle() { return m_db; }
+
+    /// Steps through all rows and reads every column by its type.
+    qint64 readAll(const char* sql) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(m_db, sql, -1, &statement, nullptr);
+        const int columns = sqlite3_column_count(statement);
+        qint64 sum = 0;
+        while (sqlite3_step(statement) == SQLITE_ROW)
+            for (int i = 0; i < columns; ++i)
+                sum += readCell(statement, i);
+        sqlite3_finalize(statement);
+        return sum;
+    }
+
+private:
+    static qint64 readCell(sqlite3_stmt* statement, int column) {
+        switch (sqlite3_column_type(statement, column)) {
+        case SQLITE_TEXT:
+            return sqlite3_column_text(statement, column)[0] + sqlite3_column_bytes(statement, column);
+        case SQLITE_FLOAT:
+            return sqlite3_column_double(statement, column) > 0;
+        case SQLITE_INTEGER:
+            return sqlite3_column_int64(statement, column);
+        default:
+            return 0;
+        }
+    }
+
+    sqlite3* m_db = nullptr;
+};
+
+RecordsetPtr openLines(Connection& connection) {
+    RecordsetPtr lines;
+    reopen(lines, connection, QStringLiteral("Select * From buyList"));
+    return lines;
+}
+
+void benchOpen(BenchReport& report, const QString& path) {
+    std::unique_ptr<Connection> connection;
+    std::vector<double> first, again, reference;
+    for (int i = 0; i < 5; ++i) {
+        connection = std::make_unique<Connection>(path);
+        first.push_back(milliseconds([&] {
+            openLines(*connection);
+            connection->image(QStringLiteral("buyList"))->loadAllColumns();
+        }));
+        again.push_back(milliseconds([&] { openLines(*connection); }));
+        Plain plain(path);
+        reference.push_back(milliseconds([&] { plain.readAll("SELECT * FROM buyList"); }));
+    }
+    report.add({QStringLiteral("first open of buyList, every column read"), median(first), median(reference), QStringLiteral("ms"), 0.9});
+    report.add({QStringLiteral("reopen of a loaded table / first open"), median(again), median(first), QStringLiteral("ms"), 0.01});
+}
+
+/// Size of a file that holds nothing but buyList.
+qint64 fileOfLinesAlone(const QString& path, const QString& folder) {
+    const QString alone = folder + QStringLiteral("/lines.mdb");
+    QFile::remove(alone);
+    Plain plain(alone);
+    sqlite3* db = nullptr;
+    sqlite3_open(alone.toUtf8().constData(), &db);
+    const QString sql = QStringLiteral("ATTACH '%1' AS s; CREATE TABLE buyList AS SELECT * FROM s.buyList WHERE 0;"
+                                       "INSERT INTO buyList SELECT * FROM s.buyList;").arg(path);
+    sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, nullptr);
+    sqlite3_close(db);
+    const qint64 size = QFileInfo(alone).size();
+    QFile::remove(alone);
+    return size;
+}
+
+void benchMemory(BenchReport& report, const QString& path, const QString& folder) {
+    Connection connection(path);
+    const auto image = connection.image(QStringLiteral("buyList"));
+    image->loadAllColumns();
+    const double mega = 1024.0 * 1024.0;
+    report.add({QStringLiteral("memory of the image of buyList / file of it alone"), double(image->memory()) / mega,
+                double(fileOfLinesAlone(path, folder)) / mega, QStringLiteral("MiB"), 1.2});
+    const RecordsetPtr lines = openLines(connection);
+    for (int i = 0; i < 3; ++i) {
+        lines->setFilter(QStringLiteral("客户编号 = '1001'"));
+        lines->setFilter(QStringLiteral("产品编号 = '1001'"));
+        lines->setSort(QStringLiteral("订单号"));
+    }
+    report.note(QStringLiteral("indexes on 客户编号 and 产品编号, ranks of 订单号: %1 MiB").arg(double(image->indexMemory()) / mega, 0, 'f', 1));
+}
+
+void benchFilters(BenchReport& report, const QString& path) {
+    Plain plain(path);
+    plain.readAll("SELECT * FROM buyList");
+    const char* const equal = "SELECT rowid FROM buyList WHERE 客户编号 = '1500'";
+    std::vector<double> first, again, reference;
+    for (int i = 0; i < 5; ++i) {
+        Connection connection(path);
+        const RecordsetPtr lines = openLines(connection);
+        connection.image(QStringLiteral("buyList"))->loadAllColumns();
+        const auto filter = [&lines](int customer) { lines->setFilter(QStringLiteral("客户编号 = '%1'").arg(customer)); };
+        first.push_back(milliseconds([&] { filter(1500); }));
+        filter(1501);
+        again.push_back(milliseconds([&] { filter(1502); }));
+        reference.push_back(milliseconds([&] { plain.readAll(equal); }));
+    }
+    report.add({QStringLiteral("Filter 客户编号 = 'x', first on the column"), median(first), median(reference), QStringLiteral("ms"), 0.05});
+    report.add({QStringLiteral("Filter 客户编号 = 'x', repeated"), median(again), median(reference), QStringLiteral("ms"), 0.005});
+
+    Connection connection(path);
+    const RecordsetPtr lines = openLines(connection);
+    connection.image(QStringLiteral("buyList"))->loadAllColumns();
+    alternate(report, QStringLiteral("Filter 品名 Like '%纸%'"), 0.2, [&] { lines->setFilter(QStringLiteral("品名 Like '%纸%'")); },
+              [&] { plain.readAll("SELECT rowid FROM buyList WHERE 品名 LIKE '%纸%'"); });
+    lines->clearFilter();
+    const std::pair<const char*, double> sorts[] = {{"日期", 0.1}, {"品名", 0.1}, {"订单号", 0.4}};
+    for (const auto& [field, wanted] : sorts) {
+        // The ranks of texts are kept; each round measures them anew, on a fresh image.
+        std::vector<double> ours, theirs;
+        for (int i = 0; i < 5; ++i) {
+            Connection fresh(path);
+            const RecordsetPtr rs = openLines(fresh);
+            fresh.image(QStringLiteral("buyList"))->loadAllColumns();
+            ours.push_back(milliseconds([&, name = field] { rs->setSort(QString::fromUtf8(name)); }));
+            const QByteArray sql = QByteArray("SELECT rowid FROM buyList ORDER BY ") + field;
+            theirs.push_back(milliseconds([&] { plain.readAll(sql.constData()); }));
+        }
+        report.add({QStringLiteral("Sort %1").arg(QString::fromUtf8(field)), median(ours), median(theirs), QStringLiteral("ms"), wanted});
+    }
+}
+
+void benchRecount(BenchReport& report, const QString& path) {
+    Connection connection(path);
+    RecordsetPtr clients;
+    reopen(clients, connection, QStringLiteral("Select * From clientTable"));
+    const RecordsetPtr lines = openLines(connection);
+    client_totals_recount(connection, clients, lines);
+    const int before = connection.commits();
+    Plain plain(path);
+    alternate(report, QStringLiteral("client_totals_recount, nothing to change"), 0.1,
+              [&] { client_totals_recount(connection, clients, lines); }, [&] {
+                  plain.readAll("SELECT 客户编号, sum(实付), sum(差额利润), sum(数量) FROM buyList GROUP BY 客户编号");
+              });
+    report.note(QStringLiteral("commits by those recounts: %1").arg(connection.commits() - before));
+    if (connection.commits() != before)
+        report.miss();
+}
+
+} // namespace
+
+void runEngineBench(BenchReport& report, const QString& path, const QString& scratchFolder) {
+    benchOpen(report, path);
+    benchMemory(report, path, scratchFolder);
+    benchFilters(report, path);
+    benchRecount(report, path);
+}

@@ -1,0 +1,31 @@
+// Every figure beside its reference from the same run. bench [CUSTOMERS PRODUCTS LINES]
+#include "engineBench.h"
+#include "recordset/error.h"
+#include "support/sampleData.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    const QStringList words = app.arguments();
+    SampleSize size{100'000, 10'000, 1'000'000};
+    if (words.size() == 4)
+        size = {words[1].toInt(), words[2].toInt(), words[3].toInt()};
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("bench.mdb"));
+    std::printf("%d customers, %d products, %d order lines\n", size.customers, size.products, size.lines);
+    std::printf("%-58s %10s %10s\n", "work", "ours", "reference");
+    BenchReport report;
+    try {
+        makeSample(path, size);
+        runEngineBench(report, path, folder.path());
+    } catch (const RuntimeError& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    std::printf("%d missed\n", report.misses());
+    return 0;
+}
