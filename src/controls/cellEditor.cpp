@@ -1,0 +1,58 @@
+#include "controls/cellEditor.h"
+
+#include "controls/dataGrid.h"
+#include "controls/hint.h"
+#include "recordset/error.h"
+#include "recordset/textNumber.h"
+
+#include <QLineEdit>
+
+namespace {
+
+QString refusal(const ColumnInfo& column) {
+    switch (column.type) {
+    case ColumnType::Date:
+        return QStringLiteral("“%1”要填日期，如 2004-2-1；已保留原值").arg(column.name);
+    case ColumnType::Text:
+        return QStringLiteral("“%1”最多 %2 个字；已保留原值").arg(column.name).arg(column.definedSize);
+    default:
+        return QStringLiteral("“%1”要填数字；已保留原值").arg(column.name);
+    }
+}
+
+} // namespace
+
+CellEditor::CellEditor(DataGrid* grid)
+    : QStyledItemDelegate(grid)
+    , m_grid(grid) {}
+
+QWidget* CellEditor::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const {
+    auto* editor = new QLineEdit(parent);
+    editor->setObjectName(QStringLiteral("cellEditor"));
+    editor->setFrame(false);
+    const ColumnInfo& column = m_grid->recordset()->fieldInfo(index.column());
+    if (column.type == ColumnType::Text)
+        editor->setMaxLength(column.definedSize);
+    return editor;
+}
+
+void CellEditor::setEditorData(QWidget* editor, const QModelIndex& index) const {
+    auto* box = static_cast<QLineEdit*>(editor);
+    box->setText(index.data(Qt::EditRole).toString());
+    box->selectAll();
+}
+
+void CellEditor::setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const {
+    const QString text = static_cast<QLineEdit*>(editor)->text();
+    if (text == index.data(Qt::EditRole).toString())
+        return;
+    const int field = index.column();
+    try {
+        m_grid->recordset()->moveTo(index.row());
+        m_grid->recordset()->Fields(field).setValue(text);
+    } catch (const RuntimeError&) {
+        showHint(editor, refusal(m_grid->recordset()->fieldInfo(field)));
+        return;
+    }
+    Q_EMIT m_grid->cellEdited(field);
+}

@@ -1,0 +1,198 @@
+#include "controls/dataGrid.h"
+
+#include "controls/cellEditor.h"
+#include "controls/prompts.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QMenu>
+#include <QPainter>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <set>
+
+namespace {
+
+constexpr int kSampledRows = 60;
+constexpr int kWidestColumn = 260;
+
+QString csvCell(const QString& text) {
+    if (!text.contains(u',') && !text.contains(u'"') && !text.contains(u'\n') && !text.contains(u'\r'))
+        return text;
+    QString doubled = text;
+    return u'"' + doubled.replace(u'"', QStringLiteral("\"\"")) + u'"';
+}
+
+} // namespace
+
+DataGrid::DataGrid(Prompts& prompts, QWidget* parent)
+    : QTableView(parent)
+    , m_prompts(prompts)
+    , m_model(new RecordsetModel(this)) {
+    setModel(m_model);
+    setItemDelegate(new CellEditor(this));
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ContiguousSelection);
+    setEditTriggers(NoEditTriggers);
+    setWordWrap(false);
+    setAlternatingRowColors(true);
+    setVerticalScrollMode(ScrollPerItem);
+    setTabKeyNavigation(false);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    verticalHeader()->hide();
+    horizontalHeader()->setHighlightSections(false);
+    setAccessibleName(QStringLiteral("数据表"));
+    connect(m_model, &RecordsetModel::currentRowMoved, this, [this] {
+        followRecordset();
+        if (m_rowHandler)
+            m_rowHandler();
+    });
+}
+
+void DataGrid::bind(const RecordsetPtr& recordset, const QStringList& hidden) {
+    const bool other = m_model->recordset() != recordset;
+    if (other)
+        m_model->setRecordset(recordset);
+    for (int i = 0; i < m_model->columnCount(); ++i)
+        setColumnHidden(i, hidden.contains(recordset->fieldInfo(i).name));
+    if (other)
+        fitColumns();
+    followRecordset();
+}
+
+void DataGrid::setEditable(bool editable) {
+    m_model->setEditable(editable);
+    setEditTriggers(editable ? EditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed) : NoEditTriggers);
+    setSelectionBehavior(editable ? SelectItems : SelectRows);
+}
+
+void DataGrid::fitColumns() {
+    const QFontMetrics metrics = fontMetrics();
+    const int rows = std::min(m_model->rowCount(), kSampledRows);
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        int width = metrics.horizontalAdvance(m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+        if (!isColumnHidden(column))
+            for (int row = 0; row < rows; ++row)
+                width = std::max(width, metrics.horizontalAdvance(
+                                            m_model->data(m_model->index(row, column), Qt::DisplayRole).toString()));
+        setColumnWidth(column, std::min(width + 22, kWidestColumn));
+    }
+}
+
+void DataGrid::followRecordset() {
+    const RecordsetPtr& bound = recordset();
+    if (!bound || !bound->isOpen())
+        return;
+    m_following = true;
+    const int position = bound->AbsolutePosition();
+    if (position <= 0) {
+        setCurrentIndex({});
+        clearSelection();
+    } else if (currentIndex().row() != position - 1 || !selectionModel()->hasSelection()) {
+        const int column = currentIndex().isValid() ? currentIndex().column() : horizontalHeader()->logicalIndexAt(0);
+        setCurrentIndex(m_model->index(position - 1, std::max(0, column)));
+    }
+    m_following = false;
+}
+
+void DataGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    if (m_following || !current.isValid() || !recordset() || !recordset()->isOpen())
+        return;
+    if (recordset()->AbsolutePosition() != current.row() + 1)
+        recordset()->moveTo(current.row());
+    else if (current.row() == previous.row())
+        return;
+    if (!m_pressing)
+        Q_EMIT rowChosen();
+}
+
+void DataGrid::mousePressEvent(QMouseEvent* event) {
+    m_pressing = true;
+    QTableView::mousePressEvent(event);
+    m_pressing = false;
+    const QModelIndex index = indexAt(event->pos());
+    if (!index.isValid() || event->button() != Qt::LeftButton)
+        return;
+    // The row may stand under the mouse already while the cursor is on no row at all.
+    if (recordset()->AbsolutePosition() != index.row() + 1)
+        recordset()->moveTo(index.row());
+    Q_EMIT rowChosen();
+}
+
+void DataGrid::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (m_model->rowCount() > 0 || m_emptyText.isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
+}
+
+void DataGrid::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu(this);
+    menu.addActions(m_actions);
+    if (!m_actions.isEmpty())
+        menu.addSeparator();
+    QAction* copy = menu.addAction(QStringLiteral("复制所选行"),
+                                   [this] { QApplication::clipboard()->setText(selectedText()); });
+    QAction* save = menu.addAction(QStringLiteral("导出 CSV…"), [this] { askExport(); });
+    copy->setEnabled(selectionModel()->hasSelection());
+    save->setEnabled(m_model->rowCount() > 0);
+    menu.exec(event->globalPos());
+}
+
+void DataGrid::commitEditor() {
+    if (state() != EditingState)
+        return;
+    if (QWidget* editor = indexWidget(currentIndex()) ? indexWidget(currentIndex())
+                                                      : viewport()->findChild<QWidget*>(QStringLiteral("cellEditor"))) {
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
+QString DataGrid::selectedText() const {
+    std::set<int> rows;
+    for (const QModelIndex& index : selectionModel()->selectedIndexes())
+        rows.insert(index.row());
+    QStringList lines;
+    for (const int row : rows) {
+        QStringList cells;
+        for (int column = 0; column < m_model->columnCount(); ++column)
+            if (!isColumnHidden(column))
+                cells << m_model->index(row, column).data().toString();
+        lines << cells.join(u'\t');
+    }
+    return lines.join(u'\n');
+}
+
+bool DataGrid::exportCsv(const QString& path) const {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    const auto writeLine = [this, &file](auto&& cell) {
+        QStringList cells;
+        for (int column = 0; column < m_model->columnCount(); ++column)
+            if (!isColumnHidden(column))
+                cells << csvCell(cell(column));
+        file.write(cells.join(u',').toUtf8() + "\r\n");
+    };
+    // The byte order mark tells spreadsheets that the text is UTF-8.
+    file.write("\xEF\xBB\xBF");
+    writeLine([this](int column) { return m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(); });
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        writeLine([this, row](int column) { return m_model->index(row, column).data().toString(); });
+    return file.commit();
+}
+
+void DataGrid::askExport() {
+    const auto path = m_prompts.saveFile(QStringLiteral("导出 CSV"), QStringLiteral("导出.csv"), QStringLiteral("CSV (*.csv)"));
+    if (path && !exportCsv(*path))
+        m_prompts.tell(QStringLiteral("文件不能写入：%1").arg(*path));
+}

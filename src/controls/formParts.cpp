@@ -1,0 +1,40 @@
+#include "controls/formParts.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+QPushButton* makeButton(const QString& name, const QString& caption, QWidget* parent) {
+    auto* button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    button->setAccessibleName(caption);
+    button->setAutoDefault(false);
+    return button;
+}
+
+QLabel* makeLabel(const QString& name, const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(name);
+    return label;
+}
+
+QLineEdit* makeSearchBox(const QString& name, const QString& toolTip, QPushButton* button, QWidget* parent) {
+    auto* box = new QLineEdit(parent);
+    box->setObjectName(name);
+    box->setToolTip(toolTip);
+    box->setPlaceholderText(toolTip);
+    box->setAccessibleName(QStringLiteral("查询入口"));
+    box->setClearButtonEnabled(true);
+    QObject::connect(box, &QLineEdit::returnPressed, button, &QPushButton::click);
+    return box;
+}
+
+QColor colourOfNumber(int blueGreenRed) {
+    return QColor(blueGreenRed & 0xFF, (blueGreenRed >> 8) & 0xFF, (blueGreenRed >> 16) & 0xFF);
+}
+
+void setTextColour(QLabel* label, const QColor& colour) {
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, colour);
+    label->setPalette(palette);
+}

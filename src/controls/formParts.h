@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QWidget;
+
+/// A button with its object name and caption.
+QPushButton* makeButton(const QString& name, const QString& caption, QWidget* parent);
+
+/// A label with its object name and text.
+QLabel* makeLabel(const QString& name, const QString& text, QWidget* parent);
+
+/// A search box with its tool tip, whose Enter presses `button`.
+QLineEdit* makeSearchBox(const QString& name, const QString& toolTip, QPushButton* button, QWidget* parent);
+
+/// A colour given as one number in the order blue, green, red.
+QColor colourOfNumber(int blueGreenRed);
+
+/// Sets the colour of a label's text.
+void setTextColour(QLabel* label, const QColor& colour);

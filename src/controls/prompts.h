@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+class QWidget;
+
+/// Everything that stops the program for an answer goes through here: Qt's own dialogs in the program, a scripted
+/// stand-in in tests.
+class Prompts {
+public:
+    virtual ~Prompts() = default;
+
+    /// A message with an OK button.
+    virtual void tell(const QString& text, const QString& title = QStringLiteral("信息提示")) = 0;
+    /// A question with OK and Cancel; true for OK.
+    virtual bool confirm(const QString& text, const QString& title = QStringLiteral("信息提示")) = 0;
+    /// A question with Yes and No; true for Yes.
+    virtual bool ask(const QString& text, const QString& title = QStringLiteral("信息提示")) = 0;
+    /// A line of text; nothing where the user cancels.
+    virtual std::optional<QString> input(const QString& text, const QString& title) = 0;
+    /// A name for a file to be written; nothing where the user cancels. `filter` as in "CSV (*.csv)".
+    virtual std::optional<QString> saveFile(const QString& title, const QString& proposal, const QString& filter) = 0;
+};
+
+/// The dialogs of the program, in front of the active window.
+class WindowPrompts : public Prompts {
+public:
+    void tell(const QString& text, const QString& title) override;
+    bool confirm(const QString& text, const QString& title) override;
+    bool ask(const QString& text, const QString& title) override;
+    std::optional<QString> input(const QString& text, const QString& title) override;
+    std::optional<QString> saveFile(const QString& title, const QString& proposal, const QString& filter) override;
+};

@@ -1,0 +1,132 @@
+#include "controls/recordBoxes.h"
+
+#include "recordset/error.h"
+#include "recordset/textNumber.h"
+
+#include <QGridLayout>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QTimer>
+#include <QValidator>
+
+#include <cmath>
+
+namespace {
+
+/// Numbers up to this size stay finite when two of them are multiplied.
+constexpr double kLargestNumber = 1e150;
+
+class NumberLimit : public QValidator {
+public:
+    using QValidator::QValidator;
+
+    State validate(QString& text, int&) const override {
+        try {
+            return std::fabs(val(text)) <= kLargestNumber ? Acceptable : Invalid;
+        } catch (const RuntimeError&) {
+            return Invalid;
+        }
+    }
+};
+
+} // namespace
+
+void RecordBox::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    selectAll();
+    m_selectOnPress = event->reason() == Qt::MouseFocusReason;
+}
+
+void RecordBox::mousePressEvent(QMouseEvent* event) {
+    QLineEdit::mousePressEvent(event);
+    // The press that brought the focus would take the selection away again.
+    if (std::exchange(m_selectOnPress, false))
+        selectAll();
+}
+
+void RecordBox::inputMethodEvent(QInputMethodEvent* event) {
+    m_composing = !event->preeditString().isEmpty();
+    QLineEdit::inputMethodEvent(event);
+}
+
+RecordBoxes::RecordBoxes(const QString& name, const QStringList& captions, std::optional<BoxKeys> keys, QWidget* parent)
+    : QObject(parent)
+    , m_captions(captions)
+    , m_keys(keys) {
+    for (int i = 0; i < captions.size(); ++i) {
+        auto* box = new RecordBox(parent);
+        box->setObjectName(QStringLiteral("%1(%2)").arg(name).arg(i));
+        box->setAccessibleName(QString(captions[i]).remove(u' '));
+        box->installEventFilter(this);
+        connect(box, &QLineEdit::textEdited, this, [this, i] { Q_EMIT edited(i); });
+        connect(box, &QLineEdit::textChanged, this, [this, i] { Q_EMIT changed(i); });
+        m_boxes.push_back(box);
+    }
+}
+
+QStringList RecordBoxes::texts() const {
+    QStringList texts;
+    for (const RecordBox* box : m_boxes)
+        texts << box->text();
+    return texts;
+}
+
+void RecordBoxes::setTexts(const QStringList& texts) {
+    for (int i = 0; i < count(); ++i) {
+        setText(i, texts.value(i));
+        box(i)->setCursorPosition(0);
+    }
+}
+
+void RecordBoxes::clear() {
+    for (RecordBox* box : m_boxes)
+        box->clear();
+}
+
+void RecordBoxes::focus(int index) {
+    box(index)->setFocus(Qt::OtherFocusReason);
+}
+
+void RecordBoxes::limitToNumbers(const std::vector<int>& indices) {
+    for (const int index : indices) {
+        box(index)->setValidator(new NumberLimit(box(index)));
+        box(index)->setAlignment(Qt::AlignRight);
+    }
+}
+
+void RecordBoxes::layOut(QGridLayout* grid, int columns, int firstRow) const {
+    const int rows = (count() + columns - 1) / columns;
+    for (int i = 0; i < count(); ++i)
+        place(grid, i, firstRow + i % rows, i / rows * 2);
+}
+
+void RecordBoxes::place(QGridLayout* grid, int index, int row, int column, int columnSpan) const {
+    auto* caption = new QLabel(m_captions[index], box(index)->parentWidget());
+    caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    caption->setBuddy(box(index));
+    grid->addWidget(caption, row, column);
+    grid->addWidget(box(index), row, column + 1, 1, columnSpan);
+}
+
+bool RecordBoxes::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || !m_keys)
+        return QObject::eventFilter(watched, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const auto* source = static_cast<RecordBox*>(watched);
+    if (source->isComposing())
+        return false;
+    const int index = int(std::find(m_boxes.begin(), m_boxes.end(), source) - m_boxes.begin());
+    const bool control = key->modifiers().testFlag(Qt::ControlModifier);
+    int step = 0;
+    if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)
+        step = 1;
+    else if (control && key->key() == m_keys->on)
+        step = 1;
+    else if (control && key->key() == m_keys->back)
+        step = -1;
+    if (step == 0)
+        return QObject::eventFilter(watched, event);
+    focus((index + step + count()) % count());
+    return true;
+}

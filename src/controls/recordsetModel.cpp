@@ -1,0 +1,114 @@
+#include "controls/recordsetModel.h"
+
+RecordsetModel::RecordsetModel(QObject* parent)
+    : QAbstractTableModel(parent) {}
+
+RecordsetModel::~RecordsetModel() {
+    if (m_recordset)
+        m_recordset->unobserve(this);
+}
+
+void RecordsetModel::setRecordset(RecordsetPtr recordset) {
+    if (m_recordset)
+        m_recordset->unobserve(this);
+    m_recordset = std::move(recordset);
+    if (m_recordset)
+        m_recordset->observe(this);
+    viewReset();
+}
+
+void RecordsetModel::setOverlay(Overlay overlay) {
+    m_overlay = std::move(overlay);
+}
+
+void RecordsetModel::refreshRow(RowId row) {
+    for (int position = 0; position < m_rows; ++position)
+        if (m_recordset->rowAt(position) == row)
+            return rowChanged(position);
+}
+
+void RecordsetModel::refreshAll() {
+    if (m_rows > 0)
+        Q_EMIT dataChanged(index(0, 0), index(m_rows - 1, m_columns - 1));
+}
+
+int RecordsetModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : m_rows;
+}
+
+int RecordsetModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : m_columns;
+}
+
+QString RecordsetModel::cellText(int row, int field) const {
+    if (m_overlay)
+        if (const auto shown = m_overlay(m_recordset->rowAt(row), field))
+            return fieldText(*shown);
+    return fieldText(m_recordset->valueAt(row, field));
+}
+
+QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= m_rows || index.column() >= m_columns)
+        return {};
+    if (role == Qt::DisplayRole || role == Qt::EditRole)
+        return cellText(index.row(), index.column());
+    if (role != Qt::TextAlignmentRole)
+        return {};
+    switch (m_recordset->fieldInfo(index.column()).type) {
+    case ColumnType::Text:
+        return int(Qt::AlignLeft | Qt::AlignVCenter);
+    case ColumnType::Date:
+        return int(Qt::AlignCenter);
+    default:
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    }
+}
+
+QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section < m_columns)
+        return m_recordset->fieldInfo(section).name;
+    if (orientation == Qt::Vertical && role == Qt::DisplayRole)
+        return section + 1;
+    return {};
+}
+
+Qt::ItemFlags RecordsetModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    const bool editable = index.isValid() && m_editable && !m_recordset->isReadOnly() &&
+                          m_recordset->fieldInfo(index.column()).type != ColumnType::Serial;
+    return editable ? flags | Qt::ItemIsEditable : flags;
+}
+
+void RecordsetModel::viewReset() {
+    beginResetModel();
+    const bool open = m_recordset && m_recordset->isOpen();
+    m_rows = open ? m_recordset->RecordCount() : 0;
+    m_columns = open ? m_recordset->fieldCount() : 0;
+    endResetModel();
+}
+
+void RecordsetModel::rowsAboutToBeRemoved(int first, int last) {
+    beginRemoveRows({}, first, last);
+    m_rows -= last - first + 1;
+}
+
+void RecordsetModel::rowsRemoved() {
+    endRemoveRows();
+}
+
+void RecordsetModel::rowAboutToBeAppended() {
+    beginInsertRows({}, m_rows, m_rows);
+}
+
+void RecordsetModel::rowAppended() {
+    ++m_rows;
+    endInsertRows();
+}
+
+void RecordsetModel::rowChanged(int position) {
+    Q_EMIT dataChanged(index(position, 0), index(position, m_columns - 1));
+}
+
+void RecordsetModel::currentChanged() {
+    Q_EMIT currentRowMoved();
+}

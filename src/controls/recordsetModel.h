@@ -1,0 +1,55 @@
+#pragma once
+
+#include "recordset/recordset.h"
+
+#include <QAbstractTableModel>
+
+#include <functional>
+#include <optional>
+
+/// A recordset as Qt's item views want it: its view row by row, pending edits included. Cells are made into text
+/// only when they are painted.
+class RecordsetModel : public QAbstractTableModel, private RecordsetObserver {
+    Q_OBJECT
+
+public:
+    /// What a cell shows in place of its value; painted only, never an edit.
+    using Overlay = std::function<std::optional<CellValue>(RowId row, int field)>;
+
+    explicit RecordsetModel(QObject* parent = nullptr);
+    ~RecordsetModel() override;
+
+    void setRecordset(RecordsetPtr recordset);
+    const RecordsetPtr& recordset() const { return m_recordset; }
+    void setOverlay(Overlay overlay);
+    void setEditable(bool editable) { m_editable = editable; }
+    /// Paints a row again whose overlay changed.
+    void refreshRow(RowId row);
+    void refreshAll();
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+Q_SIGNALS:
+    /// The current row or the view is another one.
+    void currentRowMoved();
+
+private:
+    void viewReset() override;
+    void rowsAboutToBeRemoved(int first, int last) override;
+    void rowsRemoved() override;
+    void rowAboutToBeAppended() override;
+    void rowAppended() override;
+    void rowChanged(int position) override;
+    void currentChanged() override;
+    QString cellText(int row, int field) const;
+
+    RecordsetPtr m_recordset;
+    Overlay m_overlay;
+    bool m_editable = false;
+    int m_rows = 0;
+    int m_columns = 0;
+};

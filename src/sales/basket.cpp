@@ -1,0 +1,249 @@
+#include "sales/basket.h"
+
+#include "recordset/error.h"
+#include "recordset/ignoringErrors.h"
+#include "recordset/textNumber.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+bool isNumberBox(int index) {
+    return index == LineBox::Price || index == LineBox::Quantity || index == LineBox::Due || index == LineBox::Paid;
+}
+
+QString field(const RecordsetPtr& recordset, const char16_t* name) {
+    return recordset->Fields(QString::fromUtf16(name)).text();
+}
+
+double number(const RecordsetPtr& recordset, const char16_t* name) {
+    return val(field(recordset, name));
+}
+
+QString cut(const RecordsetPtr& basket, int box, const QString& text) {
+    return trimBlanks(leftPart(text, basket->Fields(lineColumns()[box]).DefinedSize()));
+}
+
+void setSums(const RecordsetPtr& basket, double due, double paid, double margin) {
+    basket->Fields(QStringLiteral("合计")).setValue(due);
+    basket->Fields(QStringLiteral("实付")).setValue(paid);
+    basket->Fields(QStringLiteral("差额利润")).setValue(margin);
+}
+
+} // namespace
+
+const QStringList& lineColumns() {
+    static const QStringList columns{QStringLiteral("订单号"), QStringLiteral("客户编号"), QStringLiteral("产品编号"),
+                                     QStringLiteral("日期"),   QStringLiteral("品名"),     QStringLiteral("产地"),
+                                     QStringLiteral("规格"),   QStringLiteral("厂家"),     QStringLiteral("单价"),
+                                     QStringLiteral("计量单位"), QStringLiteral("数量"),   QStringLiteral("合计"),
+                                     QStringLiteral("折扣"),   QStringLiteral("实付")};
+    return columns;
+}
+
+LineAmounts lineAmounts(const QString& quantity, const QString& price, const QString& discount) {
+    LineAmounts amounts;
+    const double due = checkedFinite(val(quantity) * val(price));
+    double percent = 100;
+    try {
+        percent = val(discount);
+    } catch (const RuntimeError&) {
+        // A number beyond all bounds is above 100 like any other.
+    }
+    amounts.discount = discount;
+    if (percent <= 0 || percent >= 100) {
+        amounts.discount = QStringLiteral("100");
+        percent = 100;
+    }
+    amounts.due = plainNumber(due);
+    amounts.paid = plainNumber(checkedFinite(percent * due / 100));
+    return amounts;
+}
+
+QStringList newLineTexts(Session& session) {
+    const RecordsetPtr& products = session.productTable;
+    QStringList texts(LineBox::Count, QString());
+    texts[LineBox::Order] = counterText(session.nextOrderNum);
+    texts[LineBox::Client] = session.currentClientNum;
+    texts[LineBox::Date] = session.todayText();
+    for (const int box : {LineBox::Product, LineBox::Name, LineBox::Place, LineBox::Spec, LineBox::Maker, LineBox::Price,
+                          LineBox::Unit, LineBox::Discount})
+        texts[box] = products->Fields(lineColumns()[box]).text();
+    for (const int box : {LineBox::Quantity, LineBox::Due, LineBox::Paid})
+        texts[box] = QStringLiteral("0");
+    return texts;
+}
+
+QStringList basketRowTexts(const RecordsetPtr& basket) {
+    QStringList texts;
+    for (const QString& column : lineColumns())
+        texts << basket->Fields(column).text();
+    return texts;
+}
+
+std::optional<QString> lineFault(const QStringList& boxes) {
+    enum class Test { NotEmpty, Date, Numeric };
+    static const struct {
+        int box;
+        Test test;
+        QString message;
+    } rules[] = {
+        {LineBox::Order, Test::NotEmpty, QStringLiteral("请输入订单号！")},
+        {LineBox::Client, Test::NotEmpty, QStringLiteral("请输入客户编号！")},
+        {LineBox::Product, Test::NotEmpty, QStringLiteral("请输入产品编号！")},
+        {LineBox::Date, Test::Date, QStringLiteral("日期格式错误！")},
+        {LineBox::Name, Test::NotEmpty, QStringLiteral("请输入品名！")},
+        {LineBox::Price, Test::Numeric, QStringLiteral("请输入单价！")},
+        {LineBox::Quantity, Test::Numeric, QStringLiteral("请输入数量！")},
+        {LineBox::Due, Test::Numeric, QStringLiteral("请输入应付！")},
+        {LineBox::Paid, Test::Numeric, QStringLiteral("请输入实付！")},
+    };
+    for (const auto& rule : rules) {
+        const QString text = trimBlanks(boxes[rule.box]);
+        const bool good = rule.test == Test::NotEmpty ? !text.isEmpty()
+                          : rule.test == Test::Date   ? isDate(text)
+                                                      : isNumeric(text);
+        if (!good)
+            return rule.message;
+    }
+    return std::nullopt;
+}
+
+void writeRecord5(const RecordsetPtr& basket, const QStringList& boxes, double unitCost) {
+    for (int box = 0; box < LineBox::Count; ++box) {
+        Field target = basket->Fields(lineColumns()[box]);
+        if (isNumberBox(box))
+            target.setValue(val(boxes[box]));
+        else if (box == LineBox::Date)
+            target.setValue(trimBlanks(boxes[box].left(10)));
+        else if (box == LineBox::Discount)
+            target.setValue(plainNumber(val(boxes[box])));
+        else
+            target.setValue(cut(basket, box, boxes[box]));
+    }
+    basket->Fields(QStringLiteral("成本")).setValue(unitCost);
+    basket->Fields(QStringLiteral("差额利润"))
+        .setValue(checkedFinite(val(boxes[LineBox::Paid]) - unitCost * val(boxes[LineBox::Quantity])));
+}
+
+RecordsetPtr openBasket(Session& session) {
+    WriteBatch batch(session.cn);
+    if (!session.cn.hasTable(QStringLiteral("buyList2")))
+        runStatement(session.cn, QStringLiteral("Select Top 1 * Into buyList2 From buyList"));
+    runStatement(session.cn, QStringLiteral("Delete * From buyList2"));
+    batch.finish();
+    session.saleShowSource = ShowSource::Lines;
+    session.clientShowSource = ShowSource::Clients;
+    auto basket = std::make_shared<Recordset>(session.cn);
+    basket->Open(QStringLiteral("Select * From buyList2"));
+    return basket;
+}
+
+bool check_Repeat_ProductNum(const RecordsetPtr& basket, const QString& productNum) {
+    if (!basket->hasRows())
+        return false;
+    const QuietWalk walk(basket);
+    const auto before = basket->currentRow();
+    basket->MoveFirst();
+    basket->Find(keyCondition(QStringLiteral("产品编号"), productNum));
+    if (!basket->isEOF())
+        return true;
+    if (before)
+        basket->moveToRow(*before);
+    return false;
+}
+
+qint32 product_Num3(Session& session, const QString& clientNum, const QString& productNum) {
+    const RecordsetPtr& lines = session.buyList;
+    if (!lines->isOpen())
+        return 0;
+    const QuietWalk walk(lines);
+    lines->setFilter(keyCondition(QStringLiteral("客户编号"), clientNum) + QStringLiteral(" And ") +
+                     keyCondition(QStringLiteral("产品编号"), productNum));
+    const int quantity = lines->fieldIndex(QStringLiteral("数量"));
+    qint32 sum = 0;
+    for (int i = 0; i < lines->RecordCount(); ++i)
+        sum = toInt32(sum + lines->numberAt(i, quantity));
+    lines->clearFilter();
+    return sum;
+}
+
+BasketTotals basketTotals(const RecordsetPtr& basket) {
+    BasketTotals totals;
+    const int quantity = basket->fieldIndex(QStringLiteral("数量"));
+    const int paid = basket->fieldIndex(QStringLiteral("实付"));
+    for (int i = 0; i < basket->RecordCount(); ++i) {
+        totals.quantity = checkedFinite(totals.quantity + basket->numberAt(i, quantity));
+        totals.paid = checkedFinite(totals.paid + basket->numberAt(i, paid));
+    }
+    return totals;
+}
+
+std::optional<StockRow> stockOf(Session& session, const QString& productNum) {
+    Recordset product(session.cn);
+    product.Open(QStringLiteral("Select * From productTable Where ") + keyCondition(QStringLiteral("产品编号"), productNum));
+    if (!product.hasRows())
+        return std::nullopt;
+    return StockRow{*product.currentRow(), toNumber(product.Fields(QStringLiteral("数量")).OriginalValue())};
+}
+
+void recomputeLine(const RecordsetPtr& basket) {
+    const double quantity = number(basket, u"数量");
+    const double due = checkedFinite(number(basket, u"单价") * quantity);
+    const double paid = checkedFinite(number(basket, u"折扣") / 100 * due);
+    setSums(basket, due, paid, checkedFinite(paid - number(basket, u"成本") * quantity));
+}
+
+BasketEdit afterBasketEdit(Session& session, const RecordsetPtr& basket) {
+    const RecordsetPtr& products = session.productTable;
+    const QuietWalk walk(products);
+    products->clearFilter();
+    products->Find(keyCondition(QStringLiteral("产品编号"), field(basket, u"产品编号")));
+    if (products->isEOF()) {
+        basket->Fields(QStringLiteral("数量")).setValue(0.0);
+        setSums(basket, 0, 0, 0);
+        return BasketEdit::Done;
+    }
+    const double available = toNumber(products->Fields(QStringLiteral("数量")).OriginalValue());
+    Field quantity = basket->Fields(QStringLiteral("数量"));
+    const double stored = toNumber(quantity.OriginalValue());
+    const bool tooMany = val(quantity.text()) - stored > available;
+    if (tooMany)
+        quantity.setValue(stored);
+    recomputeLine(basket);
+    return tooMany ? BasketEdit::TooMany : BasketEdit::Done;
+}
+
+void saveBasket(Session& session, const RecordsetPtr& basket) {
+    IgnoringErrors errors;
+    const QuietWalk walk(basket);
+    const auto before = basket->currentRow();
+    WriteBatch batch(session.cn);
+    errors.run([&] { basket->UpdateBatch(3); });
+    for (int i = 0; i < basket->RecordCount(); ++i) {
+        errors.run([&] { basket->moveTo(i); });
+        errors.run([&] { recomputeLine(basket); });
+        errors.run([&] { basket->Update(); });
+    }
+    batch.finish();
+    if (before)
+        basket->moveToRow(*before);
+}
+
+void clearBasket(Session& session, const RecordsetPtr& basket) {
+    const QuietWalk walk(basket);
+    WriteBatch batch(session.cn);
+    while (basket->hasRows()) {
+        basket->MoveFirst();
+        basket->Delete();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+    batch.finish();
+}
+
+QString productSearch(const QString& text) {
+    QStringList parts{QStringLiteral("产品编号 = '") + text + u'\''};
+    for (const auto* column : {u"品名", u"规格", u"产地", u"厂家"})
+        parts << QString::fromUtf16(column) + QStringLiteral(" Like '%") + text + QStringLiteral("%'");
+    return parts.join(QStringLiteral(" Or "));
+}

@@ -1,0 +1,433 @@
+#include "sales/buyFm1.h"
+
+#include "controls/dataGrid.h"
+#include "controls/formParts.h"
+#include "controls/moveButtons.h"
+#include "controls/prompts.h"
+#include "controls/recordBoxes.h"
+#include "recordset/error.h"
+#include "recordset/textNumber.h"
+#include "sales/buyFm1Panels.h"
+#include "sales/clientRegister.h"
+#include "sales/settlement.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QStackedWidget>
+
+#include <cmath>
+
+namespace {
+
+const QStringList& hiddenColumns() {
+    static const QStringList columns{QStringLiteral("流水号"), QStringLiteral("成本")};
+    return columns;
+}
+
+/// Val of a typed number; one beyond all bounds is more than any stock.
+double valOrMost(const QString& text) {
+    try {
+        return val(text);
+    } catch (const RuntimeError&) {
+        return HUGE_VAL;
+    }
+}
+
+} // namespace
+
+buyFm1::buyFm1(Session& session, Prompts& prompts)
+    : TopWindow(QStringLiteral("buyFm1"), QStringLiteral("购买"))
+    , m_session(session)
+    , m_prompts(prompts) {
+    build();
+    connectProducts();
+    connectLine();
+    connectBasket();
+    open();
+    resize(1240, 700);
+}
+
+buyFm1::~buyFm1() {
+    m_products->grid->unbind();
+    m_basketPanel->grid->unbind();
+}
+
+void buyFm1::build() {
+    m_company = makeLabel(QStringLiteral("Label6"), {}, this);
+    m_contact = makeLabel(QStringLiteral("Label8"), {}, this);
+    auto* head = new QHBoxLayout;
+    head->addWidget(makeLabel(QStringLiteral("Label5"), QStringLiteral("单位名称："), this));
+    head->addWidget(m_company);
+    head->addSpacing(32);
+    head->addWidget(makeLabel(QStringLiteral("Label7"), QStringLiteral("联系人："), this));
+    head->addWidget(m_contact);
+    head->addStretch(1);
+    m_products = new ProductPanel(m_prompts, this);
+    m_frames = new QStackedWidget(this);
+    m_line = new LinePanel(m_frames);
+    m_basketPanel = new BasketPanel(m_prompts, m_frames);
+    m_frames->addWidget(m_line);
+    m_frames->addWidget(m_basketPanel);
+    auto* body = new QHBoxLayout;
+    body->addWidget(m_products, 6);
+    body->addWidget(m_frames, 5);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(head);
+    column->addLayout(body, 1);
+}
+
+void buyFm1::connectProducts() {
+    connect(m_products->grid, &DataGrid::rowChosen, this, &buyFm1::GataGrid1_show);
+    connect(m_products->moves, &MoveButtons::pressed, this, &buyFm1::moveProduct);
+    connect(m_products->find, &QPushButton::clicked, this, &buyFm1::searchProducts);
+    connect(m_products->whole, &QPushButton::clicked, this, &buyFm1::showAllProducts);
+    m_products->grid->setRowHandler([this] { showProductPosition(); });
+    m_products->grid->recordsetModel().setOverlay([this](RowId row, int field) -> std::optional<CellValue> {
+        if (m_left.empty() || m_session.productTable->fieldInfo(field).name != u"数量")
+            return std::nullopt;
+        const auto left = m_left.find(row);
+        return left == m_left.end() ? std::nullopt : std::optional<CellValue>(left->second);
+    });
+}
+
+void buyFm1::connectLine() {
+    connect(m_line->boxes, &RecordBoxes::changed, this, &buyFm1::boxChanged);
+    connect(m_line->quantity, &UpDown::stepped, this, [this](int by) { step(LineBox::Quantity, by); });
+    connect(m_line->discount, &UpDown::stepped, this, [this](int by) { step(LineBox::Discount, by); });
+    connect(m_line->confirm, &QPushButton::clicked, this, &buyFm1::confirmLine);
+    connect(m_line->cancel, &QPushButton::clicked, this, &buyFm1::cancelLine);
+    connect(m_line->browse, &QPushButton::clicked, this, &buyFm1::showBasket);
+    connect(m_line->settle, &QPushButton::clicked, this, &buyFm1::settleBasket);
+    connect(m_line->back, &QPushButton::clicked, this, &buyFm1::wayOut);
+}
+
+void buyFm1::connectBasket() {
+    BasketPanel* panel = m_basketPanel;
+    connect(panel->grid, &DataGrid::rowChosen, this, &buyFm1::chooseBasketRow);
+    connect(panel->grid, &DataGrid::cellEdited, this, &buyFm1::basketEdited);
+    connect(panel->moves, &MoveButtons::pressed, this, &buyFm1::moveBasket);
+    connect(panel->save, &QPushButton::clicked, this, &buyFm1::saveBasketEdits);
+    connect(panel->remove, &QPushButton::clicked, this, &buyFm1::deleteBasketRow);
+    connect(panel->clear, &QPushButton::clicked, this, &buyFm1::clearAll);
+    connect(panel->back, &QPushButton::clicked, this, &buyFm1::hideBasket);
+    panel->grid->setRowHandler([this] { showBasketPosition(); });
+}
+
+void buyFm1::open() {
+    m_basket = openBasket(m_session);
+    m_basketPanel->grid->bind(m_basket, hiddenColumns());
+    m_session.reopen(m_session.productTable, QStringLiteral("Select * From productTable"));
+    bindProducts();
+    showTotals();
+    record_Clear3();
+    const RecordsetPtr& clients = m_session.clientTable;
+    if (clients->hasRows() && clients->currentRow()) {
+        m_company->setText(clients->Fields(QStringLiteral("单位名称")).text());
+        m_contact->setText(clients->Fields(QStringLiteral("联系人")).text());
+    }
+}
+
+void buyFm1::bindProducts() {
+    dropAllLeft();
+    m_products->grid->bind(m_session.productTable, hiddenColumns());
+    showProductPosition();
+}
+
+void buyFm1::showProductPosition() {
+    m_products->moves->setPosition(positionText(m_session.productTable));
+}
+
+void buyFm1::showBasketPosition() {
+    m_basketPanel->moves->setPosition(positionText(m_basket));
+}
+
+void buyFm1::moveProduct(int button) {
+    moveInRecordset(m_session.productTable, button);
+    GataGrid1_show();
+}
+
+void buyFm1::searchProducts() {
+    const QString text = trimBlanks(m_products->search->text());
+    if (text.isEmpty())
+        return;
+    // A text that cannot be searched finds nothing, and what the grid shows stays.
+    if (!setTypedFilter(m_session.productTable, productSearch, text))
+        return;
+    bindProducts();
+    GataGrid1_show();
+}
+
+void buyFm1::showAllProducts() {
+    m_session.reopen(m_session.productTable, QStringLiteral("Select * From productTable"));
+    bindProducts();
+}
+
+void buyFm1::GataGrid1_show() {
+    const RecordsetPtr& products = m_session.productTable;
+    if (!products->hasRows())
+        return;
+    const QScopedValueRollback displaying(m_displaying, true);
+    {
+        const QuietWalk walk(products);
+        if (products->isEOF())
+            products->MoveLast();
+        else if (!products->currentRow())
+            products->MoveFirst();
+    }
+    if (toNumber(products->Fields(QStringLiteral("数量")).OriginalValue()) <= 0) {
+        showProductPosition();
+        return m_prompts.tell(QStringLiteral("该产品已售完！"));
+    }
+    showProductPosition();
+    dropLeft(m_line->boxes->text(LineBox::Product));
+    m_unitCost = products->Fields(QStringLiteral("成本")).number();
+    const QString product = products->Fields(QStringLiteral("产品编号")).text();
+    m_bought = product_Num3(m_session, m_session.currentClientNum, product);
+    m_line->bought->setText(QString::number(m_bought));
+    record_Clear3();
+    showLine(newLineTexts(m_session));
+    m_lineMode = NewLine;
+    if (check_Repeat_ProductNum(m_basket, product)) {
+        m_prompts.tell(QStringLiteral("已选购该产品！"));
+        m_unitCost = m_basket->Fields(QStringLiteral("成本")).number();
+        showLine(basketRowTexts(m_basket));
+        m_lineMode = BasketLine;
+    }
+    m_line->boxes->focus(LineBox::Quantity);
+}
+
+void buyFm1::record_Clear3() {
+    const QScopedValueRollback displaying(m_displaying, true);
+    m_line->boxes->clear();
+    m_line->hint->clear();
+    m_lineChanged = false;
+}
+
+void buyFm1::showLine(const QStringList& texts) {
+    const QScopedValueRollback displaying(m_displaying, true);
+    m_line->boxes->setTexts(texts);
+    m_lineChanged = false;
+}
+
+void buyFm1::boxChanged(int index) {
+    if (m_displaying)
+        return;
+    m_line->hint->clear();
+    if (index == LineBox::Quantity && !stock_check())
+        return;
+    m_lineChanged = true;
+    if (index != LineBox::Quantity && index != LineBox::Discount)
+        return;
+    const QScopedValueRollback displaying(m_displaying, true);
+    RecordBoxes* boxes = m_line->boxes;
+    const LineAmounts amounts = lineAmounts(boxes->text(LineBox::Quantity), boxes->text(LineBox::Price),
+                                            boxes->text(LineBox::Discount));
+    if (boxes->text(LineBox::Discount) != amounts.discount) {
+        boxes->setText(LineBox::Discount, amounts.discount);
+        // Selected, so that the next digit replaces the 100 instead of making 1009 of it.
+        boxes->box(LineBox::Discount)->selectAll();
+    }
+    boxes->setText(LineBox::Due, amounts.due);
+    boxes->setText(LineBox::Paid, amounts.paid);
+}
+
+void buyFm1::step(int box, int by) {
+    const double number = valOrMost(m_line->boxes->text(box)) + by;
+    m_line->boxes->setText(box, plainNumber(by < 0 ? std::max(0.0, number) : number));
+}
+
+bool buyFm1::stock_check() {
+    const QString product = m_line->boxes->text(LineBox::Product);
+    const auto stock = stockOf(m_session, product);
+    if (!stock)
+        return true;
+    if (stock->quantity <= 0) {
+        m_prompts.tell(QStringLiteral("该产品已无库存！"));
+        return false;
+    }
+    const double left = stock->quantity - valOrMost(m_line->boxes->text(LineBox::Quantity));
+    if (left < 0) {
+        m_prompts.tell(QStringLiteral("超出库存数，现有库存数") + plainNumber(stock->quantity), QStringLiteral("库存提示"));
+        m_line->boxes->setText(LineBox::Quantity, QStringLiteral("0"));
+        m_line->boxes->box(LineBox::Quantity)->selectAll();
+        setLeft(product, stock->row, stock->quantity);
+        return false;
+    }
+    setLeft(product, stock->row, left);
+    return true;
+}
+
+void buyFm1::setLeft(const QString& product, RowId row, double left) {
+    m_left[row] = left;
+    m_leftRows[product] = row;
+    m_products->grid->recordsetModel().refreshRow(row);
+}
+
+void buyFm1::dropLeft(const QString& product) {
+    const auto found = m_leftRows.find(product);
+    // A line that lies in the basket keeps its figure until its row is deleted.
+    if (found == m_leftRows.end() || m_lineMode == NoProduct || !m_lineChanged)
+        return;
+    m_left.erase(found->second);
+    m_products->grid->recordsetModel().refreshRow(found->second);
+    m_leftRows.erase(found);
+}
+
+void buyFm1::dropAllLeft() {
+    m_left.clear();
+    m_leftRows.clear();
+    m_products->grid->recordsetModel().refreshAll();
+}
+
+void buyFm1::confirmLine() {
+    if (m_lineMode == NoProduct)
+        return m_prompts.tell(QStringLiteral("请选择产品！"));
+    if (const auto fault = lineFault(m_line->boxes->texts()))
+        return m_prompts.tell(*fault);
+    if (m_lineChanged && !storeLine())
+        return;
+    showTotals();
+    m_line->bought->setText(plainNumber(m_bought + basketTotals(m_basket).quantity));
+    m_prompts.tell(QStringLiteral("已记入购物表！"));
+    record_Clear3();
+    m_lineMode = NoProduct;
+}
+
+bool buyFm1::storeLine() {
+    const QuietWalk walk(m_basket);
+    const bool fresh = m_lineMode == NewLine;
+    try {
+        if (fresh)
+            m_basket->AddNew();
+        writeRecord5(m_basket, m_line->boxes->texts(), m_unitCost);
+    } catch (const RuntimeError& error) {
+        m_basket->CancelUpdate();
+        if (!fresh && m_basket->hasRows() && m_basket->currentRow())
+            showLine(basketRowTexts(m_basket));
+        m_line->hint->setText(QStringLiteral("这一行没有记入：%1").arg(error.text()));
+        return false;
+    }
+    m_basket->Update();
+    return true;
+}
+
+void buyFm1::cancelLine() {
+    dropLeft(m_line->boxes->text(LineBox::Product));
+    record_Clear3();
+    m_lineMode = BasketLine; // that the mode is 2 with no line in the boxes is meant
+}
+
+void buyFm1::chooseBasketRow() {
+    if (!m_basket->hasRows() || !m_basket->currentRow())
+        return;
+    m_lineMode = BasketLine;
+    m_unitCost = m_basket->Fields(QStringLiteral("成本")).number();
+    showLine(basketRowTexts(m_basket));
+    showBasketPosition();
+}
+
+void buyFm1::moveBasket(int button) {
+    moveInRecordset(m_basket, button);
+    chooseBasketRow();
+}
+
+void buyFm1::basketEdited() {
+    if (m_puttingBack || !m_basket->hasRows() || !m_session.productTable->isOpen())
+        return;
+    const QScopedValueRollback puttingBack(m_puttingBack, true);
+    m_session.productTable->clearFilter();
+    if (!m_session.productTable->hasRows())
+        return;
+    const BasketEdit result = afterBasketEdit(m_session, m_basket);
+    bindProducts();
+    if (result == BasketEdit::TooMany)
+        m_prompts.tell(QStringLiteral("该产品订购数量超出现有库存数，现订购数量为现有库存数！"));
+}
+
+void buyFm1::saveBasketEdits() {
+    m_basketPanel->grid->commitEditor();
+    saveBasket(m_session, m_basket);
+    showTotals();
+    m_line->bought->setText(plainNumber(m_bought + basketTotals(m_basket).quantity));
+}
+
+void buyFm1::deleteBasketRow() {
+    m_basketPanel->grid->commitEditor();
+    if (!m_basket->hasRows() || !m_basket->currentRow() || !m_prompts.confirm(QStringLiteral("确认要删除该记录吗？")))
+        return;
+    const QString product = m_basket->Fields(QStringLiteral("产品编号")).text();
+    {
+        const QuietWalk walk(m_basket);
+        m_basket->Delete();
+        m_basket->MoveNext();
+        if (m_basket->isEOF() && m_basket->hasRows())
+            m_basket->MoveLast();
+    }
+    if (const auto found = m_leftRows.find(product); found != m_leftRows.end()) {
+        m_left.erase(found->second);
+        m_products->grid->recordsetModel().refreshRow(found->second);
+        m_leftRows.erase(found);
+    }
+    showBasketPosition();
+    showTotals();
+}
+
+void buyFm1::clearAll() {
+    clearBasket(m_session, m_basket);
+    dropAllLeft();
+    showBasketPosition();
+    showTotals();
+    record_Clear3();
+    m_lineMode = NoProduct;
+}
+
+void buyFm1::showTotals() {
+    const BasketTotals totals = basketTotals(m_basket);
+    const QString quantity = plainNumber(totals.quantity);
+    const QString paid = plainNumber(totals.paid);
+    for (int i = 0; i < 2; ++i) {
+        m_line->quantityTotals[i]->setText(quantity);
+        m_line->paidTotals[i]->setText(paid);
+    }
+    m_basketPanel->quantityTotal->setText(quantity);
+    m_basketPanel->paidTotal->setText(paid);
+}
+
+void buyFm1::showBasket() {
+    showTotals();
+    m_basketPanel->date->setText(m_session.todayText());
+    m_basketPanel->order->setText(counterText(m_session.nextOrderNum));
+    showBasketPosition();
+    m_frames->setCurrentWidget(m_basketPanel);
+}
+
+void buyFm1::hideBasket() {
+    m_basketPanel->grid->commitEditor();
+    m_frames->setCurrentWidget(m_line);
+    if (!m_basket->hasRows() || !m_basket->currentRow())
+        return;
+    m_unitCost = m_basket->Fields(QStringLiteral("成本")).number();
+    showLine(basketRowTexts(m_basket));
+}
+
+void buyFm1::settleBasket() {
+    m_basketPanel->grid->commitEditor();
+    if (!canSettle(m_session, m_basket))
+        return;
+    m_line->bought->clear();
+    showTotals();
+    if (!m_prompts.confirm(settlementQuestion(basketTotals(m_basket))))
+        return;
+    settle(m_session, m_basket);
+    bindProducts();
+    clearAll();
+}
+
+void buyFm1::wayOut() {
+    m_basketPanel->grid->commitEditor();
+    if (m_basket->hasRows() && m_prompts.ask(QStringLiteral("选购的产品还没有结帐，结帐吗？")))
+        return settleBasket();
+    finish();
+}

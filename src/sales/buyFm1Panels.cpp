@@ -1,0 +1,167 @@
+#include "sales/buyFm1Panels.h"
+
+#include "controls/dataGrid.h"
+#include "controls/formParts.h"
+#include "controls/moveButtons.h"
+#include "controls/recordBoxes.h"
+#include "sales/basket.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QToolButton>
+
+namespace {
+
+const QStringList& lineCaptions() {
+    static const QStringList captions{
+        QStringLiteral("订 单 号"), QStringLiteral("客户编号"), QStringLiteral("产品编号"), QStringLiteral("时    间"),
+        QStringLiteral("品    名"), QStringLiteral("产    地"), QStringLiteral("规    格"), QStringLiteral("厂    家"),
+        QStringLiteral("单    价"), QStringLiteral("计量单位"), QStringLiteral("数    量"), QStringLiteral("应    付"),
+        QStringLiteral("折    扣"), QStringLiteral("实    付")};
+    return captions;
+}
+
+QLabel* makeFigure(const QString& name, const QString& meaning, QWidget* parent) {
+    QLabel* figure = makeLabel(name, QStringLiteral("0"), parent);
+    figure->setAccessibleName(meaning);
+    figure->setMinimumWidth(72);
+    QFont font = figure->font();
+    font.setBold(true);
+    figure->setFont(font);
+    return figure;
+}
+
+QHBoxLayout* rowOf(std::initializer_list<QWidget*> widgets) {
+    auto* row = new QHBoxLayout;
+    for (QWidget* widget : widgets)
+        row->addWidget(widget);
+    return row;
+}
+
+} // namespace
+
+UpDown::UpDown(const QString& name, QWidget* parent)
+    : QWidget(parent) {
+    setObjectName(name);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    for (const int by : {1, -1}) {
+        auto* button = new QToolButton(this);
+        button->setObjectName(QStringLiteral("%1(%2)").arg(name).arg(by > 0 ? 0 : 1));
+        button->setArrowType(by > 0 ? Qt::UpArrow : Qt::DownArrow);
+        button->setAccessibleName(by > 0 ? QStringLiteral("加一") : QStringLiteral("减一"));
+        button->setAutoRepeat(true);
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setFixedSize(22, 14);
+        connect(button, &QToolButton::clicked, this, [this, by] { Q_EMIT stepped(by); });
+        column->addWidget(button);
+    }
+}
+
+ProductPanel::ProductPanel(Prompts& prompts, QWidget* parent)
+    : QGroupBox(QStringLiteral("销售库存"), parent)
+    , grid(new DataGrid(prompts, this))
+    , moves(new MoveButtons(QStringLiteral("Command6"), QStringLiteral("Text1"), this))
+    , find(makeButton(QStringLiteral("Command5"), QStringLiteral("查询"), this))
+    , whole(makeButton(QStringLiteral("Command10"), QStringLiteral("全库显示"), this)) {
+    setObjectName(QStringLiteral("Frame2"));
+    grid->setObjectName(QStringLiteral("DataGrid1"));
+    grid->setEmptyText(QStringLiteral("没有产品。\n产品在“产品管理”—“产品登录（入库）”里登录。"));
+    search = makeSearchBox(QStringLiteral("Text3"), QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, this);
+    auto* top = new QHBoxLayout;
+    top->addWidget(search, 1);
+    top->addWidget(find);
+    top->addWidget(whole);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(top);
+    column->addWidget(grid, 1);
+    column->addWidget(moves, 0, Qt::AlignHCenter);
+}
+
+LinePanel::LinePanel(QWidget* parent)
+    : QGroupBox(QStringLiteral("选购产品"), parent)
+    , boxes(new RecordBoxes(QStringLiteral("Text4"), lineCaptions(), std::nullopt, this))
+    , bought(new QLineEdit(this))
+    , quantity(new UpDown(QStringLiteral("UpDown1"), this))
+    , discount(new UpDown(QStringLiteral("UpDown2"), this))
+    , hint(makeLabel(QStringLiteral("lineHint"), {}, this))
+    , confirm(makeButton(QStringLiteral("Command2"), QStringLiteral("确认"), this))
+    , cancel(makeButton(QStringLiteral("Command13"), QStringLiteral("取消"), this))
+    , browse(makeButton(QStringLiteral("Command9"), QStringLiteral("购物浏览"), this))
+    , settle(makeButton(QStringLiteral("Command1"), QStringLiteral("结算"), this))
+    , back(makeButton(QStringLiteral("Command4"), QStringLiteral("返回"), this)) {
+    setObjectName(QStringLiteral("Frame1"));
+    boxes->limitToNumbers({LineBox::Price, LineBox::Quantity, LineBox::Due, LineBox::Discount, LineBox::Paid});
+    bought->setObjectName(QStringLiteral("Text8"));
+    bought->setToolTip(QStringLiteral("购买该产品累积数"));
+    bought->setAccessibleName(QStringLiteral("购买该产品累积数"));
+    bought->setReadOnly(true);
+    bought->setAlignment(Qt::AlignRight);
+    hint->setWordWrap(true);
+    setTextColour(hint, QColor(0xB0, 0x44, 0x3A));
+
+    auto* grid = new QGridLayout;
+    for (int i = 0; i < LineBox::Count; ++i)
+        boxes->place(grid, i, i / 2, i % 2 * 3);
+    grid->addWidget(quantity, LineBox::Quantity / 2, 2);
+    grid->addWidget(discount, LineBox::Discount / 2, 2);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(4, 1);
+    auto* history = new QLabel(QStringLiteral("累积购买"), this);
+    history->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    grid->addWidget(history, LineBox::Count / 2, 0);
+    grid->addWidget(bought, LineBox::Count / 2, 1);
+
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(grid);
+    column->addWidget(hint);
+    column->addStretch(1);
+    column->addWidget(buildTotals(0));
+    column->addLayout(rowOf({confirm, cancel, browse}));
+    column->addWidget(buildTotals(1));
+    column->addLayout(rowOf({settle, back}));
+}
+
+QWidget* LinePanel::buildTotals(int which) {
+    auto* strip = new QWidget(this);
+    quantityTotals[which] = makeFigure(QStringLiteral("Label%1").arg(12 + which), QStringLiteral("总件数"), strip);
+    paidTotals[which] = makeFigure(QStringLiteral("Label%1").arg(14 + which), QStringLiteral("总金额"), strip);
+    QHBoxLayout* row = rowOf({new QLabel(which == 0 ? QStringLiteral("购物表：") : QStringLiteral("待结算："), strip),
+                              new QLabel(QStringLiteral("总件数："), strip), quantityTotals[which],
+                              new QLabel(QStringLiteral("总金额："), strip), paidTotals[which]});
+    row->setContentsMargins(0, 4, 0, 0);
+    row->addStretch(1);
+    strip->setLayout(row);
+    return strip;
+}
+
+BasketPanel::BasketPanel(Prompts& prompts, QWidget* parent)
+    : QGroupBox(QStringLiteral("购物浏览"), parent)
+    , grid(new DataGrid(prompts, this))
+    , moves(new MoveButtons(QStringLiteral("Command3"), QStringLiteral("Text2"), this))
+    , save(makeButton(QStringLiteral("Command12"), QStringLiteral("保存修改"), this))
+    , remove(makeButton(QStringLiteral("Command7"), QStringLiteral("删除"), this))
+    , clear(makeButton(QStringLiteral("Command8"), QStringLiteral("清空"), this))
+    , back(makeButton(QStringLiteral("Command11"), QStringLiteral("返回"), this))
+    , quantityTotal(makeFigure(QStringLiteral("Label9"), QStringLiteral("总件数"), this))
+    , paidTotal(makeFigure(QStringLiteral("Label11"), QStringLiteral("总金额"), this))
+    , date(makeLabel(QStringLiteral("Label17"), {}, this))
+    , order(makeLabel(QStringLiteral("Label19"), {}, this)) {
+    setObjectName(QStringLiteral("Frame3"));
+    grid->setObjectName(QStringLiteral("DataGrid2"));
+    grid->setEditable(true);
+    grid->setEmptyText(QStringLiteral("购物表是空的。\n选一种产品，填好数量后按“确认”。"));
+    QHBoxLayout* head = rowOf({new QLabel(QStringLiteral("时间："), this), date, new QLabel(QStringLiteral("订单号："), this), order});
+    head->addStretch(1);
+    QHBoxLayout* totals = rowOf({new QLabel(QStringLiteral("总件数："), this), quantityTotal,
+                                 new QLabel(QStringLiteral("总金额："), this), paidTotal});
+    totals->addStretch(1);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(head);
+    column->addWidget(grid, 1);
+    column->addWidget(moves, 0, Qt::AlignHCenter);
+    column->addLayout(totals);
+    column->addLayout(rowOf({save, remove, clear, back}));
+}

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QGroupBox>
+#include <QWidget>
+
+class DataGrid;
+class MoveButtons;
+class Prompts;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class RecordBoxes;
+
+/// Two small buttons, up and down, that add to or take 1 from a number.
+class UpDown : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit UpDown(const QString& name, QWidget* parent = nullptr);
+
+Q_SIGNALS:
+    /// +1 or -1.
+    void stepped(int by);
+};
+
+/// The product side of the purchase window: grid, position, search. Widgets alone.
+class ProductPanel : public QGroupBox {
+    Q_OBJECT
+
+public:
+    ProductPanel(Prompts& prompts, QWidget* parent);
+
+    DataGrid* grid;
+    MoveButtons* moves;
+    QLineEdit* search;
+    QPushButton* find;
+    QPushButton* whole;
+};
+
+/// The line frame: the 14 boxes of a line, its totals and commands. Widgets alone.
+class LinePanel : public QGroupBox {
+    Q_OBJECT
+
+public:
+    explicit LinePanel(QWidget* parent);
+
+    RecordBoxes* boxes;
+    QLineEdit* bought;  // what the customer has bought of the product before
+    UpDown* quantity;
+    UpDown* discount;
+    QLabel* quantityTotals[2]; // Label12, Label13
+    QLabel* paidTotals[2];     // Label14, Label15
+    QLabel* hint;
+    QPushButton* confirm;
+    QPushButton* cancel;
+    QPushButton* browse;
+    QPushButton* settle;
+    QPushButton* back;
+
+private:
+    QWidget* buildTotals(int which);
+};
+
+/// The basket frame. Widgets alone.
+class BasketPanel : public QGroupBox {
+    Q_OBJECT
+
+public:
+    BasketPanel(Prompts& prompts, QWidget* parent);
+
+    DataGrid* grid;
+    MoveButtons* moves;
+    QPushButton* save;
+    QPushButton* remove;
+    QPushButton* clear;
+    QPushButton* back;
+    QLabel* quantityTotal; // Label9
+    QLabel* paidTotal;     // Label11
+    QLabel* date;          // Label17
+    QLabel* order;         // Label19
+};

@@ -1,0 +1,172 @@
+#include "sales/clientRegister.h"
+
+#include "recordset/condition.h"
+#include "recordset/error.h"
+#include "recordset/textNumber.h"
+
+#include <algorithm>
+
+namespace {
+
+bool isNumberBox(int index) {
+    const std::vector<int>& boxes = registerNumberBoxes();
+    return std::find(boxes.begin(), boxes.end(), index) != boxes.end();
+}
+
+QString searchText(const QString& text) {
+    QStringList parts;
+    for (const auto* column : {u"客户编号", u"单位名称", u"联系人", u"电话", u"生日"})
+        parts << QString::fromUtf16(column) + QStringLiteral(" Like '%") + text + QStringLiteral("%'");
+    return parts.join(QStringLiteral(" Or "));
+}
+
+/// Uses the proposed number up if a customer bears it now; the cursor stays on the new customer.
+void takeClientNumber(Session& session) {
+    const Bookmark added = session.clientTable->Bookmark();
+    session.clientTable->MoveFirst();
+    session.clientTable->Find(keyCondition(QStringLiteral("客户编号"), counterText(session.nextClientNum)));
+    if (!session.clientTable->isEOF()) {
+        session.nextClientNum = session.nextClientNum.value_or(0) + 1;
+        writeCounter(session, QStringLiteral("counterNum"), *session.nextClientNum);
+    }
+    session.clientTable->MoveLast();
+    session.clientTable->setBookmark(added);
+}
+
+} // namespace
+
+const QStringList& registerColumns() {
+    static const QStringList columns{QStringLiteral("客户编号"), QStringLiteral("联系人"),   QStringLiteral("生日"),
+                                     QStringLiteral("电话"),     QStringLiteral("传真"),     QStringLiteral("手机"),
+                                     QStringLiteral("Email"),    QStringLiteral("部门"),     QStringLiteral("单位名称"),
+                                     QStringLiteral("地址"),     QStringLiteral("邮政编码"), QStringLiteral("地区"),
+                                     QStringLiteral("行业"),     QStringLiteral("消费合计"), QStringLiteral("购买数"),
+                                     QStringLiteral("客户级别"), QStringLiteral("业务员编号")};
+    return columns;
+}
+
+const std::vector<int>& registerNumberBoxes() {
+    static const std::vector<int> boxes{13, 14};
+    return boxes;
+}
+
+QStringList record_Display(Session& session) {
+    QStringList texts;
+    const RecordsetPtr& clients = session.clientTable;
+    if (!clients->hasRows() || !clients->currentRow())
+        return QStringList(registerColumns().size(), QString());
+    for (int i = 0; i < registerColumns().size(); ++i) {
+        const QString text = clients->Fields(registerColumns()[i]).text();
+        texts << (isNumberBox(i) ? plainNumber(val(text)) : text);
+    }
+    return texts;
+}
+
+void record_Write(Session& session, const QStringList& boxes) {
+    for (int i = 0; i < registerColumns().size(); ++i) {
+        Field field = session.clientTable->Fields(registerColumns()[i]);
+        if (isNumberBox(i))
+            field.setValue(val(boxes[i]));
+        else
+            field.setValue(trimBlanks(boxes[i]));
+    }
+    session.clientTable->Fields(QStringLiteral("差额利润")).setValue(0.0);
+    session.clientTable->Fields(QStringLiteral("差额利润率")).setValue(QString());
+}
+
+void addClient(Session& session, const QStringList& boxes) {
+    const QuietWalk walk(session.clientTable);
+    WriteBatch batch(session.cn);
+    session.clientTable->AddNew();
+    record_Write(session, boxes);
+    session.clientTable->Update();
+    takeClientNumber(session);
+    batch.finish();
+}
+
+void saveClient(Session& session, const QStringList& boxes) {
+    record_Write(session, boxes);
+    session.clientTable->Update();
+}
+
+void deleteClient(Session& session) {
+    const RecordsetPtr& clients = session.clientTable;
+    const QuietWalk walk(clients);
+    WriteBatch batch(session.cn);
+    const QString number = clients->Fields(QStringLiteral("客户编号")).text();
+    clients->Delete();
+    clients->MoveNext();
+    if (clients->isEOF() && clients->hasRows())
+        clients->MoveLast();
+    deleteLinesOf(session, number);
+    batch.finish();
+}
+
+void deleteLinesOf(Session& session, const QString& clientNum) {
+    const RecordsetPtr& lines = session.buyList;
+    const QuietWalk walk(lines);
+    WriteBatch batch(session.cn);
+    lines->clearFilter();
+    if (!lines->hasRows())
+        return;
+    lines->MoveFirst();
+    lines->MoveNext();
+    while (!lines->isEOF()) {
+        lines->Find(keyCondition(QStringLiteral("客户编号"), clientNum));
+        if (lines->isEOF())
+            break;
+        lines->Delete();
+        lines->MoveNext();
+    }
+    if (lines->hasRows() && lines->isEOF())
+        lines->MoveLast();
+    batch.finish();
+}
+
+bool setTypedFilter(const RecordsetPtr& recordset, const std::function<QString(const QString&)>& filterFor,
+                    const QString& text) {
+    for (const QString& typed : {text, quotedInside(text)}) {
+        try {
+            recordset->setFilter(filterFor(typed));
+            return true;
+        } catch (const RuntimeError& error) {
+            if (error.number() != ErrorNumber::BadText)
+                throw;
+        }
+    }
+    return false;
+}
+
+bool searchClients(Session& session, const QString& text) {
+    return setTypedFilter(session.clientTable, searchText, trimBlanks(text));
+}
+
+void set_date1_date2(Session& session) {
+    const RecordsetPtr& lines = session.buyList;
+    session.periodDate1.clear();
+    session.periodDate2.clear();
+    if (!lines->hasRows())
+        return;
+    const QuietWalk walk(lines);
+    lines->setSort(QStringLiteral("日期"));
+    session.periodDate1 = lines->Fields(QStringLiteral("日期")).text();
+    lines->MoveLast();
+    session.periodDate2 = lines->Fields(QStringLiteral("日期")).text();
+}
+
+void rs2_Search(Session& session, const QString& condition) {
+    const QString number = session.clientTable->Fields(QStringLiteral("客户编号")).text();
+    QString source = QStringLiteral("Select * From buyList Where ") + keyCondition(QStringLiteral("客户编号"), number);
+    if (!condition.isEmpty())
+        source += QStringLiteral(" And (") + condition + u')';
+    session.reopen(session.buyList, source);
+}
+
+void setup_rs_total(Session& session) {
+    const QString columns = QStringLiteral("Select 日期, 订单号, 客户编号, Sum(数量) As 购物数, Sum(实付) As 购物金额 From ");
+    const QString groups = QStringLiteral(" Group By 日期, 订单号, 客户编号");
+    if (session.showSource == 7)
+        session.reopen(session.orderTotals, columns + QStringLiteral("buyList2") + groups);
+    else
+        session.reopen(session.orderTotals, columns + QStringLiteral("buyList") + groups + u' ');
+}

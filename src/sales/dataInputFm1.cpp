@@ -1,0 +1,349 @@
+#include "sales/dataInputFm1.h"
+
+#include "controls/dataGrid.h"
+#include "controls/formParts.h"
+#include "controls/moveButtons.h"
+#include "controls/prompts.h"
+#include "controls/recordBoxes.h"
+#include "recordset/textNumber.h"
+#include "sales/clientRegister.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+
+namespace {
+
+// Colour numbers are in the order blue, green, red.
+constexpr int kBlinkLight = 16761024;
+constexpr int kBlinkDark = 9678591;
+constexpr int kBlinkMilliseconds = 600;
+
+const QStringList& boxCaptions() {
+    static const QStringList captions{
+        QStringLiteral("客户编号"), QStringLiteral("联系人"),     QStringLiteral("生    日"), QStringLiteral("电    话"),
+        QStringLiteral("传    真"), QStringLiteral("手    机    话"), QStringLiteral("Email"), QStringLiteral("部    门"),
+        QStringLiteral("单位名称"), QStringLiteral("地    址"),   QStringLiteral("邮政编码"), QStringLiteral("地    区"),
+        QStringLiteral("行    业"), QStringLiteral("消费累计"),   QStringLiteral("购物累计"), QStringLiteral("客户级别"),
+        QStringLiteral("业务员编号")};
+    return captions;
+}
+
+const QStringList& hiddenColumns() {
+    static const QStringList columns{QStringLiteral("流水号"), QStringLiteral("差额利润"), QStringLiteral("差额利润率")};
+    return columns;
+}
+
+} // namespace
+
+dataInputFm1::dataInputFm1(ViewHost& host, Prompts& prompts)
+    : View(QStringLiteral("dataInputFm1"), QStringLiteral("营销管理"))
+    , m_host(host)
+    , m_session(host.session())
+    , m_prompts(prompts) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(buildGridSide(), 5);
+    row->addWidget(buildPanel(), 4);
+    m_blinkTimer.setObjectName(QStringLiteral("Timer2"));
+    m_blinkTimer.setInterval(kBlinkMilliseconds);
+    connectCommands();
+}
+
+QWidget* dataInputFm1::buildGridSide() {
+    auto* side = new QWidget(this);
+    m_gridFrame = new QGroupBox(QStringLiteral("客户资料"), side);
+    m_gridFrame->setObjectName(QStringLiteral("Frame1"));
+    m_grid = new DataGrid(m_prompts, m_gridFrame);
+    m_grid->setObjectName(QStringLiteral("DataGrid1"));
+    m_grid->setEmptyText(QStringLiteral("还没有客户。\n请按“添加新客户”，填好资料后按“保存”。"));
+    m_find = makeButton(QStringLiteral("Command2"), QStringLiteral("查询"), m_gridFrame);
+    m_whole = makeButton(QStringLiteral("Command4"), QStringLiteral("全库显示"), m_gridFrame);
+    m_search = makeSearchBox(QStringLiteral("Text2"), QStringLiteral("查询入口：客户编号、单位名称、联系人、电话、生日"), m_find, m_gridFrame);
+    auto* searchRow = new QHBoxLayout;
+    searchRow->addWidget(m_search, 1);
+    searchRow->addWidget(m_find);
+    searchRow->addWidget(m_whole);
+    auto* inside = new QVBoxLayout(m_gridFrame);
+    inside->addLayout(searchRow);
+    inside->addWidget(m_grid);
+    // The buttons stand outside the frame: while a customer is added they answer instead of being dead.
+    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), side);
+    auto* column = new QVBoxLayout(side);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(m_gridFrame, 1);
+    column->addWidget(m_moves, 0, Qt::AlignHCenter);
+    return side;
+}
+
+QWidget* dataInputFm1::buildPanel() {
+    m_panel = new QGroupBox(QStringLiteral("客户详细资料"), this);
+    m_panel->setObjectName(QStringLiteral("Frame2"));
+    m_boxes = new RecordBoxes(QStringLiteral("Text3"), boxCaptions(), BoxKeys{Qt::Key_Left, Qt::Key_Right}, m_panel);
+    m_boxes->limitToNumbers(registerNumberBoxes());
+    m_addingLabel = makeLabel(QStringLiteral("Label4"), QStringLiteral("添加新客户"), m_panel);
+    QFont bold = m_addingLabel->font();
+    bold.setBold(true);
+    m_addingLabel->setFont(bold);
+    m_addingLabel->hide();
+    m_add = makeButton(QStringLiteral("Command3"), QStringLiteral("添加新客户"), m_panel);
+    m_save = makeButton(QStringLiteral("Command5"), QStringLiteral("保存"), m_panel);
+    m_cancel = makeButton(QStringLiteral("Command6"), QStringLiteral("取消"), m_panel);
+    m_cancel->setToolTip(QStringLiteral("取消记录修改或取消新客户"));
+    m_buy = makeButton(QStringLiteral("Command7"), QStringLiteral("购买"), m_panel);
+    m_delete = makeButton(QStringLiteral("Command8"), QStringLiteral("删除"), m_panel);
+
+    auto* grid = new QGridLayout;
+    m_boxes->layOut(grid, 2);
+    auto* buttons = new QHBoxLayout;
+    for (QPushButton* button : {m_add, m_save, m_cancel, m_buy, m_delete})
+        buttons->addWidget(button);
+    auto* column = new QVBoxLayout(m_panel);
+    column->addWidget(m_addingLabel, 0, Qt::AlignRight);
+    column->addLayout(grid);
+    column->addStretch(1);
+    column->addLayout(buttons);
+    return m_panel;
+}
+
+void dataInputFm1::connectCommands() {
+    connect(m_moves, &MoveButtons::pressed, this, &dataInputFm1::move);
+    connect(m_find, &QPushButton::clicked, this, &dataInputFm1::search);
+    connect(m_whole, &QPushButton::clicked, this, &dataInputFm1::showAll);
+    connect(m_add, &QPushButton::clicked, this, &dataInputFm1::addNext);
+    connect(m_save, &QPushButton::clicked, this, &dataInputFm1::save);
+    connect(m_cancel, &QPushButton::clicked, this, &dataInputFm1::cancel);
+    connect(m_buy, &QPushButton::clicked, this, &dataInputFm1::buy);
+    connect(m_delete, &QPushButton::clicked, this, &dataInputFm1::deleteCurrent);
+    connect(m_boxes, &RecordBoxes::edited, this, [this] { m_changed = true; });
+    connect(&m_blinkTimer, &QTimer::timeout, this, &dataInputFm1::blink);
+    connect(m_grid, &DataGrid::rowChosen, this, [this] {
+        rowChosen();
+        m_boxes->focus(1);
+    });
+    m_grid->setRowHandler([this] { rowChosen(); });
+}
+
+void dataInputFm1::load() {
+    m_session.viewReturnState = QStringLiteral("Open");
+    m_session.openMainCursors();
+    m_session.showSource = ShowSource::Clients;
+    m_session.clientShowSource = ShowSource::Clients;
+    m_session.reopen(m_session.counterCode, QStringLiteral("Select * From counterCode"));
+    m_session.readCounters();
+    for (int i = 0; i < m_boxes->count(); ++i)
+        if (!m_boxes->box(i)->validator())
+            m_boxes->box(i)->setMaxLength(m_session.clientTable->Fields(registerColumns()[i]).DefinedSize());
+    bindGrid();
+    record_Clear();
+    showRecord();
+}
+
+void dataInputFm1::Fm_Activate_dataInputFm1() {
+    if (m_session.viewReturnState == u"Close") {
+        m_session.viewReturnState = QStringLiteral("Open");
+        return;
+    }
+    bindGrid();
+    showPosition();
+    record_Clear();
+    if (m_session.clientTable->hasRows())
+        showRecord();
+    else
+        m_moves->setPosition(QStringLiteral("0")); // after an activation an empty table reads "0", not "0/0"
+    set_date1_date2(m_session);
+    m_session.viewReturnState = QStringLiteral("Open");
+}
+
+void dataInputFm1::bindGrid() {
+    m_grid->bind(m_session.clientTable, hiddenColumns());
+}
+
+void dataInputFm1::showPosition() {
+    m_moves->setPosition(positionText(m_session.clientTable));
+}
+
+void dataInputFm1::record_Clear() {
+    m_boxes->clear();
+    m_changed = false;
+}
+
+void dataInputFm1::showRecord() {
+    m_boxes->setTexts(record_Display(m_session));
+    m_changed = false;
+}
+
+void dataInputFm1::rowChosen() {
+    const RecordsetPtr& clients = m_session.clientTable;
+    if (m_adding || !clients->isOpen())
+        return;
+    if (clients->hasRows() && clients->isEOF())
+        clients->MoveLast();
+    else if (clients->hasRows() && clients->isBOF())
+        clients->MoveFirst();
+    showPosition();
+    record_Clear();
+    if (!clients->hasRows() || !clients->currentRow())
+        return;
+    showRecord();
+    m_session.currentClientNum = clients->Fields(QStringLiteral("客户编号")).text();
+    m_session.currentClientName = clients->Fields(QStringLiteral("单位名称")).text();
+    m_session.currentContact = clients->Fields(QStringLiteral("联系人")).text();
+}
+
+bool dataInputFm1::refuseWhileAdding(const QString& message) {
+    if (m_adding)
+        m_prompts.tell(message);
+    return m_adding;
+}
+
+void dataInputFm1::move(int button) {
+    if (refuseWhileAdding(QStringLiteral("正在添加新客户，不能执行此操作！")))
+        return;
+    moveInRecordset(m_session.clientTable, button);
+    rowChosen();
+    m_boxes->focus(1);
+}
+
+void dataInputFm1::search() {
+    if (refuseWhileAdding(QStringLiteral("正在添加新客户，不能执行此操作！")))
+        return;
+    const QString text = trimBlanks(m_search->text());
+    if (text.isEmpty())
+        return;
+    const bool searched = searchClients(m_session, text);
+    if (searched) {
+        bindGrid();
+        record_Clear();
+        showPosition();
+    }
+    if (searched && m_session.clientTable->hasRows())
+        showRecord();
+    else
+        m_prompts.tell(QStringLiteral("查询结果为零！"));
+}
+
+void dataInputFm1::showAll() {
+    m_session.clientTable->clearFilter();
+    bindGrid();
+    showPosition();
+}
+
+void dataInputFm1::beginAdding() {
+    m_addingLabel->show();
+    m_blinkTimer.start();
+    m_buy->setEnabled(false);
+    m_delete->setEnabled(false);
+    m_gridFrame->setEnabled(false);
+    m_boxes->focus(1);
+}
+
+void dataInputFm1::endAdding() {
+    m_addingLabel->hide();
+    m_blinkTimer.stop();
+    m_gridFrame->setEnabled(true);
+    m_buy->setEnabled(true);
+    m_delete->setEnabled(true);
+    m_adding = false;
+    m_changed = false;
+}
+
+void dataInputFm1::saveAdded() {
+    addClient(m_session, m_boxes->texts());
+    showPosition();
+}
+
+void dataInputFm1::addNext() {
+    beginAdding();
+    m_session.clientTable->clearFilter();
+    bindGrid();
+    if (m_adding && m_changed) {
+        saveAdded();
+        if (!m_prompts.ask(QStringLiteral("记录已保存，继续添加新客户吗？"))) {
+            endAdding();
+            record_Clear();
+            showRecord();
+            return;
+        }
+        m_adding = false;
+    } else if (m_adding) {
+        if (!m_prompts.confirm(QStringLiteral("现在是添加记录状态，请输入数据！"))) {
+            endAdding();
+            record_Clear();
+            showRecord();
+            showPosition();
+        }
+        return;
+    }
+    m_adding = true;
+    record_Clear();
+    m_boxes->setText(0, counterText(m_session.nextClientNum));
+}
+
+void dataInputFm1::save() {
+    m_boxes->focus(1);
+    const bool added = m_adding && m_changed;
+    if (added)
+        saveAdded();
+    else if (!m_adding && m_changed && m_session.clientTable->hasRows())
+        saveClient(m_session, m_boxes->texts());
+    if (added)
+        m_prompts.tell(QStringLiteral("已保存新记录！"));
+    const bool showsRow = m_adding && !m_changed;
+    endAdding();
+    if (showsRow || added)
+        showRecord();
+    showPosition();
+}
+
+void dataInputFm1::cancel() {
+    const bool rows = m_session.clientTable->hasRows();
+    if (!m_adding || rows)
+        record_Clear();
+    endAdding();
+    if (rows)
+        showRecord();
+    showPosition();
+    m_boxes->focus(1);
+}
+
+void dataInputFm1::buy() {
+    if (refuseWhileAdding(QStringLiteral("请先按’保存‘按钮，保存好客户资料，再执行此操作！")))
+        return;
+    if (!m_session.clientTable->hasRows() || !m_session.clientTable->currentRow())
+        return;
+    m_session.currentClientNum = m_session.clientTable->Fields(QStringLiteral("客户编号")).text();
+    if (TopWindow* window = m_host.openWindow(QStringLiteral("buyFm1"), ViewHost::MainWindow::Hidden))
+        connect(window, &TopWindow::finished, this, &dataInputFm1::afterPurchase);
+}
+
+void dataInputFm1::afterPurchase() {
+    bindGrid();
+    showPosition();
+    const QStringList texts = record_Display(m_session);
+    if (!m_changed)
+        return m_boxes->setTexts(texts);
+    // What the user has typed and not saved stays; only the two totals follow the purchase.
+    for (const int box : registerNumberBoxes())
+        m_boxes->setText(box, texts[box]);
+}
+
+void dataInputFm1::deleteCurrent() {
+    if (refuseWhileAdding(QStringLiteral("正在添加数据不能执行该操作！")))
+        return;
+    if (!m_session.clientTable->hasRows() || !m_session.clientTable->currentRow())
+        return;
+    if (!m_prompts.confirm(QStringLiteral("确实要删除该记录吗？")))
+        return;
+    deleteClient(m_session);
+    record_Clear();
+    if (m_session.clientTable->hasRows())
+        showRecord();
+    showPosition();
+}
+
+void dataInputFm1::blink() {
+    setTextColour(m_addingLabel, colourOfNumber(m_blinkState == 1 ? kBlinkLight : kBlinkDark));
+    m_blinkState = m_blinkState == 1 ? 2 : 1;
+}

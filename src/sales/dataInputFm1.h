@@ -1,0 +1,79 @@
+#pragma once
+
+#include "shell/view.h"
+#include "shell/viewHost.h"
+
+#include <QTimer>
+
+class DataGrid;
+class MoveButtons;
+class Prompts;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class RecordBoxes;
+
+/// The customer register: the customer table and one customer in a panel; the way into the purchase.
+class dataInputFm1 : public View {
+    Q_OBJECT
+
+public:
+    dataInputFm1(ViewHost& host, Prompts& prompts);
+
+    void load() override;
+    /// Fm_Activate_dataInputFm1.
+    void activate() override { Fm_Activate_dataInputFm1(); }
+    void Fm_Activate_dataInputFm1();
+
+private:
+    // Building.
+    QWidget* buildGridSide();
+    QWidget* buildPanel();
+    void connectCommands();
+
+    // The commands, by their buttons.
+    void move(int button);
+    void search();
+    void showAll();
+    void addNext();
+    void save();
+    void cancel();
+    void buy();
+    void deleteCurrent();
+
+    // State.
+    void record_Clear();
+    void showRecord();
+    void rowChosen();
+    void showPosition();
+    void bindGrid();
+    void beginAdding();
+    void endAdding();
+    void saveAdded();
+    void afterPurchase();
+    void blink();
+    bool refuseWhileAdding(const QString& message);
+
+    ViewHost& m_host;
+    Session& m_session;
+    Prompts& m_prompts;
+    DataGrid* m_grid = nullptr;
+    MoveButtons* m_moves = nullptr;
+    RecordBoxes* m_boxes = nullptr;
+    QLineEdit* m_search = nullptr;
+    QGroupBox* m_gridFrame = nullptr;
+    QGroupBox* m_panel = nullptr;
+    QLabel* m_addingLabel = nullptr;
+    QPushButton* m_find = nullptr;
+    QPushButton* m_whole = nullptr;
+    QPushButton* m_add = nullptr;
+    QPushButton* m_save = nullptr;
+    QPushButton* m_cancel = nullptr;
+    QPushButton* m_buy = nullptr;
+    QPushButton* m_delete = nullptr;
+    QTimer m_blinkTimer;
+    bool m_adding = false;
+    bool m_changed = false;
+    int m_blinkState = 1;
+};

@@ -1,0 +1,48 @@
+#include "sales/salesCommands.h"
+
+#include "controls/prompts.h"
+#include "sales/buyFm1.h"
+#include "sales/dataInputFm1.h"
+
+namespace {
+
+void showOneClientOrders(ViewHost& host, Prompts& prompts) {
+    Session& session = host.session();
+    const RecordsetPtr& clients = session.clientTable;
+    if (!clients->hasRows() || !clients->currentRow() || !session.buyList->isOpen())
+        return;
+    Recordset lines(session.cn);
+    lines.Open(QStringLiteral("Select * From buyList Where ") +
+               keyCondition(QStringLiteral("客户编号"), clients->Fields(QStringLiteral("客户编号")).text()));
+    if (!lines.hasRows())
+        return prompts.tell(QStringLiteral("该客户无购物记录！"));
+    host.tellNotYet(QStringLiteral("该客户订单明细显示"));
+}
+
+void showClerkClients(ViewHost& host, Prompts& prompts) {
+    if (!host.isActive(QStringLiteral("statisticFm3")))
+        return prompts.tell(QStringLiteral("请先显示业务员业绩统计！"));
+    host.tellNotYet(QStringLiteral("该业务员客户资料"));
+}
+
+/// A command for the view that is in front already only clears the three filters.
+void showRegister(ViewHost& host) {
+    Session& session = host.session();
+    const QString name = QStringLiteral("dataInputFm1");
+    session.activeViewName = name;
+    if (!host.isActive(name))
+        return host.show(name);
+    session.clientTable->clearFilter();
+    session.buyList->clearFilter();
+    session.productTable->clearFilter();
+}
+
+} // namespace
+
+void registerSales(CommandTable& commands, ViewHost& host, Prompts& prompts) {
+    host.registerView(QStringLiteral("dataInputFm1"), [&host, &prompts] { return new dataInputFm1(host, prompts); });
+    host.registerWindow(QStringLiteral("buyFm1"), [&host, &prompts] { return new buyFm1(host.session(), prompts); });
+    commands.add(QStringLiteral("management_client"), [&host] { showRegister(host); });
+    commands.add(QStringLiteral("show_one_client2"), [&host, &prompts] { showOneClientOrders(host, prompts); });
+    commands.add(QStringLiteral("statistic_achievement2"), [&host, &prompts] { showClerkClients(host, prompts); });
+}

@@ -1,0 +1,258 @@
+#include "shell/MDIForm1.h"
+
+#include "controls/prompts.h"
+#include "data/recount.h"
+#include "recordset/ignoringErrors.h"
+#include "shell/menuTree.h"
+#include "shell/toolbarTable.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+static void linkIcons() {
+    Q_INIT_RESOURCE(icons);
+}
+
+MDIForm1::MDIForm1(Session& session, Prompts& prompts)
+    : endProcess([] { QCoreApplication::exit(0); })
+    , m_session(session)
+    , m_prompts(prompts)
+    , m_area(new QStackedWidget)
+    , m_host(session, *this, *m_area) {
+    linkIcons();
+    setObjectName(QStringLiteral("MDIForm1"));
+    setWindowTitle(QStringLiteral("衡商汇__衡商汇系统"));
+    buildMenu();
+    buildToolbar();
+    buildArea();
+    connect(&m_host, &ViewHost::viewShown, this, [this](const QString& name) {
+        Tool_show_control();
+        m_list2->addItem(name);
+        m_caption->setText(m_host.active()->caption());
+    });
+    resize(1280, 720);
+}
+
+void MDIForm1::buildMenu() {
+    std::vector<QMenu*> path;
+    const auto rows = menuTree();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const MenuRow& row = rows[i];
+        const QString control = row.control.toString();
+        const QString caption = row.caption.toString();
+        path.resize(std::size_t(row.level));
+        if (row.level == 0 && !row.command.isEmpty()) {
+            // A leaf of the menu bar itself.
+            QAction* action = menuBar()->addAction(caption);
+            action->setObjectName(control);
+            connect(action, &QAction::triggered, this, [this, command = row.command.toString(), caption] { runCommand(command, caption); });
+        } else if (row.caption.isEmpty()) {
+            path.back()->addSeparator()->setObjectName(control);
+        } else if (row.command.isEmpty()) {
+            QMenu* menu = row.level == 0 ? menuBar()->addMenu(caption) : path.back()->addMenu(caption);
+            menu->menuAction()->setObjectName(control);
+            path.push_back(menu);
+            if (control == u"data_input")
+                watchMarketingMenu(menu);
+        } else {
+            addLeaf(path.back(), control, caption, row.command.toString());
+        }
+    }
+}
+
+void MDIForm1::addLeaf(QMenu* menu, const QString& control, const QString& caption, const QString& command) {
+    QAction* action = menu->addAction(caption);
+    action->setObjectName(control);
+    connect(action, &QAction::triggered, this, [this, command, caption] { runCommand(command, caption); });
+}
+
+void MDIForm1::watchMarketingMenu(QMenu* menu) {
+    // Opening the menu works on the whole customer table; closing it without a command leaves all as it was.
+    connect(menu, &QMenu::aboutToShow, this, [this] {
+        m_sourceBeforeMenu = m_session.showSource;
+        m_session.showSource = ShowSource::Clients;
+    });
+    connect(menu, &QMenu::aboutToHide, this, [this] {
+        // A chosen command runs after the menu has closed, and before a queued call.
+        QMetaObject::invokeMethod(this, [this] { restoreShowSource(); }, Qt::QueuedConnection);
+    });
+}
+
+void MDIForm1::buildToolbar() {
+    auto* bar = addToolBar(QStringLiteral("工具栏"));
+    bar->setObjectName(QStringLiteral("CoolBar1"));
+    bar->setMovable(false);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    auto* buttons = new QWidget(bar);
+    buttons->setObjectName(QStringLiteral("Toolbar1"));
+    auto* row = new QHBoxLayout(buttons);
+    row->setContentsMargins(4, 2, 4, 2);
+    row->setSpacing(2);
+    for (const ToolbarButton& each : toolbarButtons()) {
+        auto* action = new QAction(QIcon(QStringLiteral(":/icons/%1.svg").arg(each.icon)), each.caption.toString(), this);
+        action->setShortcut(QKeySequence(each.shortcut.toString()));
+        action->setToolTip(QStringLiteral("%1（%2）").arg(each.caption, each.shortcut));
+        auto* button = new QToolButton(buttons);
+        button->setObjectName(QStringLiteral("Toolbar1(%1)").arg(each.index));
+        button->setDefaultAction(action);
+        button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        button->setIconSize({26, 26});
+        button->setAutoRaise(true);
+        button->setAccessibleName(each.caption.toString());
+        connect(action, &QAction::triggered, this, [this, index = each.index] { pressToolbar(index); });
+        // The menu bar's window owns the shortcut, so that it works wherever the focus is.
+        addAction(action);
+        m_buttons[each.index] = button;
+        row->addWidget(button);
+    }
+    bar->addWidget(buttons);
+}
+
+void MDIForm1::buildArea() {
+    auto* centre = new QWidget(this);
+    auto* column = new QVBoxLayout(centre);
+    column->setContentsMargins(10, 6, 10, 6);
+    auto* picture = new QPushButton(centre);
+    picture->setObjectName(QStringLiteral("Picture1"));
+    picture->setFlat(true);
+    picture->hide();
+    connect(picture, &QPushButton::clicked, this, [this] {
+        m_prompts.tell(QStringLiteral("欢迎使用《衡商汇系统》，") + QStringLiteral("请选择菜单，开始运行！"), QStringLiteral("提示信息"));
+    });
+    m_caption = new QLabel(centre);
+    m_caption->setObjectName(QStringLiteral("viewCaption"));
+    m_list1 = new QListWidget(centre);
+    m_list1->setObjectName(QStringLiteral("List1"));
+    m_list1->hide();
+    m_list2 = new QListWidget(centre);
+    m_list2->setObjectName(QStringLiteral("List2"));
+    m_list2->hide();
+    m_area->setParent(centre);
+    column->addWidget(m_caption);
+    column->addWidget(m_area, 1);
+    setCentralWidget(centre);
+    m_progress = new QProgressBar(this);
+    m_progress->setMaximumWidth(220);
+    m_progress->hide();
+    statusBar()->addPermanentWidget(m_progress);
+}
+
+void MDIForm1::start() {
+    m_list1->clear();
+    m_list2->clear();
+    m_session.viewReturnState = QStringLiteral("Open");
+    m_session.safetyStock = 2;
+    m_session.open_rs();
+    m_session.readCurrent();
+    if (m_session.clientTable->isOpen() && m_session.buyList->isOpen()) {
+        m_session.clientTable->clearFilter();
+        m_session.buyList->clearFilter();
+        client_totals_recount(m_session.cn, m_session.clientTable, m_session.buyList,
+                              [this](int done, int total) { showProgress(done, total); });
+        m_progress->hide();
+    }
+    m_host.show(QStringLiteral("dataInputFm1"));
+}
+
+void MDIForm1::showProgress(int done, int total) {
+    if (done == 0)
+        return;
+    m_progress->setRange(0, total);
+    m_progress->setValue(done);
+    m_progress->setFormat(QStringLiteral("正在核对客户累计 %p%"));
+    m_progress->show();
+    m_progress->repaint();
+}
+
+void MDIForm1::restoreShowSource() {
+    if (m_sourceBeforeMenu)
+        m_session.showSource = *std::exchange(m_sourceBeforeMenu, std::nullopt);
+}
+
+void MDIForm1::runCommand(const QString& name, const QString& caption) {
+    if (!m_commands.has(name)) {
+        restoreShowSource();
+        return m_host.tellNotYet(caption);
+    }
+    m_sourceBeforeMenu.reset();
+    IgnoringErrors errors;
+    errors.run([&] { m_commands.run(name); });
+}
+
+void MDIForm1::pressToolbar(int index) {
+    switch (index) {
+    case 2:
+        return statistic_Time();
+    case 3:
+        return search_A();
+    case 4:
+        return show_A();
+    case 5:
+        return order_A(1);
+    case 6:
+        return order_A(2);
+    case 7:
+        return print_A();
+    case 8:
+        return showHelp();
+    default:
+        return askExit();
+    }
+}
+
+bool MDIForm1::dispatch(ViewOperation operation) {
+    View* view = m_host.active();
+    const ToolbarRow* row = view ? toolbarRow(view->name()) : nullptr;
+    if (!row || !row->serves(operation) || !view->offers(operation))
+        return false;
+    view->run(operation);
+    return true;
+}
+
+void MDIForm1::show_A() {
+    View* view = m_host.active();
+    m_session.viewReturnState = QStringLiteral("Open");
+    if (dispatch(ViewOperation::data_whole_show))
+        view->activate();
+}
+
+void MDIForm1::order_A(qint16 direction) {
+    m_session.sortDirection = direction;
+    dispatch(ViewOperation::data_order);
+}
+
+void MDIForm1::Tool_show_control() {
+    const ToolbarRow* row = toolbarRow(m_session.activeViewName);
+    if (!row)
+        return;
+    const std::pair<int, bool> states[] = {{2, row->time},  {3, row->search}, {4, row->show},
+                                           {5, row->order}, {6, row->order},  {7, row->print}};
+    for (const auto& [index, enabled] : states)
+        m_buttons[index]->defaultAction()->setEnabled(enabled);
+}
+
+void MDIForm1::askExit() {
+    if (m_prompts.confirm(QStringLiteral("确实要退出该系统吗？")))
+        endProcess();
+}
+
+void MDIForm1::showHelp() {
+    m_host.openWindow(QStringLiteral("manualFm1"), ViewHost::MainWindow::Stays);
+}
+
+void MDIForm1::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    askExit();
+}

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "shell/commandTable.h"
+#include "shell/viewHost.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <map>
+#include <optional>
+
+class Prompts;
+class QLabel;
+class QListWidget;
+class QMenu;
+class QProgressBar;
+class QToolButton;
+
+/// The main window: menu, toolbar, the one-view area, and the one place where a command is turned into an action on
+/// the view that is showing.
+class MDIForm1 : public QMainWindow {
+    Q_OBJECT
+
+public:
+    MDIForm1(Session& session, Prompts& prompts);
+
+    ViewHost& host() { return m_host; }
+    CommandTable& commands() { return m_commands; }
+
+    /// Opens the cursors, recounts the customers' totals and shows the register. In: called once, after the window is
+    /// shown. Throws RuntimeError.
+    void start();
+    /// Ends the process after the stop question; tests put their own end here.
+    std::function<void()> endProcess;
+
+    void statistic_Time() { dispatch(ViewOperation::Time_AA); }
+    void search_A() { dispatch(ViewOperation::data_search); }
+    void show_A();
+    void order_A(qint16 direction);
+    void print_A() { dispatch(ViewOperation::data_print); }
+    void Tool_show_control();
+    /// Asks whether to stop; on OK the process ends at once.
+    void askExit();
+    void showHelp();
+    /// Runs a command by its name, errors passed over; one that is not there yet is told in the status bar.
+    void runCommand(const QString& name, const QString& caption);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildMenu();
+    void buildToolbar();
+    void buildArea();
+    void addLeaf(QMenu* menu, const QString& control, const QString& caption, const QString& command);
+    void watchMarketingMenu(QMenu* menu);
+    void restoreShowSource();
+    void pressToolbar(int index);
+    bool dispatch(ViewOperation operation);
+    void showProgress(int done, int total);
+
+    Session& m_session;
+    Prompts& m_prompts;
+    QStackedWidget* m_area;
+    ViewHost m_host;
+    CommandTable m_commands;
+    QLabel* m_caption = nullptr;
+    QListWidget* m_list1 = nullptr;
+    QListWidget* m_list2 = nullptr;
+    QProgressBar* m_progress = nullptr;
+    std::map<int, QToolButton*> m_buttons;
+    std::optional<int> m_sourceBeforeMenu; // set while "营销管理" is open or its command runs
+};

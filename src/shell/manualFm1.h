@@ -1,0 +1,12 @@
+#pragma once
+
+#include "shell/view.h"
+
+/// The help window: the user guide from the text file beside the program.
+class manualFm1 : public TopWindow {
+    Q_OBJECT
+
+public:
+    /// `guidePath`: the text file, UTF-8. One that cannot be read leaves the page empty.
+    explicit manualFm1(const QString& guidePath);
+};

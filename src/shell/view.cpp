@@ -1,0 +1,36 @@
+#include "shell/view.h"
+
+#include <QCloseEvent>
+
+View::View(const QString& name, const QString& caption, QWidget* parent)
+    : QWidget(parent) {
+    setObjectName(name);
+    setWindowTitle(caption);
+    setAccessibleName(caption);
+}
+
+void View::run(ViewOperation operation) {
+    if (const auto found = m_operations.find(operation); found != m_operations.end())
+        found->second();
+}
+
+TopWindow::TopWindow(const QString& name, const QString& caption) {
+    setObjectName(name);
+    setWindowTitle(caption);
+    setAttribute(Qt::WA_DeleteOnClose);
+}
+
+void TopWindow::finish() {
+    m_finishing = true;
+    close();
+}
+
+void TopWindow::closeEvent(QCloseEvent* event) {
+    if (!m_finishing) {
+        event->ignore();
+        wayOut();
+        return;
+    }
+    event->accept();
+    Q_EMIT finished();
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+#include <map>
+
+/// The toolbar's operations that a view may offer.
+enum class ViewOperation { Time_AA, data_search, data_whole_show, data_order, data_print };
+
+/// A window that fills the main window's one-view area. It owns no data: it shows and moves the shared cursors.
+class View : public QWidget {
+    Q_OBJECT
+
+public:
+    View(const QString& name, const QString& caption, QWidget* parent = nullptr);
+
+    /// The name by which commands and the toolbar table know the view; also its object name.
+    QString name() const { return objectName(); }
+    QString caption() const { return windowTitle(); }
+
+    /// Runs once when the view is loaded, before it is shown.
+    virtual void load() {}
+    /// The view's Fm_Activate routine: shows the state of the shared cursors.
+    virtual void activate() {}
+    /// Whether load() has run the activation already.
+    virtual bool loadActivates() const { return false; }
+    /// Runs when another view takes this one's place.
+    virtual void leave() {}
+
+    bool offers(ViewOperation operation) const { return m_operations.count(operation) > 0; }
+    /// Runs an operation that the view offers; nothing for another.
+    void run(ViewOperation operation);
+
+protected:
+    void offer(ViewOperation operation, std::function<void()> action) { m_operations[operation] = std::move(action); }
+
+private:
+    std::map<ViewOperation, std::function<void()>> m_operations;
+};
+
+/// A window of its own beside the main window. Its close box does what its own way out does.
+class TopWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    TopWindow(const QString& name, const QString& caption);
+
+    /// Closes without asking.
+    void finish();
+
+Q_SIGNALS:
+    void finished();
+
+protected:
+    /// The way out; asks where the window asks, and calls finish() to go.
+    virtual void wayOut() { finish(); }
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    bool m_finishing = false;
+};

@@ -1,0 +1,143 @@
+#include "shell/viewHost.h"
+
+#include "controls/dataGrid.h"
+
+#include <QMainWindow>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QWindow>
+
+namespace {
+
+/// The family value that a view takes its showSource from when it is shown.
+int familySource(const Session& session, const QString& name) {
+    static const QHash<QString, int> fixed{{QStringLiteral("stock_BankFm1"), 15},
+                                           {QStringLiteral("stock_ReturnFm2"), 18},
+                                           {QStringLiteral("stock_no_use_BankFm2"), 20},
+                                           {QStringLiteral("stock_out_of_BankFm2"), 23}};
+    static const QStringList stock{QStringLiteral("stockFm1"), QStringLiteral("StockFm2"), QStringLiteral("statisticFm4")};
+    static const QStringList sales{QStringLiteral("statisticFm2"), QStringLiteral("goodsSalesFm2"), QStringLiteral("tempTable2Fm22")};
+    static const QStringList customers{QStringLiteral("dataInputFm1"), QStringLiteral("userInfoFm1"), QStringLiteral("statisticFm1")};
+    if (fixed.contains(name))
+        return fixed.value(name);
+    if (stock.contains(name))
+        return session.stockShowSource == 4 && !session.productTable2->isOpen() ? 3 : session.stockShowSource;
+    if (sales.contains(name))
+        return session.saleShowSource;
+    if (customers.contains(name))
+        return session.clientShowSource;
+    return session.showSource;
+}
+
+} // namespace
+
+ViewHost::ViewHost(Session& session, QMainWindow& main, QStackedWidget& area)
+    : m_session(session)
+    , m_main(main)
+    , m_area(area) {}
+
+View* ViewHost::loaded(const QString& name) {
+    if (View* view = m_loaded.value(name))
+        return view;
+    View* view = m_views.value(name)();
+    m_loaded[name] = view;
+    m_area.addWidget(view);
+    view->load();
+    return view;
+}
+
+void ViewHost::show(const QString& name) {
+    if (!m_views.contains(name) || isActive(name))
+        return;
+    const bool fresh = m_loaded.value(name).isNull();
+    View* view = loaded(name);
+    m_area.setCurrentWidget(view);
+    leaveActive();
+    m_active = view;
+    m_session.viewReturnState = QStringLiteral("Open");
+    m_session.activeViewName = name;
+    setShowSource(name);
+    Q_EMIT viewShown(name);
+    if (!fresh || !view->loadActivates())
+        view->activate();
+}
+
+void ViewHost::leaveActive() {
+    if (!m_active)
+        return;
+    // The one view that is only hidden: its analysis stays as it stands.
+    if (m_active->name() == u"statisticFm1")
+        Fm_Visible_Not(m_active->name());
+    else
+        Fm_Close(m_active->name());
+}
+
+void ViewHost::setShowSource(const QString& name) {
+    m_session.showSource = familySource(m_session, name);
+}
+
+void ViewHost::Fm_Close(const QString& name) {
+    View* view = m_loaded.value(name);
+    if (!view)
+        return;
+    view->leave();
+    // The view may be unloaded from a handler of its own, so it goes only when that has returned; its grids must hear
+    // nothing more of the shared cursors until then.
+    for (DataGrid* grid : view->findChildren<DataGrid*>())
+        grid->unbind();
+    m_loaded.remove(name);
+    m_area.removeWidget(view);
+    if (m_active == view)
+        m_active = nullptr;
+    view->hide();
+    view->deleteLater();
+}
+
+void ViewHost::Fm_Visible_Not(const QString& name) {
+    View* view = m_loaded.value(name);
+    if (!view)
+        return;
+    view->leave();
+    view->hide();
+}
+
+TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
+    if (!m_windows.contains(name))
+        return nullptr;
+    if (TopWindow* open = m_open.value(name)) {
+        open->raise();
+        open->activateWindow();
+        return open;
+    }
+    TopWindow* window = m_windows.value(name)();
+    m_open[name] = window;
+    window->winId();
+    window->move(m_main.geometry().center() - QRect(QPoint(), window->size()).center());
+    if (main == MainWindow::Hidden)
+        m_main.hide();
+    else
+        window->windowHandle()->setTransientParent(m_main.windowHandle());
+    if (main == MainWindow::Disabled)
+        m_main.setEnabled(false);
+    connect(window, &TopWindow::finished, this, [this, name, main] {
+        m_open.remove(name);
+        m_main.setEnabled(true);
+        if (main == MainWindow::Hidden)
+            m_main.show();
+    });
+    window->show();
+    return window;
+}
+
+void ViewHost::tellNotYet(const QString& caption) {
+    m_main.statusBar()->showMessage(QStringLiteral("“%1”还没有做好，以后的版本提供。").arg(caption), 8000);
+}
+
+bool ViewHost::showOrTell(const QString& name, const QString& caption) {
+    if (!knows(name)) {
+        tellNotYet(caption);
+        return false;
+    }
+    show(name);
+    return true;
+}

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "data/session.h"
+#include "shell/view.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+
+class QMainWindow;
+class QStackedWidget;
+
+/// Shows views by name in the main window's one-view area, and opens windows of their own beside it. Features know
+/// each other by name alone.
+class ViewHost : public QObject {
+    Q_OBJECT
+
+public:
+    using ViewFactory = std::function<View*()>;
+    using WindowFactory = std::function<TopWindow*()>;
+    /// What happens to the main window while a window of its own is open.
+    enum class MainWindow { Stays, Disabled, Hidden };
+
+    ViewHost(Session& session, QMainWindow& main, QStackedWidget& area);
+
+    void registerView(const QString& name, ViewFactory factory) { m_views[name] = std::move(factory); }
+    void registerWindow(const QString& name, WindowFactory factory) { m_windows[name] = std::move(factory); }
+    /// Whether a view or window of this name is there.
+    bool knows(const QString& name) const { return m_views.contains(name) || m_windows.contains(name); }
+
+    /// Puts a view into the one-view area and activates it; the one before is unloaded (statisticFm1 only hidden).
+    /// A view that is in front already stays as it is.
+    void show(const QString& name);
+    /// Opens a window of its own, or brings the open one to the front. Null for an unknown name.
+    TopWindow* openWindow(const QString& name, MainWindow main);
+    /// The window of this name, null while it is closed.
+    TopWindow* window(const QString& name) const { return m_open.value(name); }
+
+    View* active() const { return m_active; }
+    bool isActive(const QString& name) const { return m_active && m_active->name() == name; }
+    /// Unloads a view by its name; an unknown name does nothing.
+    void Fm_Close(const QString& name);
+    /// Hides a view by its name; an unknown name does nothing.
+    void Fm_Visible_Not(const QString& name);
+
+    /// Tells in the status bar that something is not there yet.
+    void tellNotYet(const QString& caption);
+    /// Opens what is registered under the name; what is not there yet changes nothing but the status bar.
+    bool showOrTell(const QString& name, const QString& caption);
+
+    Session& session() { return m_session; }
+    QMainWindow& mainWindow() { return m_main; }
+
+Q_SIGNALS:
+    /// A view was shown; the toolbar and the list of opened views follow.
+    void viewShown(const QString& name);
+
+private:
+    View* loaded(const QString& name);
+    void leaveActive();
+    void setShowSource(const QString& name);
+
+    Session& m_session;
+    QMainWindow& m_main;
+    QStackedWidget& m_area;
+    QHash<QString, ViewFactory> m_views;
+    QHash<QString, WindowFactory> m_windows;
+    QHash<QString, QPointer<View>> m_loaded;
+    QHash<QString, QPointer<TopWindow>> m_open;
+    QPointer<View> m_active;
+};
