@@ -26,7 +26,8 @@ CellEditor::CellEditor(DataGrid* grid)
     : QStyledItemDelegate(grid)
     , m_grid(grid) {}
 
-QWidget* CellEditor::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const {
+QWidget* CellEditor::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                  const QModelIndex& index) const {
     auto* editor = new QLineEdit(parent);
     editor->setObjectName(QStringLiteral("cellEditor"));
     editor->setFrame(false);

@@ -75,11 +75,13 @@ void DataGrid::fitColumns() {
     const QFontMetrics metrics = fontMetrics();
     const int rows = std::min(m_model->rowCount(), kSampledRows);
     for (int column = 0; column < m_model->columnCount(); ++column) {
-        int width = metrics.horizontalAdvance(m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+        int width = metrics.horizontalAdvance(
+            m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
         if (!isColumnHidden(column))
             for (int row = 0; row < rows; ++row)
-                width = std::max(width, metrics.horizontalAdvance(
-                                            m_model->data(m_model->index(row, column), Qt::DisplayRole).toString()));
+                width = std::max(width,
+                                 metrics.horizontalAdvance(
+                                     m_model->data(m_model->index(row, column), Qt::DisplayRole).toString()));
         setColumnWidth(column, std::min(width + 22, kWidestColumn));
     }
 }
@@ -94,7 +96,8 @@ void DataGrid::followRecordset() {
         setCurrentIndex({});
         clearSelection();
     } else if (currentIndex().row() != position - 1 || !selectionModel()->hasSelection()) {
-        const int column = currentIndex().isValid() ? currentIndex().column() : horizontalHeader()->logicalIndexAt(0);
+        const int column =
+            currentIndex().isValid() ? currentIndex().column() : horizontalHeader()->logicalIndexAt(0);
         setCurrentIndex(m_model->index(position - 1, std::max(0, column)));
     }
     m_following = false;
@@ -131,7 +134,8 @@ void DataGrid::paintEvent(QPaintEvent* event) {
         return;
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
+    painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
+                     m_emptyText);
 }
 
 void DataGrid::contextMenuEvent(QContextMenuEvent* event) {
@@ -150,8 +154,9 @@ void DataGrid::contextMenuEvent(QContextMenuEvent* event) {
 void DataGrid::commitEditor() {
     if (state() != EditingState)
         return;
-    if (QWidget* editor = indexWidget(currentIndex()) ? indexWidget(currentIndex())
-                                                      : viewport()->findChild<QWidget*>(QStringLiteral("cellEditor"))) {
+    if (QWidget* editor = indexWidget(currentIndex())
+                              ? indexWidget(currentIndex())
+                              : viewport()->findChild<QWidget*>(QStringLiteral("cellEditor"))) {
         commitData(editor);
         closeEditor(editor, QAbstractItemDelegate::NoHint);
     }
@@ -185,14 +190,17 @@ bool DataGrid::exportCsv(const QString& path) const {
     };
     // The byte order mark tells spreadsheets that the text is UTF-8.
     file.write("\xEF\xBB\xBF");
-    writeLine([this](int column) { return m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(); });
+    writeLine([this](int column) {
+        return m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    });
     for (int row = 0; row < m_model->rowCount(); ++row)
         writeLine([this, row](int column) { return m_model->index(row, column).data().toString(); });
     return file.commit();
 }
 
 void DataGrid::askExport() {
-    const auto path = m_prompts.saveFile(QStringLiteral("导出 CSV"), QStringLiteral("导出.csv"), QStringLiteral("CSV (*.csv)"));
+    const auto path = m_prompts.saveFile(QStringLiteral("导出 CSV"), QStringLiteral("导出.csv"),
+                                         QStringLiteral("CSV (*.csv)"));
     if (path && !exportCsv(*path))
         m_prompts.tell(QStringLiteral("文件不能写入：%1").arg(*path));
 }

@@ -9,8 +9,8 @@
 
 class Prompts;
 
-/// A table bound to a recordset. It follows the recordset's rows, filter, sort and position, and a row chosen in it
-/// becomes the recordset's current row. Rows all have one height; no row costs a widget.
+/// A table bound to a recordset. It follows the recordset's rows, filter, sort and position, and a row chosen
+/// in it becomes the recordset's current row. Rows all have one height; no row costs a widget.
 class DataGrid : public QTableView {
     Q_OBJECT
 
@@ -24,8 +24,8 @@ public:
     const RecordsetPtr& recordset() const { return m_model->recordset(); }
     RecordsetModel& recordsetModel() { return *m_model; }
 
-    /// Runs after every change of the recordset's current row or view, whoever made it (a move of the user's, a
-    /// Find, Filter, Sort, a deletion), but not inside a QuietWalk.
+    /// Runs after every change of the recordset's current row or view, whoever made it (a move of the user's,
+    /// a Find, Filter, Sort, a deletion), but not inside a QuietWalk.
     void setRowHandler(std::function<void()> handler) { m_rowHandler = std::move(handler); }
     /// Lets cells be edited in place; a changed cell is a pending edit.
     void setEditable(bool editable);
@@ -33,9 +33,12 @@ public:
     void setEmptyText(const QString& text) { m_emptyText = text; }
     /// An entry of the context menu above copy and export.
     void addContextAction(QAction* action) { m_actions << action; }
+    /// Makes the columns as wide as the first rows need.
+    void fitColumns();
     /// Ends an open cell editor, its text taken over.
     void commitEditor();
-    /// Writes the shown columns and all rows of the view as CSV in UTF-8. False if the file cannot be written.
+    /// Writes the shown columns and all rows of the view as CSV in UTF-8. False if the file cannot be
+    /// written.
     bool exportCsv(const QString& path) const;
     /// The selected cells' rows as text, columns parted by tabs.
     QString selectedText() const;
@@ -54,7 +57,6 @@ protected:
 
 private:
     void followRecordset();
-    void fitColumns();
     void askExport();
 
     Prompts& m_prompts;

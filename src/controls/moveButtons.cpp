@@ -31,7 +31,8 @@ void moveInRecordset(const RecordsetPtr& recordset, int button) {
 MoveButtons::MoveButtons(const QString& name, const QString& positionName, QWidget* parent)
     : QWidget(parent) {
     static const char* const captions[] = {"<<", "<", ">", ">>"};
-    static const QString tips[] = {QStringLiteral("第一条"), QStringLiteral("上一条"), QStringLiteral("下一条"), QStringLiteral("最后一条")};
+    static const QString tips[] = {QStringLiteral("第一条"), QStringLiteral("上一条"),
+                                   QStringLiteral("下一条"), QStringLiteral("最后一条")};
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
@@ -52,7 +53,8 @@ MoveButtons::MoveButtons(const QString& name, const QString& positionName, QWidg
             m_position->setFocusPolicy(Qt::NoFocus);
             m_position->setAlignment(Qt::AlignCenter);
             m_position->setAccessibleName(QStringLiteral("记录位置"));
-            m_position->setFixedWidth(m_position->fontMetrics().horizontalAdvance(QStringLiteral("1000000/1000000")) + 16);
+            m_position->setFixedWidth(
+                m_position->fontMetrics().horizontalAdvance(QStringLiteral("1000000/1000000")) + 16);
             row->addWidget(m_position);
         }
     }

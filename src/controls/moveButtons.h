@@ -9,8 +9,8 @@
 class QLineEdit;
 class QPushButton;
 
-/// Moves as the four buttons do: 0 first, 1 previous (the first row at the beginning), 2 next (the last row at the
-/// end), 3 last. A cursor that is closed or shows no row stays.
+/// Moves as the four buttons do: 0 first, 1 previous (the first row at the beginning), 2 next (the last row
+/// at the end), 3 last. A cursor that is closed or shows no row stays.
 void moveInRecordset(const RecordsetPtr& recordset, int button);
 
 /// The four buttons "<<", "<", ">", ">>" around a position box.
@@ -18,7 +18,8 @@ class MoveButtons : public QWidget {
     Q_OBJECT
 
 public:
-    /// The buttons get the object names "name(0)" to "name(3)"; the box is `positionName`, none where that is empty.
+    /// The buttons get the object names "name(0)" to "name(3)"; the box is `positionName`, none where that is
+    /// empty.
     MoveButtons(const QString& name, const QString& positionName, QWidget* parent = nullptr);
 
     void setPosition(const QString& text);

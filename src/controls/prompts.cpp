@@ -26,8 +26,9 @@ void WindowPrompts::tell(const QString& text, const QString& title) {
 }
 
 bool WindowPrompts::confirm(const QString& text, const QString& title) {
-    return showBox(QMessageBox::Question, title, text,
-                   {{QMessageBox::Ok, QStringLiteral("确定")}, {QMessageBox::Cancel, QStringLiteral("取消")}});
+    return showBox(
+        QMessageBox::Question, title, text,
+        {{QMessageBox::Ok, QStringLiteral("确定")}, {QMessageBox::Cancel, QStringLiteral("取消")}});
 }
 
 bool WindowPrompts::ask(const QString& text, const QString& title) {
@@ -44,7 +45,8 @@ std::optional<QString> WindowPrompts::input(const QString& text, const QString& 
     return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue()) : std::nullopt;
 }
 
-std::optional<QString> WindowPrompts::saveFile(const QString& title, const QString& proposal, const QString& filter) {
+std::optional<QString> WindowPrompts::saveFile(const QString& title, const QString& proposal,
+                                               const QString& filter) {
     const QString name = QFileDialog::getSaveFileName(QApplication::activeWindow(), title, proposal, filter);
     return name.isEmpty() ? std::nullopt : std::optional(name);
 }

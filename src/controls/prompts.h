@@ -6,8 +6,8 @@
 
 class QWidget;
 
-/// Everything that stops the program for an answer goes through here: Qt's own dialogs in the program, a scripted
-/// stand-in in tests.
+/// Everything that stops the program for an answer goes through here: Qt's own dialogs in the program, a
+/// scripted stand-in in tests.
 class Prompts {
 public:
     virtual ~Prompts() = default;
@@ -21,7 +21,8 @@ public:
     /// A line of text; nothing where the user cancels.
     virtual std::optional<QString> input(const QString& text, const QString& title) = 0;
     /// A name for a file to be written; nothing where the user cancels. `filter` as in "CSV (*.csv)".
-    virtual std::optional<QString> saveFile(const QString& title, const QString& proposal, const QString& filter) = 0;
+    virtual std::optional<QString> saveFile(const QString& title, const QString& proposal,
+                                            const QString& filter) = 0;
 };
 
 /// The dialogs of the program, in front of the active window.
@@ -31,5 +32,6 @@ public:
     bool confirm(const QString& text, const QString& title) override;
     bool ask(const QString& text, const QString& title) override;
     std::optional<QString> input(const QString& text, const QString& title) override;
-    std::optional<QString> saveFile(const QString& title, const QString& proposal, const QString& filter) override;
+    std::optional<QString> saveFile(const QString& title, const QString& proposal,
+                                    const QString& filter) override;
 };

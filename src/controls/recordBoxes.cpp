@@ -50,7 +50,8 @@ void RecordBox::inputMethodEvent(QInputMethodEvent* event) {
     QLineEdit::inputMethodEvent(event);
 }
 
-RecordBoxes::RecordBoxes(const QString& name, const QStringList& captions, std::optional<BoxKeys> keys, QWidget* parent)
+RecordBoxes::RecordBoxes(const QString& name, const QStringList& captions, std::optional<BoxKeys> keys,
+                         QWidget* parent)
     : QObject(parent)
     , m_captions(captions)
     , m_keys(keys) {

@@ -9,7 +9,8 @@
 
 class QGridLayout;
 
-/// A line of text that selects all of it on getting the focus, and knows whether an input method is composing in it.
+/// A line of text that selects all of it on getting the focus, and knows whether an input method is composing
+/// in it.
 class RecordBox : public QLineEdit {
     Q_OBJECT
 
@@ -33,14 +34,16 @@ struct BoxKeys {
     Qt::Key on;
 };
 
-/// A numbered array of boxes with captions: Enter goes to the next box, the given keys with Control to the previous
-/// and the next, round at both ends. Enter that ends an input-method composition moves nothing.
+/// A numbered array of boxes with captions: Enter goes to the next box, the given keys with Control to the
+/// previous and the next, round at both ends. Enter that ends an input-method composition moves nothing.
 class RecordBoxes : public QObject {
     Q_OBJECT
 
 public:
-    /// Boxes get the object names "name(0)", "name(1)", ...; captions are their accessible names, without blanks.
-    RecordBoxes(const QString& name, const QStringList& captions, std::optional<BoxKeys> keys, QWidget* parent);
+    /// Boxes get the object names "name(0)", "name(1)", ...; captions are their accessible names, without
+    /// blanks.
+    RecordBoxes(const QString& name, const QStringList& captions, std::optional<BoxKeys> keys,
+                QWidget* parent);
 
     int count() const { return int(m_boxes.size()); }
     RecordBox* box(int index) const { return m_boxes[std::size_t(index)]; }

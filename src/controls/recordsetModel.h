@@ -7,8 +7,8 @@
 #include <functional>
 #include <optional>
 
-/// A recordset as Qt's item views want it: its view row by row, pending edits included. Cells are made into text
-/// only when they are painted.
+/// A recordset as Qt's item views want it: its view row by row, pending edits included. Cells are made into
+/// text only when they are painted.
 class RecordsetModel : public QAbstractTableModel, private RecordsetObserver {
     Q_OBJECT
 

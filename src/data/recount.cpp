@@ -15,7 +15,8 @@ public:
     explicit SumsByClient(const RecordsetPtr& lines)
         : m_lines(*lines)
         , m_image(lines->image()) {
-        lines->prefetch({QStringLiteral("客户编号"), QStringLiteral("实付"), QStringLiteral("差额利润"), QStringLiteral("数量")});
+        lines->prefetch({QStringLiteral("客户编号"), QStringLiteral("实付"), QStringLiteral("差额利润"),
+                         QStringLiteral("数量")});
         m_number = lines->fieldIndex(QStringLiteral("客户编号"));
         m_paid = lines->fieldIndex(QStringLiteral("实付"));
         m_margin = lines->fieldIndex(QStringLiteral("差额利润"));
@@ -65,7 +66,8 @@ private:
                 pool().foldClass(m_image.internText(m_lines.imageColumn(m_number), toText(number)));
             if (code >= m_sums.size())
                 m_sums.resize(std::size_t(code) + 1);
-            m_sums[code].add(m_lines.numberAt(i, m_paid), m_lines.numberAt(i, m_margin), m_lines.numberAt(i, m_quantity));
+            m_sums[code].add(m_lines.numberAt(i, m_paid), m_lines.numberAt(i, m_margin),
+                             m_lines.numberAt(i, m_quantity));
         }
     }
 
@@ -145,8 +147,8 @@ void client_totals_recount(Connection& connection, const RecordsetPtr& clients, 
     lines->clearFilter();
     const SumsByClient sums(lines);
     const TotalFields fields(clients);
-    clients->prefetch({QStringLiteral("客户编号"), QStringLiteral("消费合计"), QStringLiteral("差额利润"), QStringLiteral("购买数"),
-                       QStringLiteral("差额利润率")});
+    clients->prefetch({QStringLiteral("客户编号"), QStringLiteral("消费合计"), QStringLiteral("差额利润"),
+                       QStringLiteral("购买数"), QStringLiteral("差额利润率")});
     WriteBatch batch(connection);
     const int count = clients->RecordCount();
     for (int i = 0; i < count; ++i) {

@@ -23,11 +23,13 @@ double marginRate(const LineSums& sums);
 /// Sums over all rows that the cursor shows, in their order. Leaves the position.
 LineSums sumsOfView(const RecordsetPtr& lines);
 
-/// Rebuilds 消费合计, 差额利润, 购买数 and 差额利润率 of every customer from the lines that bear his number (case of
-/// A-Z apart). Writes only what changes, in one transaction. Afterwards no Filter is on, the customers stand on
-/// their first row, the lines are requeried. A customer cursor that is closed or empty is left alone.
+/// Rebuilds 消费合计, 差额利润, 购买数 and 差额利润率 of every customer from the lines that bear his number
+/// (case of A-Z apart). Writes only what changes, in one transaction. Afterwards no Filter is on, the
+/// customers stand on their first row, the lines are requeried. A customer cursor that is closed or empty is
+/// left alone.
 void client_totals_recount(Connection& connection, const RecordsetPtr& clients, const RecordsetPtr& lines,
                            const Progress& progress = {});
 
-/// 差额利润 := 实付 - 成本 * 数量 on every line of the cursor, the position kept (the first row where there was none).
+/// 差额利润 := 实付 - 成本 * 数量 on every line of the cursor, the position kept (the first row where there
+/// was none).
 void lineMarginRefresh(Connection& connection, const RecordsetPtr& lines);

@@ -10,7 +10,8 @@
 
 #include <memory>
 
-/// Keeps the linker from dropping the resources of a static library; the macro wants to stand in no namespace.
+/// Keeps the linker from dropping the resources of a static library; the macro wants to stand in no
+/// namespace.
 static void linkResources() {
     Q_INIT_RESOURCE(schema);
 }
@@ -63,7 +64,9 @@ QString headerFault(const QString& path) {
     const qint64 pageSize = byte(16) == 0 && byte(17) == 1 ? 65536 : byte(16) << 8 | byte(17);
     const qint64 pages = byte(28) << 24 | byte(29) << 16 | byte(30) << 8 | byte(31);
     if (file.size() < pageSize * pages)
-        return QStringLiteral("文件不完整（被截断）：应有 %1 字节，只有 %2 字节").arg(pageSize * pages).arg(file.size());
+        return QStringLiteral("文件不完整（被截断）：应有 %1 字节，只有 %2 字节")
+            .arg(pageSize * pages)
+            .arg(file.size());
     return {};
 }
 
@@ -83,7 +86,8 @@ QString accessFault(const QString& path) {
 }
 
 QString schemaFault(sqlite3* db) {
-    const DatabaseHandle model = openHandle(QStringLiteral(":memory:"), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    const DatabaseHandle model =
+        openHandle(QStringLiteral(":memory:"), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     runScript(model.get());
     for (const QString& table : requiredTables()) {
         const QStringList there = columnNames(db, table);
@@ -131,9 +135,11 @@ QString databaseFault(const QString& path) {
 }
 
 QStringList requiredTables() {
-    return {QStringLiteral("clientTable"),  QStringLiteral("buyList"),      QStringLiteral("productTable"),
-            QStringLiteral("product_Bank"), QStringLiteral("return_Bank"),  QStringLiteral("out_of_Bank"),
-            QStringLiteral("no_use_Bank"),  QStringLiteral("counterCode"),  QStringLiteral("saleTable"),
-            QStringLiteral("orderTable"),   QStringLiteral("buy_Frequence_Table"), QStringLiteral("month_Table"),
-            QStringLiteral("clientplaceTable"), QStringLiteral("clientlineTable")};
+    return {QStringLiteral("clientTable"),         QStringLiteral("buyList"),
+            QStringLiteral("productTable"),        QStringLiteral("product_Bank"),
+            QStringLiteral("return_Bank"),         QStringLiteral("out_of_Bank"),
+            QStringLiteral("no_use_Bank"),         QStringLiteral("counterCode"),
+            QStringLiteral("saleTable"),           QStringLiteral("orderTable"),
+            QStringLiteral("buy_Frequence_Table"), QStringLiteral("month_Table"),
+            QStringLiteral("clientplaceTable"),    QStringLiteral("clientlineTable")};
 }

@@ -15,8 +15,8 @@ inline constexpr int Lines = 2;
 inline constexpr int Products = 3;
 } // namespace ShowSource
 
-/// The one connection, the shared cursors and the process values, handed by reference to views and routines. What
-/// one view did to a shared cursor (a filter, a position, a sort) is what the next one finds.
+/// The one connection, the shared cursors and the process values, handed by reference to views and routines.
+/// What one view did to a shared cursor (a filter, a position, a sort) is what the next one finds.
 class Session {
 public:
     /// Opens the database. Throws RuntimeError.

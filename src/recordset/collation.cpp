@@ -14,8 +14,8 @@ QString utf16(std::string_view text) {
 
 constexpr std::size_t kMostPackedDigits = 18; // 11 to the power of 18 fits into 64 bits
 
-/// A text of ASCII digits as a number whose order is the order of the text, or nothing. The collator orders such
-/// texts digit by digit, a shorter one first, so that most keys need no call of it.
+/// A text of ASCII digits as a number whose order is the order of the text, or nothing. The collator orders
+/// such texts digit by digit, a shorter one first, so that most keys need no call of it.
 std::optional<quint64> packedDigits(std::string_view text) {
     if (text.size() > kMostPackedDigits)
         return std::nullopt;
@@ -48,7 +48,8 @@ std::vector<quint32> identity(std::size_t size) {
     return order;
 }
 
-std::optional<std::vector<quint32>> digitRanks(const TextPool& pool, const std::vector<TextPool::Code>& codes) {
+std::optional<std::vector<quint32>> digitRanks(const TextPool& pool,
+                                               const std::vector<TextPool::Code>& codes) {
     std::vector<std::pair<quint64, quint32>> keys;
     keys.reserve(codes.size());
     for (const TextPool::Code code : codes) {
@@ -87,7 +88,6 @@ std::vector<quint32> Collation::ranks(const TextPool& pool, const std::vector<Te
     for (const TextPool::Code code : codes)
         keys.push_back(m_collator.sortKey(utf16(pool.text(code))));
     std::vector<quint32> order = identity(codes.size());
-    std::sort(order.begin(), order.end(),
-              [&](quint32 a, quint32 b) { return keys[a].compare(keys[b]) < 0; });
+    std::sort(order.begin(), order.end(), [&](quint32 a, quint32 b) { return keys[a].compare(keys[b]) < 0; });
     return ranked(order, [&](quint32 a, quint32 b) { return keys[a].compare(keys[b]) == 0; });
 }

@@ -20,8 +20,8 @@ struct ColumnInfo {
     static ColumnInfo fromDeclaration(const QString& name, const QString& declaredType);
 };
 
-/// The cells of one column, one a row slot. Null is a code 0, a NaN (which the storage cannot hold) or the lowest
-/// integer. Only the vector of the column's type is in use.
+/// The cells of one column, one a row slot. Null is a code 0, a NaN (which the storage cannot hold) or the
+/// lowest integer. Only the vector of the column's type is in use.
 struct ColumnStore {
     static constexpr qint32 NullInteger = std::numeric_limits<qint32>::min();
     static constexpr qint64 NullMoment = std::numeric_limits<qint64>::min();

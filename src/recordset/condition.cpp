@@ -16,8 +16,8 @@ std::optional<CompareOp> compareOp(const Token& token) {
     if (token.kind != Token::Kind::Symbol)
         return std::nullopt;
     static const std::pair<QStringView, CompareOp> symbols[] = {
-        {u"=", CompareOp::Equal},      {u"<>", CompareOp::NotEqual},   {u"<", CompareOp::Less},
-        {u">", CompareOp::Greater},    {u"<=", CompareOp::LessEqual},  {u">=", CompareOp::GreaterEqual},
+        {u"=", CompareOp::Equal},   {u"<>", CompareOp::NotEqual},  {u"<", CompareOp::Less},
+        {u">", CompareOp::Greater}, {u"<=", CompareOp::LessEqual}, {u">=", CompareOp::GreaterEqual},
     };
     for (const auto& [symbol, op] : symbols)
         if (token.text == symbol)

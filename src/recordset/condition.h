@@ -58,8 +58,8 @@ std::vector<SortColumn> parseSort(const QString& text);
 /// A stored key as the inside of a quoted literal: the apostrophe doubled.
 QString quotedInside(const QString& text);
 
-/// The run of a Like pattern between its wildcards. Throws RuntimeError(BadText) for a wildcard at the start only
-/// or one left inside.
+/// The run of a Like pattern between its wildcards. Throws RuntimeError(BadText) for a wildcard at the start
+/// only or one left inside.
 struct LikePattern {
     enum class Kind { Anything, Equals, StartsWith, Contains };
     Kind kind = Kind::Equals;

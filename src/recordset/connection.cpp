@@ -52,8 +52,8 @@ void configureOnce() {
 } // namespace
 
 void registerSqlFunctions(sqlite3* db) {
-    sqlite3_create_function_v2(db, "plain_sum", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, nullptr, sumStep,
-                               sumFinal, nullptr);
+    sqlite3_create_function_v2(db, "plain_sum", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, nullptr,
+                               sumStep, sumFinal, nullptr);
     sqlite3_create_collation_v2(db, "textorder", SQLITE_UTF8, new Collation, compareTexts,
                                 [](void* collation) { delete static_cast<Collation*>(collation); });
 }
@@ -133,7 +133,8 @@ void Connection::write(Statement& statement) {
     } catch (...) {
         // Some failures (a full disk, an input/output error) roll the whole transaction back.
         if (batched && !inTransaction())
-            throw DatabaseLost(QStringLiteral("写入失败，本次操作已全部撤回：%1").arg(QString::fromUtf8(sqlite3_errmsg(m_db))));
+            throw DatabaseLost(QStringLiteral("写入失败，本次操作已全部撤回：%1")
+                                   .arg(QString::fromUtf8(sqlite3_errmsg(m_db))));
         throw;
     }
 }
@@ -159,8 +160,8 @@ void Connection::endBatch() {
 }
 
 bool Connection::hasTable(const QString& table) {
-    Statement& statement =
-        cached(QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"));
+    Statement& statement = cached(
+        QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"));
     statement.bindText(1, table);
     const bool found = statement.step();
     statement.reset();
@@ -210,8 +211,8 @@ void Connection::forgetImage(const QString& table) {
 WriteBatch::~WriteBatch() noexcept(false) {
     if (!m_connection)
         return;
-    // While another exception is on its way the rows written so far are kept. A commit that fails as well is told
-    // by the next write, since two exceptions cannot be on their way at once.
+    // While another exception is on its way the rows written so far are kept. A commit that fails as well is
+    // told by the next write, since two exceptions cannot be on their way at once.
     try {
         m_connection->endBatch();
     } catch (const DatabaseLost& lost) {

@@ -67,8 +67,8 @@ private:
     QString m_lost; // why the file no longer holds what the images hold; empty while it does
 };
 
-/// One user action, one transaction: everything written while the outermost batch lives becomes durable together
-/// at finish(), or at the end of its scope where an exception leaves it.
+/// One user action, one transaction: everything written while the outermost batch lives becomes durable
+/// together at finish(), or at the end of its scope where an exception leaves it.
 class WriteBatch {
 public:
     explicit WriteBatch(Connection& connection)

@@ -101,7 +101,8 @@ bool listIsSound(const SqlStatement& statement) {
         return true;
     for (const SelectItem& item : statement.items)
         if (item.kind == SelectItem::Kind::All ||
-            (item.kind == SelectItem::Kind::Column && !statement.groupBy.contains(item.column, Qt::CaseInsensitive)))
+            (item.kind == SelectItem::Kind::Column &&
+             !statement.groupBy.contains(item.column, Qt::CaseInsensitive)))
             return false;
     return !statement.distinct;
 }
@@ -170,8 +171,8 @@ QString renderIn(const Condition& condition) {
     QString inside = list.join(QStringLiteral(", "));
     if (condition.kind == Condition::Kind::InSelect)
         inside = QStringLiteral("SELECT %1 FROM %2%3")
-                     .arg(quotedName(condition.select->items.front().column), quotedName(condition.select->table),
-                          renderWhere(*condition.select));
+                     .arg(quotedName(condition.select->items.front().column),
+                          quotedName(condition.select->table), renderWhere(*condition.select));
     return quotedName(condition.clause.column) + QStringLiteral(" IN (") + inside + u')';
 }
 

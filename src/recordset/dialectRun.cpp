@@ -168,8 +168,8 @@ std::vector<Row> rowsWhere(Connection& connection, const TableImage& image, cons
             fields.push_back(i);
         return Predicate(*statement.where, image, fields).select({image.size(), {}}, {});
     }
-    Statement query = connection.prepare(
-        QStringLiteral("SELECT rowid FROM %1%2 ORDER BY rowid").arg(quotedName(statement.table), renderWhere(statement)));
+    Statement query = connection.prepare(QStringLiteral("SELECT rowid FROM %1%2 ORDER BY rowid")
+                                             .arg(quotedName(statement.table), renderWhere(statement)));
     std::vector<qint64> rowids;
     while (query.step())
         rowids.push_back(query.integer(0));

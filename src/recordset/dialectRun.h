@@ -5,7 +5,8 @@
 
 class Connection;
 
-/// Runs Select Into, Delete and Drop Table. Throws TableExists, TableMissing, DropMissing, NoSuchField, Engine.
+/// Runs Select Into, Delete and Drop Table. Throws TableExists, TableMissing, DropMissing, NoSuchField,
+/// Engine.
 void runParsed(Connection& connection, const SqlStatement& statement);
 
 /// Runs a query with aggregates, Group By or distinct into a fixed picture.

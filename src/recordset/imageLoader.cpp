@@ -97,7 +97,8 @@ QString selectText(const QString& table, const std::vector<ColumnInfo>& columns)
 
 using StatementHandle = std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)>;
 
-LoadedRows readRange(sqlite3* db, const QString& table, const std::vector<ColumnInfo>& columns, RowidRange range) {
+LoadedRows readRange(sqlite3* db, const QString& table, const std::vector<ColumnInfo>& columns,
+                     RowidRange range) {
     const QByteArray sql = selectText(table, columns).toUtf8();
     sqlite3_stmt* raw = nullptr;
     if (sqlite3_prepare_v2(db, sql.constData(), int(sql.size()), &raw, nullptr) != SQLITE_OK)
@@ -181,8 +182,9 @@ LoadedRows loadRows(Connection& connection, const QString& table, const std::vec
         return readRange(connection.handle(), table, columns, whole);
 
     const qint64 middle = whole.first + whole.span() / 2;
-    auto upper = std::async(std::launch::async,
-                            [&] { return readRange(second.get(), table, columns, {middle, whole.last}); });
+    auto upper = std::async(std::launch::async, [&] {
+        return readRange(second.get(), table, columns, {middle, whole.last});
+    });
     LoadedRows rows = readRange(connection.handle(), table, columns, {whole.first, middle - 1});
     const LoadedRows rest = upper.get();
     append(rows.rowids, rest.rowids);

@@ -33,7 +33,8 @@ template <typename T> bool holds(CompareOp op, const T& a, const T& b) {
 }
 
 double numberLiteral(const Clause& clause) {
-    const auto number = clause.literal.kind == Literal::Kind::Date ? std::nullopt : parseNumeric(clause.literal.text);
+    const auto number =
+        clause.literal.kind == Literal::Kind::Date ? std::nullopt : parseNumeric(clause.literal.text);
     if (!number)
         refuse(clause);
     return *number;
@@ -131,7 +132,8 @@ struct Predicate::Leaf {
         case ColumnType::Date:
             return store->moments[row] != ColumnStore::NullMoment && holds(op, store->moments[row], moment);
         default:
-            return store->integers[row] != ColumnStore::NullInteger && holds(op, double(store->integers[row]), number);
+            return store->integers[row] != ColumnStore::NullInteger &&
+                   holds(op, double(store->integers[row]), number);
         }
     }
 
@@ -174,7 +176,8 @@ struct Predicate::Node {
         for (std::size_t i = 1; i < parts.size(); ++i) {
             parts[i].applyTo(other);
             for (std::size_t row = 0; row < mask.size(); ++row)
-                mask[row] = char(kind == Condition::Kind::Or ? mask[row] | other[row] : mask[row] & other[row]);
+                mask[row] =
+                    char(kind == Condition::Kind::Or ? mask[row] | other[row] : mask[row] & other[row]);
         }
     }
 };

@@ -3,12 +3,13 @@
 #include "recordset/condition.h"
 #include "recordset/rowKeys.h"
 
-/// A condition compiled against an image: each distinct text is tested once, then codes are compared. It holds for
-/// the moment it was made in; rows changed afterwards want a new one.
+/// A condition compiled against an image: each distinct text is tested once, then codes are compared. It
+/// holds for the moment it was made in; rows changed afterwards want a new one.
 class Predicate {
 public:
-    /// `fields` are the image columns that the condition may name. Throws RuntimeError(BadText) for an unknown
-    /// column, a Like on a column that is not text, and a literal that cannot become the column's type.
+    /// `fields` are the image columns that the condition may name. Throws RuntimeError(BadText) for an
+    /// unknown column, a Like on a column that is not text, and a literal that cannot become the column's
+    /// type.
     Predicate(const Condition& condition, const TableImage& image, const std::vector<int>& fields);
     ~Predicate();
     Predicate(Predicate&&) noexcept;

@@ -68,9 +68,10 @@ private:
     int m_index;
 };
 
-/// A cursor over a table or a query result: a keyset of rows, a view of it under Filter and Sort, a position, and
-/// pending edits that only Update and UpdateBatch write. All cursors over a table share its image, so that an
-/// update or a deletion is seen by all at once; a row inserted elsewhere is seen after Requery or reopen.
+/// A cursor over a table or a query result: a keyset of rows, a view of it under Filter and Sort, a position,
+/// and pending edits that only Update and UpdateBatch write. All cursors over a table share its image, so
+/// that an update or a deletion is seen by all at once; a row inserted elsewhere is seen after Requery or
+/// reopen.
 class Recordset : private ImageClient {
 public:
     enum class Direction { Forward, Backward };
@@ -249,8 +250,8 @@ private:
     std::optional<RowView::Place> m_beingDeleted;
 };
 
-/// While it lives, observers hear nothing of the current row; they are told once at its end if the row or the view
-/// is another one. For routines that walk, Find or test the ends.
+/// While it lives, observers hear nothing of the current row; they are told once at its end if the row or the
+/// view is another one. For routines that walk, Find or test the ends.
 class QuietWalk {
 public:
     explicit QuietWalk(RecordsetPtr recordset);

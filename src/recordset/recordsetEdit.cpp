@@ -70,7 +70,8 @@ void Recordset::Update() {
 }
 
 void Recordset::dropNewRow(RowId row) {
-    const auto added = std::find_if(m_added.begin(), m_added.end(), [row](const AddedRow& each) { return each.row == row; });
+    const auto added =
+        std::find_if(m_added.begin(), m_added.end(), [row](const AddedRow& each) { return each.row == row; });
     const AddedRow gone = *added;
     m_added.erase(added);
     m_edits.drop(row);

@@ -49,13 +49,14 @@ void Recordset::MoveNext() {
     if (place() == Place::AfterLast || place() == Place::None)
         noCurrentRow();
     const RowView::Place from = place() == Place::BeforeFirst ? 0
-                                : place() == Place::OnRow       ? m_position.at + 1
+                                : place() == Place::OnRow     ? m_position.at + 1
                                                               : m_position.at;
     const RowView::Place next = m_view.liveFrom(from);
     if (place() == Place::BeforeFirst && m_view.size() == 0)
         m_position = {Place::None, 0};
     else
-        m_position = next < m_view.end() ? Position{Place::OnRow, next} : Position{Place::AfterLast, m_view.end()};
+        m_position =
+            next < m_view.end() ? Position{Place::OnRow, next} : Position{Place::AfterLast, m_view.end()};
     settle();
 }
 

@@ -51,7 +51,8 @@ private:
                 return ordinalOf(moment->seconds);
             return isNull(value) ? 0 : ordinalOf(qint64(std::get<qint32>(value)));
         };
-        return keysBy(rows, [this](RowId row) { return m_store.ordinal(row); }, pending);
+        return keysBy(
+            rows, [this](RowId row) { return m_store.ordinal(row); }, pending);
     }
 
     std::vector<quint64> codesOf(const std::vector<RowId>& rows) const {
@@ -59,7 +60,8 @@ private:
             const auto* text = std::get_if<QString>(&value);
             return text ? m_image.internText(m_column, *text) : TextPool::Null;
         };
-        return keysBy(rows, [this](RowId row) -> quint64 { return m_store.codes[row]; }, pending);
+        return keysBy(
+            rows, [this](RowId row) -> quint64 { return m_store.codes[row]; }, pending);
     }
 
     std::vector<quint64> textKeys(const std::vector<RowId>& rows) const {
@@ -129,7 +131,8 @@ void stableSort(Order& order, const std::vector<quint64>& keys) {
     const quint64 base = *low;
     const quint64 span = *high - base;
     if (span < kMostBuckets)
-        return countingPass(order, keys, std::size_t(span) + 1, [base](quint64 key) { return std::size_t(key - base); });
+        return countingPass(order, keys, std::size_t(span) + 1,
+                            [base](quint64 key) { return std::size_t(key - base); });
     constexpr int bits = 11;
     for (int shift = 0; shift < int(std::bit_width(span)); shift += bits)
         countingPass(order, keys, std::size_t(1) << bits, [base, shift](quint64 key) {
@@ -176,8 +179,8 @@ std::vector<RowId> Keyset::sequence(const TableImage& image) const {
     return all;
 }
 
-std::vector<RowId> sortedRows(std::vector<RowId> rows, const std::vector<SortKey>& keys, const TableImage& image,
-                              const PendingEdits& edits) {
+std::vector<RowId> sortedRows(std::vector<RowId> rows, const std::vector<SortKey>& keys,
+                              const TableImage& image, const PendingEdits& edits) {
     Order order(rows.size());
     std::iota(order.begin(), order.end(), 0U);
     for (auto key = keys.rbegin(); key != keys.rend(); ++key) {

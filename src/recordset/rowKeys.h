@@ -4,8 +4,8 @@
 
 #include <map>
 
-/// A row as a cursor knows it: a slot of the image, or, with the highest bit set, a new row that only this cursor
-/// has so far.
+/// A row as a cursor knows it: a slot of the image, or, with the highest bit set, a new row that only this
+/// cursor has so far.
 using RowId = std::uint32_t;
 inline constexpr RowId kNewRowBit = 0x80000000U;
 
@@ -48,5 +48,5 @@ struct SortKey {
 };
 
 /// `rows` in the order of the keys, stable; Null first ascending, last descending. Pending values count.
-std::vector<RowId> sortedRows(std::vector<RowId> rows, const std::vector<SortKey>& keys, const TableImage& image,
-                              const PendingEdits& edits);
+std::vector<RowId> sortedRows(std::vector<RowId> rows, const std::vector<SortKey>& keys,
+                              const TableImage& image, const PendingEdits& edits);

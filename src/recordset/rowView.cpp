@@ -87,7 +87,8 @@ void RowView::append(RowId row) {
 
 void RowView::replace(Place place, RowId row) {
     m_rows[place] = row;
-    m_ascending = m_ascending && (place == 0 || m_rows[place - 1] < row) && (place + 1 == end() || row < m_rows[place + 1]);
+    m_ascending = m_ascending && (place == 0 || m_rows[place - 1] < row) &&
+                  (place + 1 == end() || row < m_rows[place + 1]);
     m_inverse.clear();
 }
 

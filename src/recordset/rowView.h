@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-/// The ordered rows that a cursor shows. A deleted row leaves a hole, so that deleting costs no move of a million
-/// entries; `place` is an index with holes counted, `position` one without. Both count from 0.
+/// The ordered rows that a cursor shows. A deleted row leaves a hole, so that deleting costs no move of a
+/// million entries; `place` is an index with holes counted, `position` one without. Both count from 0.
 class RowView {
 public:
     using Place = std::uint32_t;
@@ -37,7 +37,7 @@ private:
     void buildInverse() const;
 
     std::vector<RowId> m_rows;
-    std::vector<Place> m_holes; // ascending
-    bool m_ascending = true;    // rows ascend, so that one is found by halving
+    std::vector<Place> m_holes;           // ascending
+    bool m_ascending = true;              // rows ascend, so that one is found by halving
     mutable std::vector<Place> m_inverse; // slot -> place, built on the first search of an unordered view
 };

@@ -48,8 +48,8 @@ void Statement::bind(int position, qint64 value) {
 
 void Statement::bindText(int position, const QString& text) {
     const QByteArray utf8 = text.toUtf8();
-    sqlite3_bind_text64(m_statement, position, utf8.constData(), sqlite3_uint64(utf8.size()), SQLITE_TRANSIENT,
-                        SQLITE_UTF8);
+    sqlite3_bind_text64(m_statement, position, utf8.constData(), sqlite3_uint64(utf8.size()),
+                        SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
 bool Statement::step() {
@@ -117,7 +117,8 @@ CellValue Statement::value(int column, ColumnType type) const {
     case ColumnType::Date:
         if (const auto moment = parseIso(bytes(column).data(), int(bytes(column).size())))
             return *moment;
-        fail(ErrorNumber::TypeMismatch, QStringLiteral("日期列中有无法识别的值：%1").arg(text(column)), m_sql);
+        fail(ErrorNumber::TypeMismatch, QStringLiteral("日期列中有无法识别的值：%1").arg(text(column)),
+             m_sql);
     default:
         return qint32(integer(column));
     }

@@ -136,8 +136,8 @@ CellValue TableImage::storedValue(Row row, int column) const {
         loadAllColumns();
         return m_columns[std::size_t(column)].value(row);
     }
-    Statement& statement = m_connection->cached(
-        QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?").arg(quotedName(info(column).name), quotedName(m_table)));
+    Statement& statement = m_connection->cached(QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
+                                                    .arg(quotedName(info(column).name), quotedName(m_table)));
     statement.bind(1, m_rowids[row]);
     const CellValue value = statement.step() ? statement.value(0, info(column).type) : CellValue();
     statement.reset();
@@ -163,8 +163,8 @@ std::vector<Row> TableImage::rowsOf(const std::vector<qint64>& rowids) const {
     return rows;
 }
 
-void TableImage::scanEqual(const ColumnStore& column, const std::vector<TextPool::Code>& codes, Row from, Row to,
-                           std::vector<Row>& rows) const {
+void TableImage::scanEqual(const ColumnStore& column, const std::vector<TextPool::Code>& codes, Row from,
+                           Row to, std::vector<Row>& rows) const {
     if (codes.size() == 1) {
         const TextPool::Code wanted = codes.front();
         for (Row row = from; row < to; ++row)
@@ -290,8 +290,9 @@ void TableImage::update(Row row, const CellChanges& cells) {
     QStringList assignments;
     for (const auto& [column, value] : cells)
         assignments << quotedName(info(column).name) + QStringLiteral(" = ?");
-    Statement& statement = m_connection->cached(
-        QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?").arg(quotedName(m_table), assignments.join(QStringLiteral(", "))));
+    Statement& statement =
+        m_connection->cached(QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?")
+                                 .arg(quotedName(m_table), assignments.join(QStringLiteral(", "))));
     for (std::size_t i = 0; i < cells.size(); ++i)
         statement.bind(int(i) + 1, cells[i].second);
     statement.bind(int(cells.size()) + 1, m_rowids[row]);

@@ -25,9 +25,9 @@ public:
     virtual void allRowsDeleted() = 0;
 };
 
-/// The rows of one open table in memory, a column at a time, shared by all cursors over it and written through to
-/// the database. Columns are read on their first use. Without a connection it is the private, fixed picture that
-/// a query gave.
+/// The rows of one open table in memory, a column at a time, shared by all cursors over it and written
+/// through to the database. Columns are read on their first use. Without a connection it is the private,
+/// fixed picture that a query gave.
 class TableImage {
 public:
     TableImage(Connection& connection, QString table, const std::vector<ColumnInfo>& columns);
@@ -60,7 +60,8 @@ public:
     /// Slots of these rowids, which are in ascending order; unknown ones are left out.
     std::vector<Row> rowsOf(const std::vector<qint64>& rowids) const;
     /// Appends to `rows` the live rows below `limit` whose text has one of these codes, ascending.
-    void collectEqual(int column, const std::vector<TextPool::Code>& codes, Row limit, std::vector<Row>& rows) const;
+    void collectEqual(int column, const std::vector<TextPool::Code>& codes, Row limit,
+                      std::vector<Row>& rows) const;
     /// Rank of every code of a text column in the order of texts; index 0 is Null's and holds 0.
     const std::vector<quint32>& textRanks(int column) const;
 
@@ -85,8 +86,8 @@ public:
 private:
     struct EqualityIndex {
         int uses = 0;
-        Row covered = 0;          // rows below this slot are in the index
-        std::vector<Row> starts;  // by code: where its rows begin in `rows`
+        Row covered = 0;         // rows below this slot are in the index
+        std::vector<Row> starts; // by code: where its rows begin in `rows`
         std::vector<Row> rows;
     };
 

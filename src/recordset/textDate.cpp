@@ -141,7 +141,8 @@ std::optional<Moment> parseDateLiteral(QStringView text) {
     const auto match = form.match(text.toString());
     if (!match.hasMatch())
         return std::nullopt;
-    const auto date = checkedDate(match.captured(1).toInt(), match.captured(3).toInt(), match.captured(4).toInt());
+    const auto date =
+        checkedDate(match.captured(1).toInt(), match.captured(3).toInt(), match.captured(4).toInt());
     const int hour = match.captured(5).toInt();
     const int minute = match.captured(6).toInt();
     const int second = match.captured(7).toInt();
@@ -152,8 +153,10 @@ std::optional<Moment> parseDateLiteral(QStringView text) {
 
 QString dateText(const Moment& moment) {
     const int second = moment.secondOfDay();
-    const QString time =
-        QStringLiteral("%1:%2:%3").arg(second / 3600).arg(second / 60 % 60, 2, 10, QChar(u'0')).arg(second % 60, 2, 10, QChar(u'0'));
+    const QString time = QStringLiteral("%1:%2:%3")
+                             .arg(second / 3600)
+                             .arg(second / 60 % 60, 2, 10, QChar(u'0'))
+                             .arg(second % 60, 2, 10, QChar(u'0'));
     if (moment.seconds >= 0 && moment.seconds < kDaySeconds)
         return time;
     const QDate date = moment.date();

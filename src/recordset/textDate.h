@@ -7,7 +7,8 @@
 #include <compare>
 #include <optional>
 
-/// A date, a date with a time, or a time alone: seconds since 1899-12-30 0:00, whose day stands for "no date".
+/// A date, a date with a time, or a time alone: seconds since 1899-12-30 0:00, whose day stands for "no
+/// date".
 struct Moment {
     qint64 seconds = 0;
 
@@ -27,7 +28,8 @@ bool isDate(QStringView text);
 /// "H:m" or "H:m:s". Stricter than parseDate.
 std::optional<Moment> parseDateLiteral(QStringView text);
 
-/// year-month-day without leading zeros, with " H:mm:ss" where the time is not midnight; a time alone "H:mm:ss".
+/// year-month-day without leading zeros, with " H:mm:ss" where the time is not midnight; a time alone
+/// "H:mm:ss".
 QString dateText(const Moment& moment);
 
 /// "yyyy-MM-dd" or "yyyy-MM-dd HH:mm:ss", the stored form, whose text order is time order.

@@ -104,7 +104,8 @@ QByteArray exponentForm(const Digits& number) {
     if (number.digits.size() > 1)
         text += '.' + number.digits.mid(1);
     const int exponent = number.point - 1;
-    return text + (exponent < 0 ? "E-" : "E+") + QByteArray::number(std::abs(exponent)).rightJustified(2, '0');
+    return text + (exponent < 0 ? "E-" : "E+") +
+           QByteArray::number(std::abs(exponent)).rightJustified(2, '0');
 }
 
 QByteArray decimalForm(const Digits& number) {

@@ -11,9 +11,9 @@ QString trimBlanks(QStringView text);
 /// The first `count` UTF-16 units. Throws BadArgument below 0.
 QString leftPart(QStringView text, int count);
 
-/// The number at the start of a text, 0 if there is none. Blanks, tabs and line ends are skipped wherever they
-/// are; "." is the decimal point, E and D mark an exponent, &H and &O read hexadecimal and octal.
-/// Throws Overflow for a number too large for a double.
+/// The number at the start of a text, 0 if there is none. Blanks, tabs and line ends are skipped wherever
+/// they are; "." is the decimal point, E and D mark an exponent, &H and &O read hexadecimal and octal. Throws
+/// Overflow for a number too large for a double.
 double val(QStringView text);
 
 /// The number that the whole text is (sign, currency mark, commas between digits, parentheses for a negative
@@ -25,7 +25,8 @@ bool isNumeric(QStringView text);
 qint16 toInt16(double value);
 qint32 toInt32(double value);
 
-/// The form for boxes, labels, grids and stored texts: at most 15 significant digits, one "0" before the point.
+/// The form for boxes, labels, grids and stored texts: at most 15 significant digits, one "0" before the
+/// point.
 QString plainNumber(double value);
 /// The same without the "0" before the point and without the exponent form of small numbers; only to be cut.
 QString bareNumber(double value);

@@ -10,8 +10,8 @@
 std::string foldedAscii(std::string_view text);
 bool equalFolded(std::string_view a, std::string_view b);
 
-/// The distinct texts of one column as UTF-8, each under a code. Append-only: a code keeps its text as long as the
-/// pool lives. Code 0 stands for Null and is never given out.
+/// The distinct texts of one column as UTF-8, each under a code. Append-only: a code keeps its text as long
+/// as the pool lives. Code 0 stands for Null and is never given out.
 class TextPool {
 public:
     using Code = std::uint32_t;

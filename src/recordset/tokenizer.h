@@ -18,8 +18,8 @@ struct Token {
     bool isSymbol(QStringView symbol) const { return kind == Kind::Symbol && text == symbol; }
 };
 
-/// Splits `source` into tokens, an End token last. Throws RuntimeError(BadText) for an unclosed quote, bracket
-/// or date, and for a character that starts no token.
+/// Splits `source` into tokens, an End token last. Throws RuntimeError(BadText) for an unclosed quote,
+/// bracket or date, and for a character that starts no token.
 std::vector<Token> tokenize(const QString& source);
 
 /// Reads tokens one after the other; every refusal names the whole source text.

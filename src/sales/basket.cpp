@@ -9,7 +9,8 @@
 namespace {
 
 bool isNumberBox(int index) {
-    return index == LineBox::Price || index == LineBox::Quantity || index == LineBox::Due || index == LineBox::Paid;
+    return index == LineBox::Price || index == LineBox::Quantity || index == LineBox::Due ||
+           index == LineBox::Paid;
 }
 
 QString field(const RecordsetPtr& recordset, const char16_t* name) {
@@ -33,11 +34,12 @@ void setSums(const RecordsetPtr& basket, double due, double paid, double margin)
 } // namespace
 
 const QStringList& lineColumns() {
-    static const QStringList columns{QStringLiteral("订单号"), QStringLiteral("客户编号"), QStringLiteral("产品编号"),
-                                     QStringLiteral("日期"),   QStringLiteral("品名"),     QStringLiteral("产地"),
-                                     QStringLiteral("规格"),   QStringLiteral("厂家"),     QStringLiteral("单价"),
-                                     QStringLiteral("计量单位"), QStringLiteral("数量"),   QStringLiteral("合计"),
-                                     QStringLiteral("折扣"),   QStringLiteral("实付")};
+    static const QStringList columns{
+        QStringLiteral("订单号"),   QStringLiteral("客户编号"), QStringLiteral("产品编号"),
+        QStringLiteral("日期"),     QStringLiteral("品名"),     QStringLiteral("产地"),
+        QStringLiteral("规格"),     QStringLiteral("厂家"),     QStringLiteral("单价"),
+        QStringLiteral("计量单位"), QStringLiteral("数量"),     QStringLiteral("合计"),
+        QStringLiteral("折扣"),     QStringLiteral("实付")};
     return columns;
 }
 
@@ -66,8 +68,8 @@ QStringList newLineTexts(Session& session) {
     texts[LineBox::Order] = counterText(session.nextOrderNum);
     texts[LineBox::Client] = session.currentClientNum;
     texts[LineBox::Date] = session.todayText();
-    for (const int box : {LineBox::Product, LineBox::Name, LineBox::Place, LineBox::Spec, LineBox::Maker, LineBox::Price,
-                          LineBox::Unit, LineBox::Discount})
+    for (const int box : {LineBox::Product, LineBox::Name, LineBox::Place, LineBox::Spec, LineBox::Maker,
+                          LineBox::Price, LineBox::Unit, LineBox::Discount})
         texts[box] = products->Fields(lineColumns()[box]).text();
     for (const int box : {LineBox::Quantity, LineBox::Due, LineBox::Paid})
         texts[box] = QStringLiteral("0");
@@ -181,7 +183,8 @@ BasketTotals basketTotals(const RecordsetPtr& basket) {
 
 std::optional<StockRow> stockOf(Session& session, const QString& productNum) {
     Recordset product(session.cn);
-    product.Open(QStringLiteral("Select * From productTable Where ") + keyCondition(QStringLiteral("产品编号"), productNum));
+    product.Open(QStringLiteral("Select * From productTable Where ") +
+                 keyCondition(QStringLiteral("产品编号"), productNum));
     if (!product.hasRows())
         return std::nullopt;
     return StockRow{*product.currentRow(), toNumber(product.Fields(QStringLiteral("数量")).OriginalValue())};
@@ -239,11 +242,4 @@ void clearBasket(Session& session, const RecordsetPtr& basket) {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
     batch.finish();
-}
-
-QString productSearch(const QString& text) {
-    QStringList parts{QStringLiteral("产品编号 = '") + text + u'\''};
-    for (const auto* column : {u"品名", u"规格", u"产地", u"厂家"})
-        parts << QString::fromUtf16(column) + QStringLiteral(" Like '%") + text + QStringLiteral("%'");
-    return parts.join(QStringLiteral(" Or "));
 }

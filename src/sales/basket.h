@@ -10,15 +10,15 @@
 
 /// Indices of the line boxes that the rules speak of.
 namespace LineBox {
-inline constexpr int Order = 0, Client = 1, Product = 2, Date = 3, Name = 4, Place = 5, Spec = 6, Maker = 7, Price = 8,
-                     Unit = 9, Quantity = 10, Due = 11, Discount = 12, Paid = 13, Count = 14;
+inline constexpr int Order = 0, Client = 1, Product = 2, Date = 3, Name = 4, Place = 5, Spec = 6, Maker = 7,
+                     Price = 8, Unit = 9, Quantity = 10, Due = 11, Discount = 12, Paid = 13, Count = 14;
 }
 
 /// The columns of the 14 line boxes, in box order.
 const QStringList& lineColumns();
 
-/// What a change of quantity or discount gives: amount due and paid, in the shop's currency, and the discount in
-/// percent of the price, "100" for one that is empty, not above 0 or not below 100.
+/// What a change of quantity or discount gives: amount due and paid, in the shop's currency, and the discount
+/// in percent of the price, "100" for one that is empty, not above 0 or not below 100.
 struct LineAmounts {
     QString due;
     QString discount;
@@ -35,20 +35,20 @@ QStringList basketRowTexts(const RecordsetPtr& basket);
 /// The message of the first box that cannot stand, nothing if the line is good.
 std::optional<QString> lineFault(const QStringList& boxes);
 
-/// Stores the boxes in the current basket row (not yet updated); texts cut to their columns. Throws RuntimeError
-/// where a column refuses its value, with part of the row assigned.
+/// Stores the boxes in the current basket row (not yet updated); texts cut to their columns. Throws
+/// RuntimeError where a column refuses its value, with part of the row assigned.
 void writeRecord5(const RecordsetPtr& basket, const QStringList& boxes, double unitCost);
 
-/// Empties the basket table, made again if it is missing, and gives a cursor on it. A period copy that lay in it is
-/// gone, and with it the period.
+/// Empties the basket table, made again if it is missing, and gives a cursor on it. A period copy that lay in
+/// it is gone, and with it the period.
 RecordsetPtr openBasket(Session& session);
 
-/// The row of the basket that holds a product, searched from the first row; found: it is current, else the basket
-/// stays where it was.
+/// The row of the basket that holds a product, searched from the first row; found: it is current, else the
+/// basket stays where it was.
 bool check_Repeat_ProductNum(const RecordsetPtr& basket, const QString& productNum);
 
-/// Whole pieces of a product that a customer has bought before, rounded after each line. The filter of the lines is
-/// off afterwards.
+/// Whole pieces of a product that a customer has bought before, rounded after each line. The filter of the
+/// lines is off afterwards.
 qint32 product_Num3(Session& session, const QString& clientNum, const QString& productNum);
 
 struct BasketTotals {
@@ -57,8 +57,8 @@ struct BasketTotals {
 };
 BasketTotals basketTotals(const RecordsetPtr& basket);
 
-/// Stored quantity of a product, wherever the products' cursor stands and whatever it is filtered to; nothing for a
-/// product that is not in stock at all.
+/// Stored quantity of a product, wherever the products' cursor stands and whatever it is filtered to; nothing
+/// for a product that is not in stock at all.
 struct StockRow {
     RowId row;
     double quantity;
@@ -78,6 +78,3 @@ void saveBasket(Session& session, const RecordsetPtr& basket);
 
 /// Deletes every row of the basket, yielding to the message queue after each without letting the user in.
 void clearBasket(Session& session, const RecordsetPtr& basket);
-
-/// The products' search: number equal, or name, spec, place or maker containing the text.
-QString productSearch(const QString& text);

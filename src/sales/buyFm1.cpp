@@ -5,6 +5,7 @@
 #include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
+#include "data/searchTexts.h"
 #include "recordset/error.h"
 #include "recordset/textNumber.h"
 #include "sales/buyFm1Panels.h"
@@ -249,7 +250,8 @@ bool buyFm1::stock_check() {
     }
     const double left = stock->quantity - valOrMost(m_line->boxes->text(LineBox::Quantity));
     if (left < 0) {
-        m_prompts.tell(QStringLiteral("超出库存数，现有库存数") + plainNumber(stock->quantity), QStringLiteral("库存提示"));
+        m_prompts.tell(QStringLiteral("超出库存数，现有库存数") + plainNumber(stock->quantity),
+                       QStringLiteral("库存提示"));
         m_line->boxes->setText(LineBox::Quantity, QStringLiteral("0"));
         m_line->boxes->box(LineBox::Quantity)->selectAll();
         setLeft(product, stock->row, stock->quantity);
@@ -355,7 +357,8 @@ void buyFm1::saveBasketEdits() {
 
 void buyFm1::deleteBasketRow() {
     m_basketPanel->grid->commitEditor();
-    if (!m_basket->hasRows() || !m_basket->currentRow() || !m_prompts.confirm(QStringLiteral("确认要删除该记录吗？")))
+    if (!m_basket->hasRows() || !m_basket->currentRow() ||
+        !m_prompts.confirm(QStringLiteral("确认要删除该记录吗？")))
         return;
     const QString product = m_basket->Fields(QStringLiteral("产品编号")).text();
     {
@@ -400,6 +403,7 @@ void buyFm1::showBasket() {
     m_basketPanel->date->setText(m_session.todayText());
     m_basketPanel->order->setText(counterText(m_session.nextOrderNum));
     showBasketPosition();
+    m_basketPanel->grid->fitColumns();
     m_frames->setCurrentWidget(m_basketPanel);
 }
 

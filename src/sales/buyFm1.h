@@ -82,7 +82,7 @@ private:
 
     LineMode m_lineMode = NoProduct;
     bool m_lineChanged = false;
-    bool m_displaying = false; // the program itself fills boxes: their change handlers do nothing
+    bool m_displaying = false;  // the program itself fills boxes: their change handlers do nothing
     bool m_puttingBack = false; // the program itself puts a cell back
     double m_unitCost = 0;
     qint32 m_bought = 0;

@@ -15,9 +15,10 @@ namespace {
 
 const QStringList& lineCaptions() {
     static const QStringList captions{
-        QStringLiteral("订 单 号"), QStringLiteral("客户编号"), QStringLiteral("产品编号"), QStringLiteral("时    间"),
-        QStringLiteral("品    名"), QStringLiteral("产    地"), QStringLiteral("规    格"), QStringLiteral("厂    家"),
-        QStringLiteral("单    价"), QStringLiteral("计量单位"), QStringLiteral("数    量"), QStringLiteral("应    付"),
+        QStringLiteral("订 单 号"), QStringLiteral("客户编号"), QStringLiteral("产品编号"),
+        QStringLiteral("时    间"), QStringLiteral("品    名"), QStringLiteral("产    地"),
+        QStringLiteral("规    格"), QStringLiteral("厂    家"), QStringLiteral("单    价"),
+        QStringLiteral("计量单位"), QStringLiteral("数    量"), QStringLiteral("应    付"),
         QStringLiteral("折    扣"), QStringLiteral("实    付")};
     return captions;
 }
@@ -69,7 +70,8 @@ ProductPanel::ProductPanel(Prompts& prompts, QWidget* parent)
     setObjectName(QStringLiteral("Frame2"));
     grid->setObjectName(QStringLiteral("DataGrid1"));
     grid->setEmptyText(QStringLiteral("没有产品。\n产品在“产品管理”—“产品登录（入库）”里登录。"));
-    search = makeSearchBox(QStringLiteral("Text3"), QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, this);
+    search = makeSearchBox(QStringLiteral("Text3"),
+                           QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, this);
     auto* top = new QHBoxLayout;
     top->addWidget(search, 1);
     top->addWidget(find);
@@ -93,7 +95,8 @@ LinePanel::LinePanel(QWidget* parent)
     , settle(makeButton(QStringLiteral("Command1"), QStringLiteral("结算"), this))
     , back(makeButton(QStringLiteral("Command4"), QStringLiteral("返回"), this)) {
     setObjectName(QStringLiteral("Frame1"));
-    boxes->limitToNumbers({LineBox::Price, LineBox::Quantity, LineBox::Due, LineBox::Discount, LineBox::Paid});
+    boxes->limitToNumbers(
+        {LineBox::Price, LineBox::Quantity, LineBox::Due, LineBox::Discount, LineBox::Paid});
     bought->setObjectName(QStringLiteral("Text8"));
     bought->setToolTip(QStringLiteral("购买该产品累积数"));
     bought->setAccessibleName(QStringLiteral("购买该产品累积数"));
@@ -126,11 +129,14 @@ LinePanel::LinePanel(QWidget* parent)
 
 QWidget* LinePanel::buildTotals(int which) {
     auto* strip = new QWidget(this);
-    quantityTotals[which] = makeFigure(QStringLiteral("Label%1").arg(12 + which), QStringLiteral("总件数"), strip);
-    paidTotals[which] = makeFigure(QStringLiteral("Label%1").arg(14 + which), QStringLiteral("总金额"), strip);
-    QHBoxLayout* row = rowOf({new QLabel(which == 0 ? QStringLiteral("购物表：") : QStringLiteral("待结算："), strip),
-                              new QLabel(QStringLiteral("总件数："), strip), quantityTotals[which],
-                              new QLabel(QStringLiteral("总金额："), strip), paidTotals[which]});
+    quantityTotals[which] =
+        makeFigure(QStringLiteral("Label%1").arg(12 + which), QStringLiteral("总件数"), strip);
+    paidTotals[which] =
+        makeFigure(QStringLiteral("Label%1").arg(14 + which), QStringLiteral("总金额"), strip);
+    QHBoxLayout* row =
+        rowOf({new QLabel(which == 0 ? QStringLiteral("购物表：") : QStringLiteral("待结算："), strip),
+               new QLabel(QStringLiteral("总件数："), strip), quantityTotals[which],
+               new QLabel(QStringLiteral("总金额："), strip), paidTotals[which]});
     row->setContentsMargins(0, 4, 0, 0);
     row->addStretch(1);
     strip->setLayout(row);
@@ -153,7 +159,9 @@ BasketPanel::BasketPanel(Prompts& prompts, QWidget* parent)
     grid->setObjectName(QStringLiteral("DataGrid2"));
     grid->setEditable(true);
     grid->setEmptyText(QStringLiteral("购物表是空的。\n选一种产品，填好数量后按“确认”。"));
-    QHBoxLayout* head = rowOf({new QLabel(QStringLiteral("时间："), this), date, new QLabel(QStringLiteral("订单号："), this), order});
+    QHBoxLayout* head = rowOf({new QLabel(QStringLiteral("时间："), this), date,
+                               new QLabel(QStringLiteral("订单号："), this), order});
+    head->insertSpacing(2, 24);
     head->addStretch(1);
     QHBoxLayout* totals = rowOf({new QLabel(QStringLiteral("总件数："), this), quantityTotal,
                                  new QLabel(QStringLiteral("总金额："), this), paidTotal});

@@ -45,7 +45,7 @@ public:
     explicit LinePanel(QWidget* parent);
 
     RecordBoxes* boxes;
-    QLineEdit* bought;  // what the customer has bought of the product before
+    QLineEdit* bought; // what the customer has bought of the product before
     UpDown* quantity;
     UpDown* discount;
     QLabel* quantityTotals[2]; // Label12, Label13

@@ -1,5 +1,6 @@
 #include "sales/clientRegister.h"
 
+#include "data/searchTexts.h"
 #include "recordset/condition.h"
 #include "recordset/error.h"
 #include "recordset/textNumber.h"
@@ -14,10 +15,9 @@ bool isNumberBox(int index) {
 }
 
 QString searchText(const QString& text) {
-    QStringList parts;
-    for (const auto* column : {u"客户编号", u"单位名称", u"联系人", u"电话", u"生日"})
-        parts << QString::fromUtf16(column) + QStringLiteral(" Like '%") + text + QStringLiteral("%'");
-    return parts.join(QStringLiteral(" Or "));
+    return containedInAny({QStringLiteral("客户编号"), QStringLiteral("单位名称"), QStringLiteral("联系人"),
+                           QStringLiteral("电话"), QStringLiteral("生日")},
+                          text);
 }
 
 /// Uses the proposed number up if a customer bears it now; the cursor stays on the new customer.
@@ -36,12 +36,13 @@ void takeClientNumber(Session& session) {
 } // namespace
 
 const QStringList& registerColumns() {
-    static const QStringList columns{QStringLiteral("客户编号"), QStringLiteral("联系人"),   QStringLiteral("生日"),
-                                     QStringLiteral("电话"),     QStringLiteral("传真"),     QStringLiteral("手机"),
-                                     QStringLiteral("Email"),    QStringLiteral("部门"),     QStringLiteral("单位名称"),
-                                     QStringLiteral("地址"),     QStringLiteral("邮政编码"), QStringLiteral("地区"),
-                                     QStringLiteral("行业"),     QStringLiteral("消费合计"), QStringLiteral("购买数"),
-                                     QStringLiteral("客户级别"), QStringLiteral("业务员编号")};
+    static const QStringList columns{
+        QStringLiteral("客户编号"), QStringLiteral("联系人"),    QStringLiteral("生日"),
+        QStringLiteral("电话"),     QStringLiteral("传真"),      QStringLiteral("手机"),
+        QStringLiteral("Email"),    QStringLiteral("部门"),      QStringLiteral("单位名称"),
+        QStringLiteral("地址"),     QStringLiteral("邮政编码"),  QStringLiteral("地区"),
+        QStringLiteral("行业"),     QStringLiteral("消费合计"),  QStringLiteral("购买数"),
+        QStringLiteral("客户级别"), QStringLiteral("业务员编号")};
     return columns;
 }
 
@@ -156,14 +157,16 @@ void set_date1_date2(Session& session) {
 
 void rs2_Search(Session& session, const QString& condition) {
     const QString number = session.clientTable->Fields(QStringLiteral("客户编号")).text();
-    QString source = QStringLiteral("Select * From buyList Where ") + keyCondition(QStringLiteral("客户编号"), number);
+    QString source =
+        QStringLiteral("Select * From buyList Where ") + keyCondition(QStringLiteral("客户编号"), number);
     if (!condition.isEmpty())
         source += QStringLiteral(" And (") + condition + u')';
     session.reopen(session.buyList, source);
 }
 
 void setup_rs_total(Session& session) {
-    const QString columns = QStringLiteral("Select 日期, 订单号, 客户编号, Sum(数量) As 购物数, Sum(实付) As 购物金额 From ");
+    const QString columns =
+        QStringLiteral("Select 日期, 订单号, 客户编号, Sum(数量) As 购物数, Sum(实付) As 购物金额 From ");
     const QString groups = QStringLiteral(" Group By 日期, 订单号, 客户编号");
     if (session.showSource == 7)
         session.reopen(session.orderTotals, columns + QStringLiteral("buyList2") + groups);

@@ -12,7 +12,8 @@ void writeSums(const RecordsetPtr& clients, const LineSums& sums) {
     clients->Update();
 }
 
-/// Puts the customer cursor, its filter cleared, on the customer of the current line; false if he is not there.
+/// Puts the customer cursor, its filter cleared, on the customer of the current line; false if he is not
+/// there.
 bool findClientOfLine(Session& session) {
     if (!session.buyList->hasRows() || !session.clientTable->isOpen())
         return false;

@@ -22,16 +22,18 @@ constexpr int kBlinkMilliseconds = 600;
 
 const QStringList& boxCaptions() {
     static const QStringList captions{
-        QStringLiteral("客户编号"), QStringLiteral("联系人"),     QStringLiteral("生    日"), QStringLiteral("电    话"),
-        QStringLiteral("传    真"), QStringLiteral("手    机    话"), QStringLiteral("Email"), QStringLiteral("部    门"),
-        QStringLiteral("单位名称"), QStringLiteral("地    址"),   QStringLiteral("邮政编码"), QStringLiteral("地    区"),
-        QStringLiteral("行    业"), QStringLiteral("消费累计"),   QStringLiteral("购物累计"), QStringLiteral("客户级别"),
-        QStringLiteral("业务员编号")};
+        QStringLiteral("客户编号"), QStringLiteral("联系人"),    QStringLiteral("生    日"),
+        QStringLiteral("电    话"), QStringLiteral("传    真"),  QStringLiteral("手    机    话"),
+        QStringLiteral("Email"),    QStringLiteral("部    门"),  QStringLiteral("单位名称"),
+        QStringLiteral("地    址"), QStringLiteral("邮政编码"),  QStringLiteral("地    区"),
+        QStringLiteral("行    业"), QStringLiteral("消费累计"),  QStringLiteral("购物累计"),
+        QStringLiteral("客户级别"), QStringLiteral("业务员编号")};
     return captions;
 }
 
 const QStringList& hiddenColumns() {
-    static const QStringList columns{QStringLiteral("流水号"), QStringLiteral("差额利润"), QStringLiteral("差额利润率")};
+    static const QStringList columns{QStringLiteral("流水号"), QStringLiteral("差额利润"),
+                                     QStringLiteral("差额利润率")};
     return columns;
 }
 
@@ -60,7 +62,9 @@ QWidget* dataInputFm1::buildGridSide() {
     m_grid->setEmptyText(QStringLiteral("还没有客户。\n请按“添加新客户”，填好资料后按“保存”。"));
     m_find = makeButton(QStringLiteral("Command2"), QStringLiteral("查询"), m_gridFrame);
     m_whole = makeButton(QStringLiteral("Command4"), QStringLiteral("全库显示"), m_gridFrame);
-    m_search = makeSearchBox(QStringLiteral("Text2"), QStringLiteral("查询入口：客户编号、单位名称、联系人、电话、生日"), m_find, m_gridFrame);
+    m_search = makeSearchBox(QStringLiteral("Text2"),
+                             QStringLiteral("查询入口：客户编号、单位名称、联系人、电话、生日"), m_find,
+                             m_gridFrame);
     auto* searchRow = new QHBoxLayout;
     searchRow->addWidget(m_search, 1);
     searchRow->addWidget(m_find);
@@ -80,7 +84,8 @@ QWidget* dataInputFm1::buildGridSide() {
 QWidget* dataInputFm1::buildPanel() {
     m_panel = new QGroupBox(QStringLiteral("客户详细资料"), this);
     m_panel->setObjectName(QStringLiteral("Frame2"));
-    m_boxes = new RecordBoxes(QStringLiteral("Text3"), boxCaptions(), BoxKeys{Qt::Key_Left, Qt::Key_Right}, m_panel);
+    m_boxes = new RecordBoxes(QStringLiteral("Text3"), boxCaptions(), BoxKeys{Qt::Key_Left, Qt::Key_Right},
+                              m_panel);
     m_boxes->limitToNumbers(registerNumberBoxes());
     m_addingLabel = makeLabel(QStringLiteral("Label4"), QStringLiteral("添加新客户"), m_panel);
     QFont bold = m_addingLabel->font();

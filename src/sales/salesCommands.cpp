@@ -25,24 +25,17 @@ void showClerkClients(ViewHost& host, Prompts& prompts) {
     host.tellNotYet(QStringLiteral("该业务员客户资料"));
 }
 
-/// A command for the view that is in front already only clears the three filters.
-void showRegister(ViewHost& host) {
-    Session& session = host.session();
-    const QString name = QStringLiteral("dataInputFm1");
-    session.activeViewName = name;
-    if (!host.isActive(name))
-        return host.show(name);
-    session.clientTable->clearFilter();
-    session.buyList->clearFilter();
-    session.productTable->clearFilter();
-}
-
 } // namespace
 
 void registerSales(CommandTable& commands, ViewHost& host, Prompts& prompts) {
-    host.registerView(QStringLiteral("dataInputFm1"), [&host, &prompts] { return new dataInputFm1(host, prompts); });
-    host.registerWindow(QStringLiteral("buyFm1"), [&host, &prompts] { return new buyFm1(host.session(), prompts); });
-    commands.add(QStringLiteral("management_client"), [&host] { showRegister(host); });
-    commands.add(QStringLiteral("show_one_client2"), [&host, &prompts] { showOneClientOrders(host, prompts); });
-    commands.add(QStringLiteral("statistic_achievement2"), [&host, &prompts] { showClerkClients(host, prompts); });
+    host.registerView(QStringLiteral("dataInputFm1"),
+                      [&host, &prompts] { return new dataInputFm1(host, prompts); });
+    host.registerWindow(QStringLiteral("buyFm1"),
+                        [&host, &prompts] { return new buyFm1(host.session(), prompts); });
+    commands.add(QStringLiteral("management_client"),
+                 [&host] { host.showFromMenu(QStringLiteral("dataInputFm1")); });
+    commands.add(QStringLiteral("show_one_client2"),
+                 [&host, &prompts] { showOneClientOrders(host, prompts); });
+    commands.add(QStringLiteral("statistic_achievement2"),
+                 [&host, &prompts] { showClerkClients(host, prompts); });
 }

@@ -24,8 +24,8 @@ void takeOrderNumber(Session& session) {
     writeCounter(session, QStringLiteral("counterNum2"), *session.nextOrderNum);
 }
 
-/// Requery puts the filter off and goes to the first row, but the register counts on the buyer's row. It is found
-/// again by its identity, since two customers may bear one number.
+/// Requery puts the filter off and goes to the first row, but the register counts on the buyer's row. It is
+/// found again by its identity, since two customers may bear one number.
 void requeryInPlace(const RecordsetPtr& clients) {
     const auto row = clients->currentRow();
     const QString filter = clients->Filter();
@@ -64,7 +64,8 @@ void showLastProduct(const RecordsetPtr& products, const RecordsetPtr& basket) {
         return;
     basket->MoveLast();
     products->MoveFirst();
-    products->Find(keyCondition(QStringLiteral("产品编号"), basket->Fields(QStringLiteral("产品编号")).text()));
+    products->Find(
+        keyCondition(QStringLiteral("产品编号"), basket->Fields(QStringLiteral("产品编号")).text()));
     if (products->isEOF())
         products->MoveLast();
 }

@@ -9,7 +9,7 @@ QString settlementQuestion(const BasketTotals& totals);
 bool canSettle(Session& session, const RecordsetPtr& basket);
 
 /// Turns the basket into order lines, uses the order number up, writes the customer's four figures, takes the
-/// quantities off the stock and empties the basket: one transaction. The customers' cursor must stand on the buyer;
-/// its row and filter are kept. Afterwards the lines are filtered to the buyer, and the products, reopened, stand on
-/// the last product of the basket.
+/// quantities off the stock and empties the basket: one transaction. The customers' cursor must stand on the
+/// buyer; its row and filter are kept. Afterwards the lines are filtered to the buyer, and the products,
+/// reopened, stand on the last product of the basket.
 void settle(Session& session, const RecordsetPtr& basket);

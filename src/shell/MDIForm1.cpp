@@ -57,7 +57,8 @@ void MDIForm1::buildMenu() {
             // A leaf of the menu bar itself.
             QAction* action = menuBar()->addAction(caption);
             action->setObjectName(control);
-            connect(action, &QAction::triggered, this, [this, command = row.command.toString(), caption] { runCommand(command, caption); });
+            connect(action, &QAction::triggered, this,
+                    [this, command = row.command.toString(), caption] { runCommand(command, caption); });
         } else if (row.caption.isEmpty()) {
             path.back()->addSeparator()->setObjectName(control);
         } else if (row.command.isEmpty()) {
@@ -86,7 +87,8 @@ void MDIForm1::watchMarketingMenu(QMenu* menu) {
     });
     connect(menu, &QMenu::aboutToHide, this, [this] {
         // A chosen command runs after the menu has closed, and before a queued call.
-        QMetaObject::invokeMethod(this, [this] { restoreShowSource(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { restoreShowSource(); }, Qt::QueuedConnection);
     });
 }
 
@@ -101,7 +103,8 @@ void MDIForm1::buildToolbar() {
     row->setContentsMargins(4, 2, 4, 2);
     row->setSpacing(2);
     for (const ToolbarButton& each : toolbarButtons()) {
-        auto* action = new QAction(QIcon(QStringLiteral(":/icons/%1.svg").arg(each.icon)), each.caption.toString(), this);
+        auto* action = new QAction(QIcon(QStringLiteral(":/icons/%1.svg").arg(each.icon)),
+                                   each.caption.toString(), this);
         action->setShortcut(QKeySequence(each.shortcut.toString()));
         action->setToolTip(QStringLiteral("%1（%2）").arg(each.caption, each.shortcut));
         auto* button = new QToolButton(buttons);
@@ -129,7 +132,8 @@ void MDIForm1::buildArea() {
     picture->setFlat(true);
     picture->hide();
     connect(picture, &QPushButton::clicked, this, [this] {
-        m_prompts.tell(QStringLiteral("欢迎使用《衡商汇系统》，") + QStringLiteral("请选择菜单，开始运行！"), QStringLiteral("提示信息"));
+        m_prompts.tell(QStringLiteral("欢迎使用《衡商汇系统》，") + QStringLiteral("请选择菜单，开始运行！"),
+                       QStringLiteral("提示信息"));
     });
     m_caption = new QLabel(centre);
     m_caption->setObjectName(QStringLiteral("viewCaption"));

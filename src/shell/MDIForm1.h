@@ -16,8 +16,8 @@ class QMenu;
 class QProgressBar;
 class QToolButton;
 
-/// The main window: menu, toolbar, the one-view area, and the one place where a command is turned into an action on
-/// the view that is showing.
+/// The main window: menu, toolbar, the one-view area, and the one place where a command is turned into an
+/// action on the view that is showing.
 class MDIForm1 : public QMainWindow {
     Q_OBJECT
 
@@ -27,8 +27,8 @@ public:
     ViewHost& host() { return m_host; }
     CommandTable& commands() { return m_commands; }
 
-    /// Opens the cursors, recounts the customers' totals and shows the register. In: called once, after the window is
-    /// shown. Throws RuntimeError.
+    /// Opens the cursors, recounts the customers' totals and shows the register. In: called once, after the
+    /// window is shown. Throws RuntimeError.
     void start();
     /// Ends the process after the stop question; tests put their own end here.
     std::function<void()> endProcess;

@@ -2,7 +2,8 @@
 
 namespace {
 
-// The odd spellings of control names (sperate1, show_on_use_Bank, proporation_analysis1) are the names in use.
+// The odd spellings of control names (sperate1, show_on_use_Bank, proporation_analysis1) are the names in
+// use.
 constexpr MenuRow kTree[] = {
     {0, u"data_input", u"营销管理", u""},
     {1, u"management_client", u"购买", u"management_client"},

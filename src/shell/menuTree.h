@@ -4,8 +4,8 @@
 
 #include <span>
 
-/// One row of the menu tree. Rows follow in the order of the menu; a row of a deeper level lies in the last one above
-/// it that is shallower.
+/// One row of the menu tree. Rows follow in the order of the menu; a row of a deeper level lies in the last
+/// one above it that is shallower.
 struct MenuRow {
     int level;
     QStringView control;

@@ -38,10 +38,14 @@ constexpr ToolbarRow kTable[] = {
 };
 
 constexpr ToolbarButton kButtons[] = {
-    {2, u"统计时间", u"time", u"Ctrl+T"},         {3, u"查询", u"search", u"Ctrl+F"},
-    {4, u"全库显示", u"whole", u"F5"},            {5, u"顺序排序", u"ascending", u"Ctrl+Up"},
-    {6, u"倒序排序", u"descending", u"Ctrl+Down"}, {7, u"打印", u"print", u"Ctrl+P"},
-    {8, u"帮助", u"help", u"F1"},                 {9, u"退出", u"exit", u"Ctrl+Q"},
+    {2, u"统计时间", u"time", u"Ctrl+T"},
+    {3, u"查询", u"search", u"Ctrl+F"},
+    {4, u"全库显示", u"whole", u"F5"},
+    {5, u"顺序排序", u"ascending", u"Ctrl+Up"},
+    {6, u"倒序排序", u"descending", u"Ctrl+Down"},
+    {7, u"打印", u"print", u"Ctrl+P"},
+    {8, u"帮助", u"help", u"F1"},
+    {9, u"退出", u"exit", u"Ctrl+Q"},
 };
 
 } // namespace

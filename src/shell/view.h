@@ -9,7 +9,8 @@
 /// The toolbar's operations that a view may offer.
 enum class ViewOperation { Time_AA, data_search, data_whole_show, data_order, data_print };
 
-/// A window that fills the main window's one-view area. It owns no data: it shows and moves the shared cursors.
+/// A window that fills the main window's one-view area. It owns no data: it shows and moves the shared
+/// cursors.
 class View : public QWidget {
     Q_OBJECT
 
@@ -34,7 +35,9 @@ public:
     void run(ViewOperation operation);
 
 protected:
-    void offer(ViewOperation operation, std::function<void()> action) { m_operations[operation] = std::move(action); }
+    void offer(ViewOperation operation, std::function<void()> action) {
+        m_operations[operation] = std::move(action);
+    }
 
 private:
     std::map<ViewOperation, std::function<void()>> m_operations;

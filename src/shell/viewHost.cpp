@@ -15,9 +15,12 @@ int familySource(const Session& session, const QString& name) {
                                            {QStringLiteral("stock_ReturnFm2"), 18},
                                            {QStringLiteral("stock_no_use_BankFm2"), 20},
                                            {QStringLiteral("stock_out_of_BankFm2"), 23}};
-    static const QStringList stock{QStringLiteral("stockFm1"), QStringLiteral("StockFm2"), QStringLiteral("statisticFm4")};
-    static const QStringList sales{QStringLiteral("statisticFm2"), QStringLiteral("goodsSalesFm2"), QStringLiteral("tempTable2Fm22")};
-    static const QStringList customers{QStringLiteral("dataInputFm1"), QStringLiteral("userInfoFm1"), QStringLiteral("statisticFm1")};
+    static const QStringList stock{QStringLiteral("stockFm1"), QStringLiteral("StockFm2"),
+                                   QStringLiteral("statisticFm4")};
+    static const QStringList sales{QStringLiteral("statisticFm2"), QStringLiteral("goodsSalesFm2"),
+                                   QStringLiteral("tempTable2Fm22")};
+    static const QStringList customers{QStringLiteral("dataInputFm1"), QStringLiteral("userInfoFm1"),
+                                       QStringLiteral("statisticFm1")};
     if (fixed.contains(name))
         return fixed.value(name);
     if (stock.contains(name))
@@ -62,6 +65,15 @@ void ViewHost::show(const QString& name) {
         view->activate();
 }
 
+void ViewHost::showFromMenu(const QString& name) {
+    m_session.activeViewName = name;
+    if (!isActive(name))
+        return show(name);
+    for (const RecordsetPtr& cursor : {m_session.clientTable, m_session.buyList, m_session.productTable})
+        if (cursor->isOpen())
+            cursor->clearFilter();
+}
+
 void ViewHost::leaveActive() {
     if (!m_active)
         return;
@@ -81,8 +93,8 @@ void ViewHost::Fm_Close(const QString& name) {
     if (!view)
         return;
     view->leave();
-    // The view may be unloaded from a handler of its own, so it goes only when that has returned; its grids must hear
-    // nothing more of the shared cursors until then.
+    // The view may be unloaded from a handler of its own, so it goes only when that has returned; its grids
+    // must hear nothing more of the shared cursors until then.
     for (DataGrid* grid : view->findChildren<DataGrid*>())
         grid->unbind();
     m_loaded.remove(name);
@@ -90,6 +102,7 @@ void ViewHost::Fm_Close(const QString& name) {
     if (m_active == view)
         m_active = nullptr;
     view->hide();
+    view->setParent(nullptr); // gone from the window at once, whoever looks for its widgets
     view->deleteLater();
 }
 

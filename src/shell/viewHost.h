@@ -12,8 +12,8 @@
 class QMainWindow;
 class QStackedWidget;
 
-/// Shows views by name in the main window's one-view area, and opens windows of their own beside it. Features know
-/// each other by name alone.
+/// Shows views by name in the main window's one-view area, and opens windows of their own beside it. Features
+/// know each other by name alone.
 class ViewHost : public QObject {
     Q_OBJECT
 
@@ -30,9 +30,12 @@ public:
     /// Whether a view or window of this name is there.
     bool knows(const QString& name) const { return m_views.contains(name) || m_windows.contains(name); }
 
-    /// Puts a view into the one-view area and activates it; the one before is unloaded (statisticFm1 only hidden).
-    /// A view that is in front already stays as it is.
+    /// Puts a view into the one-view area and activates it; the one before is unloaded (statisticFm1 only
+    /// hidden). A view that is in front already stays as it is.
     void show(const QString& name);
+    /// What a menu command does to open a view: one that is in front already stays as it is, and only the
+    /// filters of customers, lines and products are cleared.
+    void showFromMenu(const QString& name);
     /// Opens a window of its own, or brings the open one to the front. Null for an unknown name.
     TopWindow* openWindow(const QString& name, MainWindow main);
     /// The window of this name, null while it is closed.

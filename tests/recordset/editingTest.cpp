@@ -9,11 +9,14 @@ namespace {
 class Editing : public testing::Test {
 protected:
     Editing()
-        : m_file(QStringLiteral("CREATE TABLE t (流水号 INTEGER, k TEXT(5) COLLATE NOCASE, 数量 REAL, 日期 DATETEXT);"
-                                "INSERT INTO t VALUES (1,'a',1,NULL);INSERT INTO t VALUES (2,'b',2,NULL);")) {}
+        : m_file(QStringLiteral(
+              "CREATE TABLE t (流水号 INTEGER, k TEXT(5) COLLATE NOCASE, 数量 REAL, 日期 DATETEXT);"
+              "INSERT INTO t VALUES (1,'a',1,NULL);INSERT INTO t VALUES (2,'b',2,NULL);")) {}
 
     RecordsetPtr open() { return m_file.open(QStringLiteral("Select * From t")); }
-    QString stored() { return m_file.stored(QStringLiteral("SELECT k || ' ' || 数量 FROM t ORDER BY rowid")); }
+    QString stored() {
+        return m_file.stored(QStringLiteral("SELECT k || ' ' || 数量 FROM t ORDER BY rowid"));
+    }
 
     ScratchFile m_file;
 };

@@ -9,8 +9,9 @@ namespace {
 class FilterSort : public testing::Test {
 protected:
     FilterSort()
-        : m_file(QStringLiteral("CREATE TABLE t (客户编号 TEXT(20) COLLATE NOCASE, 产品编号 TEXT(20) COLLATE NOCASE,"
-                                "品名 TEXT(50) COLLATE NOCASE, 日期 DATETEXT, 数量 REAL, 次数 INTEGER);")) {}
+        : m_file(QStringLiteral(
+              "CREATE TABLE t (客户编号 TEXT(20) COLLATE NOCASE, 产品编号 TEXT(20) COLLATE NOCASE,"
+              "品名 TEXT(50) COLLATE NOCASE, 日期 DATETEXT, 数量 REAL, 次数 INTEGER);")) {}
 
     void row(const QString& values) {
         m_file.connection().execute(QStringLiteral("INSERT INTO t VALUES (%1)").arg(values));
@@ -77,12 +78,16 @@ TEST_F(FilterSort, TextsThatAreRefusedLeaveViewPositionAndFilter) {
     rs->setFilter("客户编号 = '8'");
     rs->MoveNext();
     for (const char* filter :
-         {"品名 Like '%a%b%'", "品名 Like '%a'", "产品编号 = ''' Or 品名 Like '%'%'", "客户编号 = 'it's'",
-          "客户编号 = 'a", "日期 >= #2004-13-1#", "日期 = #2004-2-30#", "日期 = #2004--1#",
-          "(客户编号 = '1' Or 产品编号 = '2') And 品名 = '3'", "无此列 = '1'", "客户编号 = ", "   ", "客户编号",
-          "客户编号 = Null", "数量 Like '%1%'", "日期 Like '%1%'", "数量 = 'abc'", "数量 = #2004-1-1#", "日期 = 5",
-          "日期 = 'abc'", "客户编号 == '1'", "客户编号 = '1' Or", "(客户编号 = '1'", "客户编号 = '1')",
-          "Not 客户编号 = '1'", "客户编号 In ('1')", "客户编号 = '1' 产品编号", "客户编号 ; '1'", "[客户编号 = '1'"}) {
+         {"品名 Like '%a%b%'",  "品名 Like '%a'",    "产品编号 = ''' Or 品名 Like '%'%'",
+          "客户编号 = 'it's'",  "客户编号 = 'a",     "日期 >= #2004-13-1#",
+          "日期 = #2004-2-30#", "日期 = #2004--1#",  "(客户编号 = '1' Or 产品编号 = '2') And 品名 = '3'",
+          "无此列 = '1'",       "客户编号 = ",       "   ",
+          "客户编号",           "客户编号 = Null",   "数量 Like '%1%'",
+          "日期 Like '%1%'",    "数量 = 'abc'",      "数量 = #2004-1-1#",
+          "日期 = 5",           "日期 = 'abc'",      "客户编号 == '1'",
+          "客户编号 = '1' Or",  "(客户编号 = '1'",   "客户编号 = '1')",
+          "Not 客户编号 = '1'", "客户编号 In ('1')", "客户编号 = '1' 产品编号",
+          "客户编号 ; '1'",     "[客户编号 = '1'"}) {
         EXPECT_EQ(errorOf([&] { rs->setFilter(filter); }), 3001) << filter;
         EXPECT_EQ(rs->RecordCount(), 2);
         EXPECT_EQ(rs->AbsolutePosition(), 2);
@@ -114,7 +119,8 @@ TEST_F(FilterSort, EqualityKnowsNoCaseOfLettersAndNothingElse) {
 }
 
 TEST_F(FilterSort, SortPutsDigitsThenChineseByPinyinThenLetters) {
-    for (const char* name : {"Zebra", "鼠标", "apple", "2004-9", "打印纸", "硒鼓", "2004-10", "阿尔法", "键盘", "2004-2"})
+    for (const char* name :
+         {"Zebra", "鼠标", "apple", "2004-9", "打印纸", "硒鼓", "2004-10", "阿尔法", "键盘", "2004-2"})
         row(QStringLiteral("'1','p','%1',NULL,1,1").arg(QString(name)));
     const RecordsetPtr rs = open();
     rs->setSort("品名");

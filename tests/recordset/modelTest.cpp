@@ -181,7 +181,8 @@ public:
     int index = 0;
 };
 
-const char* const kFilters[] = {"", "k = 'A'", "k Like '%b%'", "n >= 3", "k = 'ab' Or n < 2", "k = 'B' And n <> 1"};
+const char* const kFilters[] = {"",       "k = 'A'",           "k Like '%b%'",
+                                "n >= 3", "k = 'ab' Or n < 2", "k = 'B' And n <> 1"};
 const char* const kSorts[] = {"", "k", "n Desc", "k Desc, n"};
 
 class Pair {
@@ -193,15 +194,19 @@ public:
     void compare(const char* what, int step) const {
         ASSERT_EQ(real->RecordCount(), int(model.view.size())) << what << " at step " << step;
         ASSERT_EQ(real->AbsolutePosition(), model.position()) << what << " at step " << step;
-        ASSERT_EQ(real->isBOF(), model.at == At::Before || model.at == At::None) << what << " at step " << step;
-        ASSERT_EQ(real->isEOF(), model.at == At::After || model.at == At::None) << what << " at step " << step;
+        ASSERT_EQ(real->isBOF(), model.at == At::Before || model.at == At::None)
+            << what << " at step " << step;
+        ASSERT_EQ(real->isEOF(), model.at == At::After || model.at == At::None)
+            << what << " at step " << step;
         ASSERT_EQ(real->pendingCount(), int(model.edits.size())) << what << " at step " << step;
         for (int i = 0; i < int(model.view.size()); ++i) {
             const ModelRowPtr& row = model.view[std::size_t(i)];
             const auto k = model.k(row);
             const auto n = model.n(row);
-            ASSERT_EQ(real->valueAt(i, 1), k ? CellValue(*k) : CellValue()) << what << " row " << i << " at step " << step;
-            ASSERT_EQ(real->valueAt(i, 2), n ? CellValue(*n) : CellValue()) << what << " row " << i << " at step " << step;
+            ASSERT_EQ(real->valueAt(i, 1), k ? CellValue(*k) : CellValue())
+                << what << " row " << i << " at step " << step;
+            ASSERT_EQ(real->valueAt(i, 2), n ? CellValue(*n) : CellValue())
+                << what << " row " << i << " at step " << step;
         }
     }
 
@@ -245,7 +250,9 @@ private:
         return which == 7 ? std::nullopt : std::optional<QString>(keys[which]);
     }
 
-    std::optional<double> randomNumber() { return pick(6) == 0 ? std::nullopt : std::optional(double(pick(6))); }
+    std::optional<double> randomNumber() {
+        return pick(6) == 0 ? std::nullopt : std::optional(double(pick(6)));
+    }
 
     const char* act(Pair& pair) {
         switch (pick(16)) {
@@ -458,7 +465,8 @@ class RandomOperations : public testing::TestWithParam<unsigned> {};
 
 TEST_P(RandomOperations, AgreeWithAPlainModelAfterEveryStep) {
     World world(GetParam());
-    for (int i = 0; i < 10'000 && !testing::Test::HasFatalFailure() && !testing::Test::HasNonfatalFailure(); ++i)
+    for (int i = 0; i < 10'000 && !testing::Test::HasFatalFailure() && !testing::Test::HasNonfatalFailure();
+         ++i)
         world.step(i);
     world.compareStored();
 }

@@ -16,24 +16,57 @@ QString shown(const char16_t* text) {
 
 TEST(TextDate, TextsThatAreDates) {
     const std::pair<const char16_t*, const char16_t*> cases[] = {
-        {u"2004-1-5", u"2004-1-5"},     {u"2004/1/5", u"2004-1-5"},   {u"2004.1.5", u"2004-1-5"},
-        {u"2004-01-05", u"2004-1-5"},   {u"2004年1月5日", u"2004-1-5"}, {u"2004年1月5", u"2004-1-5"},
-        {u"04-1-5", u"2004-1-5"},       {u"98-1-5", u"1998-1-5"},     {u"2004-1", u"2004-1-1"},
-        {u"2004年1月", u"2004-1-1"},     {u"1-5", u"2004-1-5"},        {u"1/5", u"2004-1-5"},
-        {u"1月5日", u"2004-1-5"},        {u"1-5-2004", u"2004-1-5"},   {u"1/5/2004", u"2004-1-5"},
-        {u"2004-1-5 8:30", u"2004-1-5 8:30:00"}, {u"2004-1-5 8:30:15", u"2004-1-5 8:30:15"},
-        {u"2004-1-5 下午 1:05", u"2004-1-5 13:05:00"}, {u"8:30", u"8:30:00"}, {u" 2004-1-5 ", u"2004-1-5"},
-        {u"29-1-5", u"2029-1-5"},       {u"30-1-5", u"1930-1-5"},     {u"2004-2-29", u"2004-2-29"},
-        {u"9999-12-31", u"9999-12-31"}, {u"100-1-1", u"100-1-1"},
+        {u"2004-1-5", u"2004-1-5"},
+        {u"2004/1/5", u"2004-1-5"},
+        {u"2004.1.5", u"2004-1-5"},
+        {u"2004-01-05", u"2004-1-5"},
+        {u"2004年1月5日", u"2004-1-5"},
+        {u"2004年1月5", u"2004-1-5"},
+        {u"04-1-5", u"2004-1-5"},
+        {u"98-1-5", u"1998-1-5"},
+        {u"2004-1", u"2004-1-1"},
+        {u"2004年1月", u"2004-1-1"},
+        {u"1-5", u"2004-1-5"},
+        {u"1/5", u"2004-1-5"},
+        {u"1月5日", u"2004-1-5"},
+        {u"1-5-2004", u"2004-1-5"},
+        {u"1/5/2004", u"2004-1-5"},
+        {u"2004-1-5 8:30", u"2004-1-5 8:30:00"},
+        {u"2004-1-5 8:30:15", u"2004-1-5 8:30:15"},
+        {u"2004-1-5 下午 1:05", u"2004-1-5 13:05:00"},
+        {u"8:30", u"8:30:00"},
+        {u" 2004-1-5 ", u"2004-1-5"},
+        {u"29-1-5", u"2029-1-5"},
+        {u"30-1-5", u"1930-1-5"},
+        {u"2004-2-29", u"2004-2-29"},
+        {u"9999-12-31", u"9999-12-31"},
+        {u"100-1-1", u"100-1-1"},
     };
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(shown(text), QString::fromUtf16(expected)) << QString::fromUtf16(text).toStdString();
 }
 
 TEST(TextDate, TextsThatAreNoDates) {
-    for (const auto* text : {u"2004-13-5", u"2004-13-45", u"2004-2-30", u"2003-2-29", u"", u"abc", u"5", u"20040105",
-                             u"0000-0-0", u"2004-1-", u"2004-1-5 25:00", u"２００４-1-5", u"1.5", u"2004-1-5 8",
-                             u"13-1", u"99-99", u"2004-1-5 下午 13:05", u"10000-1-1", u"2004--1", u"8:61"})
+    for (const auto* text : {u"2004-13-5",
+                             u"2004-13-45",
+                             u"2004-2-30",
+                             u"2003-2-29",
+                             u"",
+                             u"abc",
+                             u"5",
+                             u"20040105",
+                             u"0000-0-0",
+                             u"2004-1-",
+                             u"2004-1-5 25:00",
+                             u"２００４-1-5",
+                             u"1.5",
+                             u"2004-1-5 8",
+                             u"13-1",
+                             u"99-99",
+                             u"2004-1-5 下午 13:05",
+                             u"10000-1-1",
+                             u"2004--1",
+                             u"8:61"})
         EXPECT_EQ(shown(text), u"no") << QString::fromUtf16(text).toStdString();
 }
 
@@ -46,17 +79,19 @@ TEST(TextDate, LiteralsOfConditionsAreStricter) {
     EXPECT_TRUE(parseDateLiteral(u"2004-1-5"));
     EXPECT_TRUE(parseDateLiteral(u"2004/01/05 8:30"));
     EXPECT_TRUE(parseDateLiteral(u"2004-1-5 8:30:15"));
-    for (const auto* text : {u"2004-13-1", u"2004-2-30", u"2004--1", u"04-1-5", u"1-5-2004", u"2004-1", u"2004.1.5",
-                             u"2004-1/5", u"2004-1-5 25:00", u""})
+    for (const auto* text : {u"2004-13-1", u"2004-2-30", u"2004--1", u"04-1-5", u"1-5-2004", u"2004-1",
+                             u"2004.1.5", u"2004-1/5", u"2004-1-5 25:00", u""})
         EXPECT_FALSE(parseDateLiteral(QString::fromUtf16(text))) << QString::fromUtf16(text).toStdString();
 }
 
 TEST(TextDate, StoredFormReadsBack) {
-    for (const Moment moment : {Moment::fromDate({2004, 1, 5}), Moment::fromDate({1970, 1, 1}),
-                                Moment::fromDate({100, 3, 1}), Moment::fromDate({9999, 12, 31}, 86399), Moment{30600}}) {
+    for (const Moment moment :
+         {Moment::fromDate({2004, 1, 5}), Moment::fromDate({1970, 1, 1}), Moment::fromDate({100, 3, 1}),
+          Moment::fromDate({9999, 12, 31}, 86399), Moment{30600}}) {
         const QByteArray stored = isoText(moment);
         ASSERT_TRUE(parseIso(stored.constData(), int(stored.size()))) << stored.toStdString();
-        EXPECT_EQ(parseIso(stored.constData(), int(stored.size()))->seconds, moment.seconds) << stored.toStdString();
+        EXPECT_EQ(parseIso(stored.constData(), int(stored.size()))->seconds, moment.seconds)
+            << stored.toStdString();
     }
     EXPECT_EQ(isoText(Moment::fromDate({2004, 1, 5}, 30600)), "2004-01-05 08:30:00");
     EXPECT_FALSE(parseIso("2004-02-30", 10));

@@ -19,16 +19,16 @@ QString str(const char16_t* text) {
 
 TEST(TextNumber, ValReadsTheLeadingNumberAndIsNumericTheWholeText) {
     const NumberCase cases[] = {
-        {u"", 0, false},          {u" ", 0, false},         {u"-", 0, false},         {u".", 0, false},
-        {u" 12 ", 12, true},      {u"+7", 7, true},         {u"1 2 3", 123, false},   {u"1,000", 1, true},
-        {u"1,000.5", 1, true},    {u".5", 0.5, true},       {u"5.", 5, true},         {u"-3.5", -3.5, true},
-        {u"- 3", -3, false},      {u"0", 0, true},          {u"0.0", 0, true},        {u"12-", 12, true},
-        {u"(5)", 0, true},        {u"￥5", 0, true},        {u"$5", 0, false},        {u"--5", 0, false},
-        {u"abc", 0, false},       {u"5%", 5, false},        {u"12abc", 12, false},    {u"1.2.3", 1.2, false},
-        {u"1e3", 1000, true},     {u"1d3", 1000, true},     {u"1e", 1, false},        {u"0x10", 0, false},
-        {u"&HFF", 255, true},     {u"&HFFFF", -1, true},    {u"&O17", 15, true},      {u"１２", 0, false},
-        {u"&H", 0, false},        {u"&H10000", 65536, true}, {u"1\t2\n3", 123, false}, {u",5", 0, false},
-        {u"-￥5", 0, true},       {u"￥5-", 0, true},       {u"(-5)", 0, false},      {u"1E+2", 100, true},
+        {u"", 0, false},       {u" ", 0, false},          {u"-", 0, false},         {u".", 0, false},
+        {u" 12 ", 12, true},   {u"+7", 7, true},          {u"1 2 3", 123, false},   {u"1,000", 1, true},
+        {u"1,000.5", 1, true}, {u".5", 0.5, true},        {u"5.", 5, true},         {u"-3.5", -3.5, true},
+        {u"- 3", -3, false},   {u"0", 0, true},           {u"0.0", 0, true},        {u"12-", 12, true},
+        {u"(5)", 0, true},     {u"￥5", 0, true},         {u"$5", 0, false},        {u"--5", 0, false},
+        {u"abc", 0, false},    {u"5%", 5, false},         {u"12abc", 12, false},    {u"1.2.3", 1.2, false},
+        {u"1e3", 1000, true},  {u"1d3", 1000, true},      {u"1e", 1, false},        {u"0x10", 0, false},
+        {u"&HFF", 255, true},  {u"&HFFFF", -1, true},     {u"&O17", 15, true},      {u"１２", 0, false},
+        {u"&H", 0, false},     {u"&H10000", 65536, true}, {u"1\t2\n3", 123, false}, {u",5", 0, false},
+        {u"-￥5", 0, true},    {u"￥5-", 0, true},        {u"(-5)", 0, false},      {u"1E+2", 100, true},
     };
     for (const NumberCase& c : cases) {
         EXPECT_EQ(val(str(c.text)), c.val) << str(c.text).toStdString();
@@ -61,7 +61,8 @@ TEST(TextNumber, TrimTakesOnlyTheBlankOffBothEnds) {
 }
 
 TEST(TextNumber, WholeNumbersRoundHalvesToTheEvenNeighbour) {
-    const std::pair<double, int> cases[] = {{0.5, 0}, {1.5, 2}, {2.5, 2}, {-0.5, 0}, {-1.5, -2}, {32767.4, 32767}};
+    const std::pair<double, int> cases[] = {{0.5, 0},  {1.5, 2},   {2.5, 2},
+                                            {-0.5, 0}, {-1.5, -2}, {32767.4, 32767}};
     for (const auto& [value, whole] : cases) {
         EXPECT_EQ(toInt16(value), whole) << value;
         EXPECT_EQ(toInt32(value), whole) << value;
@@ -108,10 +109,22 @@ TEST(TextNumber, PlainAndBareFormOfADouble) {
 
 TEST(TextNumber, RateTextIsCutAndNeverRounded) {
     const std::pair<double, const char16_t*> cases[] = {
-        {0, u"0"},         {0.05, u"0.05"},   {0.5, u"0.5"},          {0.256, u"0.25"},
-        {1.0 / 30, u"0.03"}, {5.5555, u"5.55"}, {9.999, u"9.99"},       {12.3456, u"12.34"},
-        {100.0 / 3, u"33.33"}, {99.999, u"99.99"}, {99.99999999999999, u"100"}, {100, u"100"},
-        {150, u"150"},     {1234.5678, u"1234.5"}, {-3.5, u"-3.5"},       {-0.5, u"-.5"},
+        {0, u"0"},
+        {0.05, u"0.05"},
+        {0.5, u"0.5"},
+        {0.256, u"0.25"},
+        {1.0 / 30, u"0.03"},
+        {5.5555, u"5.55"},
+        {9.999, u"9.99"},
+        {12.3456, u"12.34"},
+        {100.0 / 3, u"33.33"},
+        {99.999, u"99.99"},
+        {99.99999999999999, u"100"},
+        {100, u"100"},
+        {150, u"150"},
+        {1234.5678, u"1234.5"},
+        {-3.5, u"-3.5"},
+        {-0.5, u"-.5"},
         {-12.34, u"-12."},
     };
     for (const auto& [rate, text] : cases)

@@ -12,7 +12,8 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QStringList words = app.arguments().mid(1);
     if (words.isEmpty() || QFile::exists(words.last())) {
-        std::fputs("make_sample [--empty] PATH | PATH CUSTOMERS PRODUCTS LINES (PATH must not exist)\n", stderr);
+        std::fputs("make_sample [--empty] PATH | PATH CUSTOMERS PRODUCTS LINES (PATH must not exist)\n",
+                   stderr);
         return 2;
     }
     try {

@@ -14,39 +14,52 @@
 namespace {
 
 const QStringList& surnames() {
-    static const QStringList list = QStringLiteral("王 李 张 刘 陈 杨 黄 赵 吴 周 徐 孙 马 朱 胡 郭 何 林 高 罗 郑 梁 谢 宋 唐 许 韩 冯 邓 曹").split(u' ');
+    static const QStringList list =
+        QStringLiteral(
+            "王 李 张 刘 陈 杨 黄 赵 吴 周 徐 孙 马 朱 胡 郭 何 林 高 罗 郑 梁 谢 宋 唐 许 韩 冯 邓 曹")
+            .split(u' ');
     return list;
 }
 
 const QStringList& givenNames() {
-    static const QStringList list = QStringLiteral("伟 芳 娜 敏 静 丽 强 磊 军 洋 勇 艳 杰 娟 涛 明 超 秀英 霞 平 刚 桂英 建国 志强 晓燕 文博 雨桐 子涵 海燕 国庆").split(u' ');
-    return list;
-}
-
-const QStringList& regions() {
-    static const QStringList list = QStringLiteral("广东 浙江 江苏 上海 北京 山东 四川 湖北 福建 湖南 河南 河北 辽宁 安徽 陕西").split(u' ');
-    return list;
-}
-
-const QStringList& industries() {
-    static const QStringList list = QStringLiteral("五金 餐饮 文教 建材 服装 电子 食品 物流 印刷 家具 医药 汽配").split(u' ');
-    return list;
-}
-
-const QStringList& brands() {
-    static const QStringList list = QStringLiteral("红松 东岳 蓝鲸 华星 飞燕 金桥 长河 天工 明月 青竹 福临 三江 玉泉 恒力 锦绣 南山").split(u' ');
-    return list;
-}
-
-const QStringList& goods() {
-    static const QStringList list = QStringLiteral("打印纸 硒鼓 键盘 鼠标 订书机 文件夹 签字笔 计算器 台灯 保温杯 插线板 电池 胶带 剪刀 墨盒 "
-                                                   "笔记本 白板 档案盒 便签纸 碎纸机 螺丝刀 扳手 电钻 卷尺 手套 安全帽 水泵 阀门 轴承 灯泡")
+    static const QStringList list = QStringLiteral("伟 芳 娜 敏 静 丽 强 磊 军 洋 勇 艳 杰 娟 涛 明 超 秀英 "
+                                                   "霞 平 刚 桂英 建国 志强 晓燕 文博 雨桐 子涵 海燕 国庆")
                                         .split(u' ');
     return list;
 }
 
+const QStringList& regions() {
+    static const QStringList list =
+        QStringLiteral("广东 浙江 江苏 上海 北京 山东 四川 湖北 福建 湖南 河南 河北 辽宁 安徽 陕西")
+            .split(u' ');
+    return list;
+}
+
+const QStringList& industries() {
+    static const QStringList list =
+        QStringLiteral("五金 餐饮 文教 建材 服装 电子 食品 物流 印刷 家具 医药 汽配").split(u' ');
+    return list;
+}
+
+const QStringList& brands() {
+    static const QStringList list =
+        QStringLiteral("红松 东岳 蓝鲸 华星 飞燕 金桥 长河 天工 明月 青竹 福临 三江 玉泉 恒力 锦绣 南山")
+            .split(u' ');
+    return list;
+}
+
+const QStringList& goods() {
+    static const QStringList list =
+        QStringLiteral(
+            "打印纸 硒鼓 键盘 鼠标 订书机 文件夹 签字笔 计算器 台灯 保温杯 插线板 电池 胶带 剪刀 墨盒 "
+            "笔记本 白板 档案盒 便签纸 碎纸机 螺丝刀 扳手 电钻 卷尺 手套 安全帽 水泵 阀门 轴承 灯泡")
+            .split(u' ');
+    return list;
+}
+
 const QStringList& specs() {
-    static const QStringList list = QStringLiteral("A4 B5 大号 中号 小号 标准 10只装 12支装 5米 3米 500克 1升 220V 24V 加厚").split(u' ');
+    static const QStringList list =
+        QStringLiteral("A4 B5 大号 中号 小号 标准 10只装 12支装 5米 3米 500克 1升 220V 24V 加厚").split(u' ');
     return list;
 }
 
@@ -80,10 +93,11 @@ public:
         writeMovements();
         writeStock();
         writeCustomers();
-        m_connection->write(QStringLiteral("UPDATE counterCode SET counterNum = %1, counterNum2 = %2, counterNum3 = %3")
-                                .arg(1001 + m_size.customers)
-                                .arg(m_order)
-                                .arg(1001 + m_size.products));
+        m_connection->write(
+            QStringLiteral("UPDATE counterCode SET counterNum = %1, counterNum2 = %2, counterNum3 = %3")
+                .arg(1001 + m_size.customers)
+                .arg(m_order)
+                .arg(1001 + m_size.products));
         batch.finish();
     }
 
@@ -102,8 +116,10 @@ private:
     public:
         Inserter(Connection& connection, const QString& table, int columns)
             : m_connection(connection)
-            , m_statement(connection.prepare(
-                  QStringLiteral("INSERT INTO %1 VALUES (%2)").arg(table, QStringList(columns, QStringLiteral("?")).join(u',')))) {}
+            , m_statement(
+                  connection.prepare(QStringLiteral("INSERT INTO %1 VALUES (%2)")
+                                         .arg(table, QStringList(columns, QStringLiteral("?")).join(u',')))) {
+        }
         void row(const std::vector<CellValue>& cells) {
             for (std::size_t i = 0; i < cells.size(); ++i)
                 m_statement.bind(int(i) + 1, cells[i]);
@@ -149,9 +165,10 @@ private:
             const double margin = paid - product.cost * quantity;
             product.sold += quantity;
             m_sums[std::size_t(customer)].add(paid, margin, quantity);
-            lines.row({qint32(i + 1), QString::number(m_order), QString::number(1001 + customer), product.number,
-                       Moment::fromDate(dayOf(i, m_size.lines)), product.name, product.place, product.spec, product.maker,
-                       product.price, product.unit, quantity, due, plainNumber(discount), paid, product.cost, margin});
+            lines.row({qint32(i + 1), QString::number(m_order), QString::number(1001 + customer),
+                       product.number, Moment::fromDate(dayOf(i, m_size.lines)), product.name, product.place,
+                       product.spec, product.maker, product.price, product.unit, quantity, due,
+                       plainNumber(discount), paid, product.cost, margin});
         }
         ++m_order;
     }
@@ -169,8 +186,9 @@ private:
             Product& product = m_products[std::size_t(below(m_size.products))];
             const double quantity = 1 + below(5);
             product.out += quantity;
-            rows.row({Moment::fromDate(dayOf(i, count)), product.number, product.name, product.spec, product.place,
-                      product.maker, product.unit, product.cost, quantity, product.cost * quantity, remark});
+            rows.row({Moment::fromDate(dayOf(i, count)), product.number, product.name, product.spec,
+                      product.place, product.maker, product.unit, product.cost, quantity,
+                      product.cost * quantity, remark});
         }
     }
 
@@ -193,39 +211,44 @@ private:
         }
     }
 
-    static std::vector<CellValue> productRow(const Product& product, qint32 serial, const QDate& date, double quantity) {
-        return {serial,        Moment::fromDate(date), product.number, product.name, product.spec,           product.place,
-                product.maker, product.unit,           quantity,       product.cost, QStringLiteral("100"), product.price};
+    static std::vector<CellValue> productRow(const Product& product, qint32 serial, const QDate& date,
+                                             double quantity) {
+        return {serial,       Moment::fromDate(date), product.number,        product.name,
+                product.spec, product.place,          product.maker,         product.unit,
+                quantity,     product.cost,           QStringLiteral("100"), product.price};
     }
 
     void writeCustomers() {
         Inserter customers(*m_connection, QStringLiteral("clientTable"), 20);
-        static const QStringList levels{QStringLiteral("重点"), QStringLiteral("普通"), QStringLiteral("一般")};
+        static const QStringList levels{QStringLiteral("重点"), QStringLiteral("普通"),
+                                        QStringLiteral("一般")};
         for (int i = 0; i < m_size.customers; ++i) {
             const QString region = pick(regions());
             const QString industry = pick(industries());
             const LineSums& sums = m_sums[std::size_t(i)];
             const bool paid = sums.paid != 0;
-            customers.row({qint32(i + 1),
-                           QString::number(1001 + i),
-                           QString(pick(surnames()) + pick(givenNames())),
-                           QStringLiteral("%1-%2-%3").arg(1955 + below(45)).arg(1 + below(12)).arg(1 + below(28)),
-                           QStringLiteral("0%1-%2").arg(20 + below(80)).arg(60000000 + below(29999999)),
-                           QString(),
-                           QStringLiteral("13%1").arg(100000000 + below(899999999)),
-                           QStringLiteral("kh%1@example.cn").arg(1001 + i),
-                           i % 3 == 0 ? QStringLiteral("采购部") : QStringLiteral("办公室"),
-                           QString(region + pick(brands()) + QString::number(i % 97) + industry + QStringLiteral("商行")),
-                           QStringLiteral("%1省人民路%2号").arg(region).arg(1 + below(900)),
-                           QString::number(100000 + below(699999)),
-                           region,
-                           industry,
-                           sums.paid,
-                           sums.quantity,
-                           levels[i < m_size.customers / 20 ? 0 : 1 + i % 2],
-                           QStringLiteral("Y%1").arg(1 + below(m_size.salespeople), 2, 10, QChar(u'0')),
-                           sums.margin,
-                           paid ? rateText(marginRate(sums)) + u'%' : QStringLiteral("0")});
+            customers.row(
+                {qint32(i + 1),
+                 QString::number(1001 + i),
+                 QString(pick(surnames()) + pick(givenNames())),
+                 QStringLiteral("%1-%2-%3").arg(1955 + below(45)).arg(1 + below(12)).arg(1 + below(28)),
+                 QStringLiteral("0%1-%2").arg(20 + below(80)).arg(60000000 + below(29999999)),
+                 QString(),
+                 QStringLiteral("13%1").arg(100000000 + below(899999999)),
+                 QStringLiteral("kh%1@example.cn").arg(1001 + i),
+                 i % 3 == 0 ? QStringLiteral("采购部") : QStringLiteral("办公室"),
+                 QString(region + pick(brands()) + QString::number(i % 97) + industry +
+                         QStringLiteral("商行")),
+                 QStringLiteral("%1省人民路%2号").arg(region).arg(1 + below(900)),
+                 QString::number(100000 + below(699999)),
+                 region,
+                 industry,
+                 sums.paid,
+                 sums.quantity,
+                 levels[i < m_size.customers / 20 ? 0 : 1 + i % 2],
+                 QStringLiteral("Y%1").arg(1 + below(m_size.salespeople), 2, 10, QChar(u'0')),
+                 sums.margin,
+                 paid ? rateText(marginRate(sums)) + u'%' : QStringLiteral("0")});
         }
     }
 

@@ -11,7 +11,7 @@ struct SampleSize {
     int years = 5;
 };
 
-/// Makes a database file filled with an invented shop: the same rows for the same size, few customers with much of
-/// the turnover and many with little, every total and every stock right. Prices are multiples of 0.25.
-/// `path` must not exist. Throws RuntimeError.
+/// Makes a database file filled with an invented shop: the same rows for the same size, few customers with
+/// much of the turnover and many with little, every total and every stock right. Prices are multiples of
+/// 0.25. `path` must not exist. Throws RuntimeError.
 void makeSample(const QString& path, const SampleSize& size);

@@ -15,7 +15,8 @@ namespace {
 class Plain {
 public:
     explicit Plain(const QString& path) {
-        sqlite3_open_v2(path.toUtf8().constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+        sqlite3_open_v2(path.toUtf8().constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
+                        nullptr);
     }
     ~Plain() { sqlite3_close(m_db); }
     Plain(const Plain&) = delete;
@@ -73,8 +74,10 @@ void benchOpen(BenchReport& report, const QString& path) {
         Plain plain(path);
         reference.push_back(milliseconds([&] { plain.readAll("SELECT * FROM buyList"); }));
     }
-    report.add({QStringLiteral("first open of buyList, every column read"), median(first), median(reference), QStringLiteral("ms"), 0.9});
-    report.add({QStringLiteral("reopen of a loaded table / first open"), median(again), median(first), QStringLiteral("ms"), 0.01});
+    report.add({QStringLiteral("first open of buyList, every column read"), median(first), median(reference),
+                QStringLiteral("ms"), 0.9});
+    report.add({QStringLiteral("reopen of a loaded table / first open"), median(again), median(first),
+                QStringLiteral("ms"), 0.01});
 }
 
 /// Size of a file that holds nothing but buyList.
@@ -84,8 +87,10 @@ qint64 fileOfLinesAlone(const QString& path, const QString& folder) {
     Plain plain(alone);
     sqlite3* db = nullptr;
     sqlite3_open(alone.toUtf8().constData(), &db);
-    const QString sql = QStringLiteral("ATTACH '%1' AS s; CREATE TABLE buyList AS SELECT * FROM s.buyList WHERE 0;"
-                                       "INSERT INTO buyList SELECT * FROM s.buyList;").arg(path);
+    const QString sql =
+        QStringLiteral("ATTACH '%1' AS s; CREATE TABLE buyList AS SELECT * FROM s.buyList WHERE 0;"
+                       "INSERT INTO buyList SELECT * FROM s.buyList;")
+            .arg(path);
     sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, nullptr);
     sqlite3_close(db);
     const qint64 size = QFileInfo(alone).size();
@@ -98,15 +103,17 @@ void benchMemory(BenchReport& report, const QString& path, const QString& folder
     const auto image = connection.image(QStringLiteral("buyList"));
     image->loadAllColumns();
     const double mega = 1024.0 * 1024.0;
-    report.add({QStringLiteral("memory of the image of buyList / file of it alone"), double(image->memory()) / mega,
-                double(fileOfLinesAlone(path, folder)) / mega, QStringLiteral("MiB"), 1.2});
+    report.add({QStringLiteral("memory of the image of buyList / file of it alone"),
+                double(image->memory()) / mega, double(fileOfLinesAlone(path, folder)) / mega,
+                QStringLiteral("MiB"), 1.2});
     const RecordsetPtr lines = openLines(connection);
     for (int i = 0; i < 3; ++i) {
         lines->setFilter(QStringLiteral("客户编号 = '1001'"));
         lines->setFilter(QStringLiteral("产品编号 = '1001'"));
         lines->setSort(QStringLiteral("订单号"));
     }
-    report.note(QStringLiteral("indexes on 客户编号 and 产品编号, ranks of 订单号: %1 MiB").arg(double(image->indexMemory()) / mega, 0, 'f', 1));
+    report.note(QStringLiteral("indexes on 客户编号 and 产品编号, ranks of 订单号: %1 MiB")
+                    .arg(double(image->indexMemory()) / mega, 0, 'f', 1));
 }
 
 void benchFilters(BenchReport& report, const QString& path) {
@@ -118,20 +125,26 @@ void benchFilters(BenchReport& report, const QString& path) {
         Connection connection(path);
         const RecordsetPtr lines = openLines(connection);
         connection.image(QStringLiteral("buyList"))->loadAllColumns();
-        const auto filter = [&lines](int customer) { lines->setFilter(QStringLiteral("客户编号 = '%1'").arg(customer)); };
+        const auto filter = [&lines](int customer) {
+            lines->setFilter(QStringLiteral("客户编号 = '%1'").arg(customer));
+        };
         first.push_back(milliseconds([&] { filter(1500); }));
         filter(1501);
         again.push_back(milliseconds([&] { filter(1502); }));
         reference.push_back(milliseconds([&] { plain.readAll(equal); }));
     }
-    report.add({QStringLiteral("Filter 客户编号 = 'x', first on the column"), median(first), median(reference), QStringLiteral("ms"), 0.05});
-    report.add({QStringLiteral("Filter 客户编号 = 'x', repeated"), median(again), median(reference), QStringLiteral("ms"), 0.005});
+    report.add({QStringLiteral("Filter 客户编号 = 'x', first on the column"), median(first),
+                median(reference), QStringLiteral("ms"), 0.05});
+    report.add({QStringLiteral("Filter 客户编号 = 'x', repeated"), median(again), median(reference),
+                QStringLiteral("ms"), 0.005});
 
     Connection connection(path);
     const RecordsetPtr lines = openLines(connection);
     connection.image(QStringLiteral("buyList"))->loadAllColumns();
-    alternate(report, QStringLiteral("Filter 品名 Like '%纸%'"), 0.2, [&] { lines->setFilter(QStringLiteral("品名 Like '%纸%'")); },
-              [&] { plain.readAll("SELECT rowid FROM buyList WHERE 品名 LIKE '%纸%'"); });
+    alternate(
+        report, QStringLiteral("Filter 品名 Like '%纸%'"), 0.2,
+        [&] { lines->setFilter(QStringLiteral("品名 Like '%纸%'")); },
+        [&] { plain.readAll("SELECT rowid FROM buyList WHERE 品名 LIKE '%纸%'"); });
     lines->clearFilter();
     const std::pair<const char*, double> sorts[] = {{"日期", 0.1}, {"品名", 0.1}, {"订单号", 0.4}};
     for (const auto& [field, wanted] : sorts) {
@@ -145,7 +158,8 @@ void benchFilters(BenchReport& report, const QString& path) {
             const QByteArray sql = QByteArray("SELECT rowid FROM buyList ORDER BY ") + field;
             theirs.push_back(milliseconds([&] { plain.readAll(sql.constData()); }));
         }
-        report.add({QStringLiteral("Sort %1").arg(QString::fromUtf8(field)), median(ours), median(theirs), QStringLiteral("ms"), wanted});
+        report.add({QStringLiteral("Sort %1").arg(QString::fromUtf8(field)), median(ours), median(theirs),
+                    QStringLiteral("ms"), wanted});
     }
 }
 
@@ -157,10 +171,13 @@ void benchRecount(BenchReport& report, const QString& path) {
     client_totals_recount(connection, clients, lines);
     const int before = connection.commits();
     Plain plain(path);
-    alternate(report, QStringLiteral("client_totals_recount, nothing to change"), 0.1,
-              [&] { client_totals_recount(connection, clients, lines); }, [&] {
-                  plain.readAll("SELECT 客户编号, sum(实付), sum(差额利润), sum(数量) FROM buyList GROUP BY 客户编号");
-              });
+    alternate(
+        report, QStringLiteral("client_totals_recount, nothing to change"), 0.1,
+        [&] { client_totals_recount(connection, clients, lines); },
+        [&] {
+            plain.readAll(
+                "SELECT 客户编号, sum(实付), sum(差额利润), sum(数量) FROM buyList GROUP BY 客户编号");
+        });
     report.note(QStringLiteral("commits by those recounts: %1").arg(connection.commits() - before));
     if (connection.commits() != before)
         report.miss();

@@ -8,11 +8,12 @@ void BenchReport::add(BenchRow row) {
     const double ratio = row.reference > 0 ? row.ours / row.reference : 0;
     QString verdict = QStringLiteral("reported");
     if (row.wanted > 0) {
-        verdict = QStringLiteral("wanted %1: %2").arg(row.wanted).arg(ratio <= row.wanted ? u"ok" : u"MISSED");
+        verdict =
+            QStringLiteral("wanted %1: %2").arg(row.wanted).arg(ratio <= row.wanted ? u"ok" : u"MISSED");
         m_misses += ratio > row.wanted;
     }
-    std::printf("%-58s %10.3f %10.3f %-3s ratio %7.4f  %s\n", qUtf8Printable(row.work), row.ours, row.reference,
-                qUtf8Printable(row.unit), ratio, qUtf8Printable(verdict));
+    std::printf("%-58s %10.3f %10.3f %-3s ratio %7.4f  %s\n", qUtf8Printable(row.work), row.ours,
+                row.reference, qUtf8Printable(row.unit), ratio, qUtf8Printable(verdict));
     std::fflush(stdout);
 }
 

@@ -33,7 +33,8 @@ double milliseconds(const std::function<void()>& work);
 
 double median(std::vector<double> values);
 
-/// Runs both alternately `rounds` times and adds the row of their medians in milliseconds. `before` runs, unmeasured,
-/// ahead of each run of either.
+/// Runs both alternately `rounds` times and adds the row of their medians in milliseconds. `before` runs,
+/// unmeasured, ahead of each run of either.
 void alternate(BenchReport& report, const QString& work, double wanted, const std::function<void()>& ours,
-               const std::function<void()>& reference, int rounds = 5, const std::function<void()>& before = {});
+               const std::function<void()>& reference, int rounds = 5,
+               const std::function<void()>& before = {});

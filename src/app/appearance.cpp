@@ -1,0 +1,67 @@
+#include "app/appearance.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QIcon>
+#include <QPalette>
+#include <QStyleFactory>
+
+namespace {
+
+QPalette palette() {
+    QPalette colours;
+    colours.setColor(QPalette::Window, QColor(0xF4, 0xF6, 0xF9));
+    colours.setColor(QPalette::WindowText, QColor(0x22, 0x2B, 0x36));
+    colours.setColor(QPalette::Base, Qt::white);
+    colours.setColor(QPalette::AlternateBase, QColor(0xF3, 0xF7, 0xFB));
+    colours.setColor(QPalette::Text, QColor(0x22, 0x2B, 0x36));
+    colours.setColor(QPalette::Button, QColor(0xFC, 0xFD, 0xFE));
+    colours.setColor(QPalette::ButtonText, QColor(0x22, 0x2B, 0x36));
+    colours.setColor(QPalette::Highlight, QColor(0x2F, 0x5D, 0x8A));
+    colours.setColor(QPalette::HighlightedText, Qt::white);
+    colours.setColor(QPalette::PlaceholderText, QColor(0x8A, 0x94, 0xA1));
+    const QColor faint(0xA6, 0xAE, 0xB8);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        colours.setColor(QPalette::Disabled, role, faint);
+    colours.setColor(QPalette::Disabled, QPalette::Base, QColor(0xF0, 0xF2, 0xF5));
+    return colours;
+}
+
+/// The first of these families that the machine has.
+QString firstFamily(const QStringList& families) {
+    const QStringList there = QFontDatabase::families();
+    for (const QString& family : families)
+        if (there.contains(family))
+            return family;
+    return {};
+}
+
+} // namespace
+
+void setAppearance(QApplication& application) {
+    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    application.setPalette(palette());
+    application.setWindowIcon(QIcon(QStringLiteral(":/icons/app.svg")));
+    const QString family =
+        firstFamily({QStringLiteral("WenQuanYi Micro Hei"), QStringLiteral("Noto Sans CJK SC"),
+                     QStringLiteral("WenQuanYi Zen Hei"), QStringLiteral("Microsoft YaHei")});
+    if (!family.isEmpty())
+        application.setFont(QFont(family, 10));
+    QFont::insertSubstitutions(QStringLiteral("宋体"),
+                               {QStringLiteral("SimSun"), QStringLiteral("AR PL SungtiL GB"),
+                                QStringLiteral("AR PL UMing CN"), QStringLiteral("Noto Serif CJK SC")});
+    QFont::insertSubstitutions(QStringLiteral("黑体"),
+                               {QStringLiteral("SimHei"), QStringLiteral("WenQuanYi Micro Hei"),
+                                QStringLiteral("WenQuanYi Zen Hei"), QStringLiteral("Noto Sans CJK SC")});
+    application.setStyleSheet(QStringLiteral(
+        "QGroupBox { border: 1px solid #d5dce4; border-radius: 6px; margin-top: 9px; padding-top: 6px; "
+        "background: #fafbfd; }"
+        "QGroupBox::title { subcontrol-origin: margin; left: 12px; padding: 0 4px; color: #2f5d8a; }"
+        "QPushButton { padding: 4px 12px; }"
+        "QLineEdit { padding: 2px 4px; }"
+        "QTableView { gridline-color: #e3e8ee; border: 1px solid #d5dce4; }"
+        "QHeaderView::section { background: #e9eef4; border: none; border-right: 1px solid #d5dce4;"
+        " border-bottom: 1px solid #d5dce4; padding: 4px 6px; }"
+        "QLabel#viewCaption { font-size: 15px; font-weight: bold; color: #2f5d8a; padding: 2px; }"
+        "QToolTip { padding: 3px; }"));
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+class QApplication;
+
+/// Style, palette, font and the substitutes of the two report fonts.
+void setAppearance(QApplication& application);

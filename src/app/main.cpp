@@ -1,0 +1,66 @@
+#include "app/appearance.h"
+#include "app/errorReport.h"
+#include "app/registry.h"
+#include "app/shopApplication.h"
+#include "app/startUp.h"
+#include "controls/prompts.h"
+#include "data/schema.h"
+#include "shell/MDIForm1.h"
+
+#include <QTimer>
+
+#include <cstdlib>
+
+namespace {
+
+/// Ends with the report where the file cannot serve; before any window, and without touching it.
+void requireDatabase(const QString& path) {
+    const QString fault = databaseFault(path);
+    if (fault.isEmpty())
+        return;
+    showReport(fault);
+    std::exit(1);
+}
+
+int run(ShopApplication& application, const QString& appPath, const QString& databasePath,
+        DatabaseLock& lock) {
+    Session session(databasePath);
+    session.appPath = appPath;
+    WindowPrompts prompts;
+    MDIForm1 main(session, prompts);
+    main.endProcess = [&lock] {
+        lock.release();
+        std::_Exit(0);
+    };
+    registerAll(main, prompts);
+    main.show();
+    // The frame is painted before the tables are read, so that a large shop has its window at once.
+    QTimer::singleShot(0, &main, [&main] {
+        main.repaint();
+        main.start();
+    });
+    return application.exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    ShopApplication application(argc, argv);
+    application.setApplicationName(QStringLiteral("衡商汇"));
+    application.setQuitOnLastWindowClosed(false);
+    setAppearance(application);
+    const QString appPath = QCoreApplication::applicationDirPath();
+    const QString databasePath = appPath + u'/' + databaseFileName();
+    application.setDatabasePath(databasePath);
+    requireDatabase(databasePath);
+    DatabaseLock lock(databasePath);
+    if (!lock.fault().isEmpty()) {
+        showReport(lock.fault());
+        return 1;
+    }
+    try {
+        return run(application, appPath, databasePath, lock);
+    } catch (const std::exception& error) {
+        endWithReport(reportText(error, databasePath));
+    }
+}

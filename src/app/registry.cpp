@@ -1,0 +1,17 @@
+#include "app/registry.h"
+
+#include "sales/salesCommands.h"
+#include "shell/MDIForm1.h"
+#include "shell/manualFm1.h"
+#include "stock/stockCommands.h"
+
+void registerAll(MDIForm1& main, Prompts& prompts) {
+    ViewHost& host = main.host();
+    host.registerWindow(QStringLiteral("manualFm1"), [&host] {
+        return new manualFm1(host.session().appPath + QStringLiteral("/用户指南(衡商汇).txt"));
+    });
+    main.commands().add(QStringLiteral("help"), [&main] { main.showHelp(); });
+    main.commands().add(QStringLiteral("exit"), [&main] { main.askExit(); });
+    registerSales(main.commands(), host, prompts);
+    registerStock(main.commands(), host, prompts);
+}

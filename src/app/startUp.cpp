@@ -1,0 +1,20 @@
+#include "app/startUp.h"
+
+#include <QFileInfo>
+
+DatabaseLock::DatabaseLock(const QString& databasePath)
+    : m_lock(QFileInfo(databasePath).canonicalFilePath() + QStringLiteral(".lock")) {
+    // Only a lock whose process is gone is stale, however old it is.
+    m_lock.setStaleLockTime(0);
+    if (m_lock.tryLock(100))
+        return;
+    if (m_lock.error() == QLockFile::LockFailedError)
+        m_fault = QStringLiteral("不能打开数据库 %1\n衡商汇已经在使用这个文件，不能同时打开两次。")
+                      .arg(databasePath);
+    else
+        m_fault = QStringLiteral("不能打开数据库 %1\n所在的文件夹不能写入锁文件。").arg(databasePath);
+}
+
+QString databaseFileName() {
+    return QStringLiteral("VelmorClientBank.mdb");
+}

@@ -1,0 +1,448 @@
+#include "stock/productRegisterFm1.h"
+
+#include "controls/dataGrid.h"
+#include "controls/formParts.h"
+#include "controls/moveButtons.h"
+#include "controls/prompts.h"
+#include "controls/recordBoxes.h"
+#include "data/searchTexts.h"
+#include "recordset/error.h"
+#include "recordset/textNumber.h"
+#include "stock/productRegister.h"
+
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+
+namespace {
+
+// Colour numbers are in the order blue, green, red.
+constexpr int kFlashLight = 0xFFC0C0;
+constexpr int kFlashDark = 0x93AEFF;
+constexpr int kFlashMilliseconds = 600;
+
+const QStringList& boxCaptions() {
+    static const QStringList captions{
+        QStringLiteral("日    期"), QStringLiteral("产品编号"), QStringLiteral("品    名"),
+        QStringLiteral("规    格"), QStringLiteral("产    地"), QStringLiteral("厂    家"),
+        QStringLiteral("计量单位"), QStringLiteral("数    量"), QStringLiteral("成    本"),
+        QStringLiteral("折    扣"), QStringLiteral("出售单价")};
+    return captions;
+}
+
+/// A button that leads to another view, and what must hold before it goes there.
+struct Gateway {
+    int command;
+    const char16_t* caption;
+    const char16_t* view;
+    bool refusedWhileAdding;
+};
+constexpr Gateway kGateways[] = {
+    {9, u"产品销售显示", u"statisticFm2", true},   {10, u"销售库存显示", u"stockFm1", true},
+    {11, u"产品入库显示", u"stock_BankFm1", true}, {12, u"继续盘点", u"stock_CountFm1", false},
+    {13, u"新建盘点库", u"stock_CountFm1", false}, {14, u"退库", u"stock_ReturnFm1", false},
+    {15, u"调拨", u"stock_out_of_BankFm1", false}, {16, u"报废", u"stock_no_use_BankFm1", false},
+};
+
+/// Lets pending window events run without letting the user in.
+void yieldOnce() {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+QFont boldOf(const QWidget* widget, qreal scale) {
+    QFont font = widget->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * scale);
+    return font;
+}
+
+} // namespace
+
+productRegisterFm1::productRegisterFm1(ViewHost& host, Prompts& prompts)
+    : View(QStringLiteral("productRegisterFm1"), QStringLiteral("产品登录（入库）"))
+    , m_host(host)
+    , m_session(host.session())
+    , m_prompts(prompts) {
+    static const std::pair<int, const char16_t*> captions[] = {
+        {2, u"查询"}, {3, u"全库显示"}, {4, u"增加库存"},  {5, u"保存"},
+        {6, u"取消"}, {7, u"删除"},     {8, u"新产品登录"}};
+    for (const auto& [number, caption] : captions)
+        m_commands[number] =
+            makeButton(QStringLiteral("Command%1").arg(number), QString::fromUtf16(caption), this);
+    for (const Gateway& gateway : kGateways)
+        m_commands[gateway.command] = makeButton(QStringLiteral("Command%1").arg(gateway.command),
+                                                 QString::fromUtf16(gateway.caption), this);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(buildGridSide(), 5);
+    row->addWidget(buildPanel(), 4);
+    m_flashTimer.setInterval(kFlashMilliseconds);
+    m_steadyTimer.setInterval(0);
+    connectCommands();
+}
+
+QWidget* productRegisterFm1::buildGridSide() {
+    auto* side = new QGroupBox(this);
+    QLabel* heading = makeLabel(QStringLiteral("Label2"), QStringLiteral("销售库"), side);
+    heading->setFont(boldOf(heading, 1.1));
+    m_grid = new DataGrid(m_prompts, side);
+    m_grid->setObjectName(QStringLiteral("DataGrid1"));
+    m_grid->setEmptyText(QStringLiteral("还没有产品。\n请按“新产品登录”，填好资料后按“保存”。"));
+    m_search = makeSearchBox(QStringLiteral("Text3"),
+                             QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), command(2), side);
+    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), side);
+    auto* top = new QHBoxLayout;
+    top->addWidget(heading);
+    top->addWidget(m_search, 1);
+    top->addWidget(command(2));
+    top->addWidget(command(3));
+    auto* column = new QVBoxLayout(side);
+    column->addLayout(top);
+    column->addWidget(m_grid, 1);
+    column->addWidget(m_moves, 0, Qt::AlignHCenter);
+    return side;
+}
+
+QWidget* productRegisterFm1::buildPanel() {
+    auto* panel = new QGroupBox(this);
+    m_heading = makeLabel(QStringLiteral("Label3"), QStringLiteral("产品登录（入库）"), panel);
+    m_heading->setFont(boldOf(m_heading, 1.2));
+    m_productFlag = makeLabel(QStringLiteral("Label4"), QStringLiteral("添加产品"), panel);
+    m_stockFlag = makeLabel(QStringLiteral("Label8"), QStringLiteral("增加产品数量"), panel);
+    for (QLabel* flag : {m_productFlag, m_stockFlag}) {
+        flag->setFont(boldOf(flag, 1.0));
+        flag->hide();
+    }
+    m_boxes =
+        new RecordBoxes(QStringLiteral("Text2"), boxCaptions(), BoxKeys{Qt::Key_Up, Qt::Key_Down}, panel);
+    m_boxes->limitToNumbers({ProductBox::Quantity, ProductBox::Cost, ProductBox::Price});
+    auto* head = new QHBoxLayout;
+    head->addWidget(m_heading);
+    head->addStretch(1);
+    head->addWidget(m_productFlag);
+    head->addWidget(m_stockFlag);
+    auto* grid = new QGridLayout;
+    m_boxes->layOut(grid, 2);
+    auto* buttons = new QHBoxLayout;
+    for (const int number : {8, 4, 5, 6, 7})
+        buttons->addWidget(command(number));
+    auto* column = new QVBoxLayout(panel);
+    column->addLayout(head);
+    column->addLayout(grid);
+    column->addLayout(buildFigures());
+    column->addLayout(buttons);
+    column->addStretch(1);
+    column->addLayout(buildGateway());
+    return panel;
+}
+
+QLayout* productRegisterFm1::buildFigures() {
+    static const QString captions[] = {QStringLiteral("原销售库存数"), QStringLiteral("加减销售库存数"),
+                                       QStringLiteral("现有销售库存数")};
+    auto* grid = new QGridLayout;
+    for (int i = 0; i < 3; ++i) {
+        QLabel* caption = makeLabel(QStringLiteral("Label6(%1)").arg(i), captions[i], this);
+        m_figures[i] = makeLabel(QStringLiteral("Label7(%1)").arg(i), QStringLiteral("0"), this);
+        m_figures[i]->setFont(boldOf(m_figures[i], 1.2));
+        m_figures[i]->setAccessibleName(captions[i]);
+        caption->setAlignment(Qt::AlignCenter);
+        m_figures[i]->setAlignment(Qt::AlignCenter);
+        grid->addWidget(caption, 0, i);
+        grid->addWidget(m_figures[i], 1, i);
+    }
+    return grid;
+}
+
+QLayout* productRegisterFm1::buildGateway() {
+    auto* grid = new QGridLayout;
+    int at = 0;
+    for (const Gateway& gateway : kGateways) {
+        grid->addWidget(command(gateway.command), at / 4, at % 4);
+        ++at;
+    }
+    return grid;
+}
+
+void productRegisterFm1::connectCommands() {
+    const std::pair<int, void (productRegisterFm1::*)()> actions[] = {
+        {2, &productRegisterFm1::search},        {3, &productRegisterFm1::showAll},
+        {4, &productRegisterFm1::addToStock},    {5, &productRegisterFm1::save},
+        {6, &productRegisterFm1::cancel},        {7, &productRegisterFm1::deleteCurrent},
+        {8, &productRegisterFm1::addNextProduct}};
+    for (const auto& [number, action] : actions)
+        connect(command(number), &QPushButton::clicked, this, action);
+    for (const Gateway& gateway : kGateways)
+        connect(command(gateway.command), &QPushButton::clicked, this,
+                [this, number = gateway.command] { openView(number); });
+    connect(m_moves, &MoveButtons::pressed, this, &productRegisterFm1::move);
+    connect(&m_flashTimer, &QTimer::timeout, this, &productRegisterFm1::flash);
+    connect(m_boxes, &RecordBoxes::changed, this, [this](int index) {
+        m_changeMark = 2;
+        if (index == ProductBox::Quantity && m_editState == AddingProduct)
+            m_figures[1]->setText(trimBlanks(m_boxes->text(index)));
+    });
+    m_grid->setRowHandler([this] { rowChanged(); });
+}
+
+void productRegisterFm1::load() {
+    m_session.reopen(m_session.product_Bank, QStringLiteral("Select * From product_Bank"));
+    m_search->clear();
+    Label7_Clear();
+    enterState(Browsing);
+    m_flashPhase = 1;
+}
+
+void productRegisterFm1::activate() {
+    m_displayMode = 1;
+    if (m_session.product_Bank->isOpen())
+        m_session.product_Bank->clearFilter();
+    m_session.productTable->clearFilter();
+    bindGrid();
+    m_boxes->setTexts(clearRecord(m_session));
+    showRow();
+    Label7_Clear();
+    Label7_show();
+    showPosition();
+}
+
+void productRegisterFm1::bindGrid() {
+    m_grid->bind(m_session.productTable, {QStringLiteral("流水号")});
+}
+
+void productRegisterFm1::showPosition() {
+    m_moves->setPosition(positionText(m_session.productTable));
+}
+
+void productRegisterFm1::showRow() {
+    if (m_session.productTable->hasRows() && m_displayMode != 2)
+        m_boxes->setTexts(displayRecord(m_session));
+}
+
+void productRegisterFm1::rowChanged() {
+    const RecordsetPtr& products = m_session.productTable;
+    if (!products->isOpen() || m_editState != Browsing || m_displayMode == 2)
+        return;
+    if (!products->hasRows())
+        return showPosition();
+    if (products->isBOF())
+        products->MoveFirst();
+    else if (products->isEOF())
+        products->MoveLast();
+    showPosition();
+    m_boxes->setTexts(clearRecord(m_session));
+    showRow();
+    Label7_Clear();
+    Label7_show();
+}
+
+void productRegisterFm1::Label7_show() {
+    const RecordsetPtr& products = m_session.productTable;
+    if (!products->hasRows() || !products->currentRow())
+        return;
+    m_figures[0]->setText(products->Fields(QStringLiteral("数量")).text());
+    m_figures[1]->setText(QStringLiteral("0"));
+    m_figures[2]->setText(m_figures[0]->text());
+}
+
+void productRegisterFm1::Label7_Clear() {
+    for (QLabel* figure : m_figures)
+        figure->setText(QStringLiteral("0"));
+}
+
+void productRegisterFm1::enterState(EditState state) {
+    m_editState = state;
+    m_changeMark = 1;
+    for (int box = ProductBox::Name; box < ProductBox::Count; ++box)
+        m_boxes->box(box)->setToolTip(state == AddingProduct ? QStringLiteral("请输入新数据") : QString());
+}
+
+void productRegisterFm1::return_A() {
+    enterState(Browsing);
+    m_productFlag->hide();
+    m_stockFlag->hide();
+    m_flashTimer.stop();
+    m_steadyTimer.stop();
+    m_moves->setButtonsEnabled(true);
+    for (const int number : {4, 5, 6, 7, 8})
+        command(number)->setEnabled(true);
+    showPosition();
+}
+
+bool productRegisterFm1::refuseWhile(EditState state, const QString& message) {
+    if (m_editState != state)
+        return false;
+    m_prompts.tell(message);
+    return true;
+}
+
+void productRegisterFm1::move(int button) {
+    if (refuseWhile(AddingProduct, QStringLiteral("正在添加新产品，不能执行此操作！")))
+        return;
+    moveInRecordset(m_session.productTable, button);
+    showPosition();
+}
+
+void productRegisterFm1::search() {
+    if (refuseWhile(AddingProduct, QStringLiteral("正在添加新产品，不能执行此操作！")))
+        return;
+    if (!m_session.productTable->hasRows() || m_search->text().isEmpty())
+        return;
+    try {
+        m_session.productTable->setFilter(productSearch(trimBlanks(m_search->text())));
+    } catch (const RuntimeError&) {
+        // The words of the date searches stand here too, whatever the reason.
+        return m_prompts.tell(QStringLiteral("日期输入错误，请按 2004-2-1 或 2004-11-21 格式输入！"));
+    }
+    showPosition();
+    m_boxes->setTexts(clearRecord(m_session));
+    showRow();
+}
+
+void productRegisterFm1::showAll() {
+    if (refuseWhile(AddingProduct, QStringLiteral("正在添加新产品，不能执行此操作！")))
+        return;
+    m_session.productTable->clearFilter();
+    bindGrid();
+    showPosition();
+}
+
+void productRegisterFm1::addNextProduct() {
+    if (m_editState == AddingProduct) {
+        bool written = false;
+        if (!saveProduct(QStringLiteral("新产品登录失败！"), true, written))
+            return;
+        if (!written)
+            return return_A();
+        showPosition();
+        enterState(Browsing);
+    }
+    startAddingProduct();
+}
+
+void productRegisterFm1::startAddingProduct() {
+    m_productFlag->show();
+    m_flashTimer.start();
+    m_heading->setText(QStringLiteral("新产品登录"));
+    Label7_Clear();
+    m_boxes->setTexts(clearRecord(m_session));
+    m_boxes->setText(ProductBox::Date, m_session.todayText());
+    m_boxes->setText(ProductBox::Number, counterText(m_session.nextProductNum));
+    m_boxes->focus(ProductBox::Name);
+    m_moves->setButtonsEnabled(false);
+    command(7)->setEnabled(false);
+    command(4)->setEnabled(false);
+    if (m_session.productTable->hasRows())
+        m_moves->setPosition(QString::number(m_session.productTable->RecordCount()));
+    enterState(AddingProduct);
+}
+
+bool productRegisterFm1::saveProduct(const QString& failure, bool yields, bool& written) {
+    if (const auto fault = text2_Check(m_boxes->texts())) {
+        m_prompts.tell(*fault);
+        return false;
+    }
+    const RegisterResult result =
+        registerProduct(m_session, m_boxes->texts(), yields ? std::function<void()>(yieldOnce) : nullptr);
+    if (result == RegisterResult::Duplicate) {
+        m_prompts.tell(QStringLiteral("产品编号重复，请重新定义！"));
+        return false;
+    }
+    written = result == RegisterResult::Saved;
+    if (!written) {
+        m_prompts.tell(QStringLiteral("输入数据格式错误或数据类型不匹配！"));
+        m_prompts.tell(failure);
+    }
+    return true;
+}
+
+void productRegisterFm1::save() {
+    bool written = false;
+    if (m_editState == AddingProduct && !saveProduct(QStringLiteral("登录新产品失败！"), false, written))
+        return;
+    if (written)
+        m_figures[2]->setText(m_session.productTable->Fields(QStringLiteral("数量")).text());
+    m_heading->setText(QStringLiteral("显示产品数据"));
+    return_A();
+    // Told in any case: while browsing, where nothing is written, and after a failure, behind its message.
+    m_prompts.tell(QStringLiteral("数据已保存！"));
+}
+
+void productRegisterFm1::cancel() {
+    if (!m_session.productTable->isOpen())
+        return;
+    m_boxes->setTexts(clearRecord(m_session));
+    if (m_session.productTable->hasRows()) {
+        showRow();
+        Label7_show();
+    }
+    m_heading->setText(QStringLiteral("产品数据显示"));
+    return_A();
+}
+
+void productRegisterFm1::deleteCurrent() {
+    if (refuseWhile(AddingProduct, QStringLiteral("正在添加新产品，不能执行此操作！")) ||
+        refuseWhile(AddingStock, QStringLiteral("正在追加产品数量，不能执行此操作！")))
+        return;
+    if (!m_session.productTable->hasRows() || !m_session.productTable->currentRow() ||
+        !m_prompts.confirm(QStringLiteral("确实要删除此记录吗？")))
+        return;
+    deleteProduct(m_session);
+    m_boxes->setTexts(clearRecord(m_session));
+    showRow();
+    showPosition();
+}
+
+void productRegisterFm1::addToStock() {
+    if (m_editState != Browsing || !m_session.product_Bank->isOpen() || !m_session.productTable->hasRows() ||
+        !m_session.productTable->currentRow())
+        return;
+    m_stockFlag->show();
+    m_heading->setText(QStringLiteral("增加库存"));
+    m_boxes->setText(ProductBox::Date, m_session.todayText());
+    m_boxes->focus(ProductBox::Name);
+    m_moves->setButtonsEnabled(false);
+    for (const int number : {4, 5, 6, 7, 8})
+        command(number)->setEnabled(false);
+    enterState(AddingStock);
+    if (const auto fault = text2_Check2(m_boxes->texts())) {
+        // The view stays as it is, its buttons disabled: only another view's command leads on. That is meant.
+        return m_prompts.tell(*fault);
+    }
+    bookStock();
+    showPosition();
+    return_A();
+}
+
+void productRegisterFm1::bookStock() {
+    const auto answer = m_prompts.input(QStringLiteral("请输入产品数量："), QStringLiteral("输入数字"));
+    if (!answer || !canAddStock(m_session, *answer))
+        return;
+    if (!m_prompts.confirm(QStringLiteral("该产品将增加数：") + *answer))
+        return;
+    m_boxes->setText(ProductBox::Quantity, *answer);
+    if (!addStock(m_session, m_boxes->texts(), *answer, yieldOnce)) {
+        m_prompts.tell(QStringLiteral("输入数据格式错误或数据类型不匹配！"));
+        return m_prompts.tell(QStringLiteral("增加库存失败！"));
+    }
+    m_figures[1]->setText(*answer);
+    m_figures[2]->setText(m_session.productTable->Fields(QStringLiteral("数量")).text());
+    showRow();
+}
+
+void productRegisterFm1::openView(int number) {
+    for (const Gateway& gateway : kGateways) {
+        if (gateway.command != number)
+            continue;
+        if (gateway.refusedWhileAdding &&
+            refuseWhile(AddingProduct, QStringLiteral("正在添加新产品，不能执行此操作！")))
+            return;
+        m_host.showOrTell(QString::fromUtf16(gateway.view), QString::fromUtf16(gateway.caption));
+    }
+}
+
+void productRegisterFm1::flash() {
+    setTextColour(m_productFlag, colourOfNumber(m_flashPhase == 1 ? kFlashLight : kFlashDark));
+    m_flashPhase = m_flashPhase == 1 ? 2 : 1;
+}

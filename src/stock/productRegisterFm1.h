@@ -1,0 +1,85 @@
+#pragma once
+
+#include "shell/view.h"
+#include "shell/viewHost.h"
+
+#include <QTimer>
+
+#include <map>
+
+class DataGrid;
+class MoveButtons;
+class Prompts;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class RecordBoxes;
+
+/// Stock-in: the one place where a product is created and its stock raised by hand, and the way to the stock
+/// views.
+class productRegisterFm1 : public View {
+    Q_OBJECT
+
+public:
+    productRegisterFm1(ViewHost& host, Prompts& prompts);
+
+    void load() override;
+    void activate() override;
+
+private:
+    enum EditState : qint16 { Browsing = 0, AddingProduct = 1, AddingStock = 2 };
+
+    // Building.
+    QWidget* buildGridSide();
+    QWidget* buildPanel();
+    QLayout* buildFigures();
+    QLayout* buildGateway();
+    void connectCommands();
+    QPushButton* command(int number) const { return m_commands.at(number); }
+
+    // The commands, by their buttons.
+    void move(int button);
+    void search();
+    void showAll();
+    void addNextProduct();
+    void save();
+    void cancel();
+    void deleteCurrent();
+    void addToStock();
+    void openView(int number);
+
+    // State.
+    void startAddingProduct();
+    void bookStock();
+    void showRow();
+    void rowChanged();
+    void showPosition();
+    void bindGrid();
+    void Label7_show();
+    void Label7_Clear();
+    void return_A();
+    void enterState(EditState state);
+    bool refuseWhile(EditState state, const QString& message);
+    /// Saves a new product; false where the routine ends with the state unchanged.
+    bool saveProduct(const QString& failure, bool yields, bool& written);
+    void flash();
+
+    ViewHost& m_host;
+    Session& m_session;
+    Prompts& m_prompts;
+    DataGrid* m_grid = nullptr;
+    MoveButtons* m_moves = nullptr;
+    RecordBoxes* m_boxes = nullptr;
+    QLineEdit* m_search = nullptr;
+    QLabel* m_heading = nullptr;
+    QLabel* m_figures[3] = {};
+    QLabel* m_productFlag = nullptr;
+    QLabel* m_stockFlag = nullptr;
+    std::map<int, QPushButton*> m_commands;
+    QTimer m_flashTimer;
+    QTimer m_steadyTimer; // declared for the stock flag and never firing: that flag shows steady
+    EditState m_editState = Browsing;
+    qint16 m_changeMark = 1;
+    qint16 m_flashPhase = 1;
+    qint16 m_displayMode = 1;
+};

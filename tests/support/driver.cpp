@@ -1,0 +1,103 @@
+#include "support/driver.h"
+
+#include "controls/dataGrid.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QtTest/QTest>
+
+#include <stdexcept>
+
+void Driver::failMissing(const QString& name) {
+    throw std::runtime_error("no widget " + name.toStdString());
+}
+
+void Driver::requireReachable(QWidget* widget) const {
+    if (!widget->isVisible() || !widget->isEnabled())
+        throw std::runtime_error("a user cannot reach " + widget->objectName().toStdString());
+}
+
+void Driver::click(const QString& button) {
+    auto* target = find<QAbstractButton>(button);
+    requireReachable(target);
+    QTest::mouseClick(target, Qt::LeftButton);
+}
+
+void Driver::type(const QString& box, const QString& text) {
+    auto* target = find<QLineEdit>(box);
+    requireReachable(target);
+    target->setFocus(Qt::OtherFocusReason);
+    target->selectAll();
+    if (text.isEmpty())
+        QTest::keyClick(target, Qt::Key_Delete);
+    for (const QChar c : text)
+        QTest::sendKeyEvent(QTest::Click, target, Qt::Key_unknown, QString(c), Qt::NoModifier);
+}
+
+void Driver::key(const QString& box, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    auto* target = find<QWidget>(box);
+    requireReachable(target);
+    QTest::keyClick(target, key, modifiers);
+}
+
+QString Driver::text(const QString& name) const {
+    auto* widget = find<QWidget>(name);
+    if (auto* box = qobject_cast<QLineEdit*>(widget))
+        return box->text();
+    if (auto* label = qobject_cast<QLabel*>(widget))
+        return label->text();
+    throw std::runtime_error("no text in " + name.toStdString());
+}
+
+int Driver::columnOf(const DataGrid* grid, const QString& name) const {
+    for (int i = 0; i < grid->model()->columnCount(); ++i)
+        if (grid->model()->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString() == name)
+            return i;
+    failMissing(grid->objectName() + u'.' + name);
+}
+
+void Driver::clickCell(const QString& grid, int row, const QString& column) {
+    auto* target = find<DataGrid>(grid);
+    requireReachable(target);
+    const QModelIndex index = target->model()->index(row, columnOf(target, column));
+    target->scrollTo(index);
+    QTest::mouseClick(target->viewport(), Qt::LeftButton, Qt::NoModifier, target->visualRect(index).center());
+}
+
+void Driver::editCell(const QString& grid, int row, const QString& column, const QString& text) {
+    clickCell(grid, row, column);
+    auto* target = find<DataGrid>(grid);
+    const QModelIndex index = target->model()->index(row, columnOf(target, column));
+    QTest::mouseDClick(target->viewport(), Qt::LeftButton, Qt::NoModifier,
+                       target->visualRect(index).center());
+    auto* editor = target->viewport()->findChild<QLineEdit*>(QStringLiteral("cellEditor"));
+    if (!editor)
+        failMissing(QStringLiteral("cellEditor"));
+    editor->selectAll();
+    if (text.isEmpty())
+        QTest::keyClick(editor, Qt::Key_Delete);
+    for (const QChar c : text)
+        QTest::sendKeyEvent(QTest::Click, editor, Qt::Key_unknown, QString(c), Qt::NoModifier);
+    QTest::keyClick(editor, Qt::Key_Return);
+}
+
+QString Driver::cell(const QString& grid, int row, const QString& column) const {
+    auto* target = find<DataGrid>(grid);
+    return target->model()->index(row, columnOf(target, column)).data().toString();
+}
+
+int Driver::rows(const QString& grid) const {
+    return find<DataGrid>(grid)->model()->rowCount();
+}
+
+void Driver::choose(const QString& action) {
+    auto* target = m_root.findChild<QAction*>(action);
+    if (!target)
+        failMissing(action);
+    if (!target->isEnabled())
+        throw std::runtime_error("a user cannot choose " + action.toStdString());
+    target->trigger();
+}

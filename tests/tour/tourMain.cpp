@@ -1,0 +1,125 @@
+// tour PROGRAM_FOLDER OUT_FOLDER: drives the real program through the main job on the books in PROGRAM_FOLDER
+// and leaves a screenshot of each stage in OUT_FOLDER.
+#include "app/appearance.h"
+#include "app/registry.h"
+#include "app/shopApplication.h"
+#include "app/startUp.h"
+#include "controls/prompts.h"
+#include "shell/MDIForm1.h"
+#include "support/driver.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest/QTest>
+
+#include <cstdio>
+
+namespace {
+
+class Tour {
+public:
+    Tour(MDIForm1& main, QString folder)
+        : m_main(main)
+        , m_folder(std::move(folder)) {}
+
+    void run() {
+        Driver main(m_main);
+        shoot(&m_main, "register");
+        main.choose(QStringLiteral("maintain_product"));
+        shoot(&m_main, "product-registration");
+        main.click(QStringLiteral("Command8"));
+        main.type(QStringLiteral("Text2(2)"), QStringLiteral("红松签字笔"));
+        main.type(QStringLiteral("Text2(3)"), QStringLiteral("12支装"));
+        main.type(QStringLiteral("Text2(4)"), QStringLiteral("上海"));
+        main.type(QStringLiteral("Text2(6)"), QStringLiteral("盒"));
+        main.type(QStringLiteral("Text2(7)"), QStringLiteral("60"));
+        main.type(QStringLiteral("Text2(8)"), QStringLiteral("12.5"));
+        main.type(QStringLiteral("Text2(10)"), QStringLiteral("18"));
+        shoot(&m_main, "new-product");
+        whenBoxOpens("product-saved");
+        main.click(QStringLiteral("Command5"));
+        main.choose(QStringLiteral("management_client"));
+        main.type(QStringLiteral("Text2"), QStringLiteral("五金"));
+        main.click(QStringLiteral("Command2"));
+        shoot(&m_main, "customer-search");
+        main.click(QStringLiteral("Command7"));
+        purchase();
+        shoot(&m_main, "register-after-sale");
+        main.choose(QStringLiteral("help"));
+        shoot(m_main.host().window(QStringLiteral("manualFm1")), "user-guide");
+    }
+
+private:
+    void purchase() {
+        TopWindow* window = m_main.host().window(QStringLiteral("buyFm1"));
+        Driver buy(*window);
+        const std::pair<int, const char*> lines[] = {{0, "2"}, {2, "5"}, {4, "1"}, {6, "3"}};
+        for (const auto& [row, quantity] : lines) {
+            buy.clickCell(QStringLiteral("DataGrid1"), row, QStringLiteral("品名"));
+            buy.type(QStringLiteral("Text4(10)"), QString::fromLatin1(quantity));
+            if (row == 4)
+                buy.type(QStringLiteral("Text4(12)"), QStringLiteral("90"));
+            if (row == 6)
+                shoot(window, "line");
+            whenBoxOpens(nullptr);
+            buy.click(QStringLiteral("Command2"));
+        }
+        buy.click(QStringLiteral("Command9"));
+        shoot(window, "basket");
+        buy.click(QStringLiteral("Command11"));
+        whenBoxOpens("settlement-question");
+        buy.click(QStringLiteral("Command1"));
+        shoot(window, "after-settlement");
+        buy.click(QStringLiteral("Command4"));
+        QCoreApplication::processEvents();
+    }
+
+    /// Photographs the next message box, if a name is given, and presses its first button.
+    void whenBoxOpens(const char* name) {
+        QTimer::singleShot(50, [this, name] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box)
+                return std::exit(3);
+            if (name)
+                shoot(box, name);
+            QTest::mouseClick(box->defaultButton() ? static_cast<QAbstractButton*>(box->defaultButton())
+                                                   : box->buttons().front(),
+                              Qt::LeftButton);
+        });
+    }
+
+    void shoot(QWidget* widget, const char* name) {
+        QCoreApplication::processEvents();
+        const QString path = QStringLiteral("%1/%2.png").arg(m_folder, QString::fromLatin1(name));
+        if (!widget->grab().save(path))
+            std::exit(2);
+        std::printf("%s\n", qUtf8Printable(path));
+    }
+
+    MDIForm1& m_main;
+    QString m_folder;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    ShopApplication application(argc, argv);
+    setAppearance(application);
+    application.setQuitOnLastWindowClosed(false);
+    const QStringList words = application.arguments();
+    if (words.size() != 3)
+        return 2;
+    QDir().mkpath(words[2]);
+    Session session(words[1] + u'/' + databaseFileName());
+    session.appPath = words[1];
+    WindowPrompts prompts;
+    MDIForm1 main(session, prompts);
+    registerAll(main, prompts);
+    main.show();
+    main.start();
+    Tour(main, words[2]).run();
+    return 0;
+}
