@@ -48,6 +48,7 @@ dataInputFm1::dataInputFm1(ViewHost& host, Prompts& prompts)
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(buildGridSide(), 5);
     row->addWidget(buildPanel(), 4);
+    m_blinkTimer.setParent(this);
     m_blinkTimer.setObjectName(QStringLiteral("Timer2"));
     m_blinkTimer.setInterval(kBlinkMilliseconds);
     connectCommands();

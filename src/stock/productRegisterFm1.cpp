@@ -78,7 +78,11 @@ productRegisterFm1::productRegisterFm1(ViewHost& host, Prompts& prompts)
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(buildGridSide(), 5);
     row->addWidget(buildPanel(), 4);
+    m_flashTimer.setParent(this);
+    m_flashTimer.setObjectName(QStringLiteral("Timer2"));
     m_flashTimer.setInterval(kFlashMilliseconds);
+    m_steadyTimer.setParent(this);
+    m_steadyTimer.setObjectName(QStringLiteral("Timer3"));
     m_steadyTimer.setInterval(0);
     connectCommands();
 }

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "controls/prompts.h"
+#include "support/printQt.h"
+
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <functional>
+#include <optional>
+
+/// Answers prompts from a queue and remembers what was shown. A prompt nobody expected fails the test.
+class ScriptedPrompts : public Prompts {
+public:
+    ~ScriptedPrompts() override { EXPECT_TRUE(m_expected.empty()) << "not shown: " << next(); }
+
+    void expectMessage(const QString& text, const QString& title = QStringLiteral("信息提示")) {
+        expect("tell", text, title, true);
+    }
+    void expectConfirm(const QString& text, bool ok, const QString& title = QStringLiteral("信息提示")) {
+        expect("confirm", text, title, ok);
+    }
+    void expectAsk(const QString& text, bool yes, const QString& title = QStringLiteral("信息提示")) {
+        expect("ask", text, title, yes);
+    }
+    void expectInput(const QString& text, const QString& title, std::optional<QString> answer) {
+        expect("input", text, title, true);
+        m_expected.back().answer = std::move(answer);
+    }
+    /// Runs when the next expected prompt is shown, before it is answered.
+    void whenShown(std::function<void()> action) { m_expected.back().shown = std::move(action); }
+    bool done() const { return m_expected.empty(); }
+
+    void tell(const QString& text, const QString& title) override { take("tell", text, title); }
+    bool confirm(const QString& text, const QString& title) override {
+        return take("confirm", text, title).yes;
+    }
+    bool ask(const QString& text, const QString& title) override { return take("ask", text, title).yes; }
+    std::optional<QString> input(const QString& text, const QString& title) override {
+        return take("input", text, title).answer;
+    }
+    std::optional<QString> saveFile(const QString&, const QString&, const QString&) override {
+        return saveName;
+    }
+
+    std::optional<QString> saveName;
+
+private:
+    struct Expected {
+        std::string kind;
+        QString text;
+        QString title;
+        bool yes = false;
+        std::optional<QString> answer;
+        std::function<void()> shown;
+    };
+
+    std::string next() const { return m_expected.empty() ? "" : m_expected.front().text.toStdString(); }
+    void expect(const char* kind, const QString& text, const QString& title, bool yes) {
+        m_expected.push_back({kind, text, title, yes, {}, {}});
+    }
+    Expected take(const std::string& kind, const QString& text, const QString& title) {
+        if (m_expected.empty()) {
+            ADD_FAILURE() << "unexpected " << kind << ": " << text.toStdString();
+            return {};
+        }
+        const Expected expected = m_expected.front();
+        m_expected.pop_front();
+        EXPECT_EQ(kind, expected.kind);
+        EXPECT_EQ(text, expected.text);
+        EXPECT_EQ(title, expected.title);
+        if (expected.shown)
+            expected.shown();
+        return expected;
+    }
+
+    std::deque<Expected> m_expected;
+};

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "data/schema.h"
+#include "data/session.h"
+#include "support/printQt.h"
+
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// Books of an empty shop in a folder of their own, with a session on them and a fixed day. Rows are put in
+/// by statements of the storage engine before the cursors are opened.
+class TestBooks {
+public:
+    TestBooks() {
+        createDatabase(path());
+        m_session = std::make_unique<Session>(path());
+        m_session->appPath = m_folder.path();
+        m_session->today = [] { return QDate(2004, 11, 21); };
+    }
+
+    QString path() const { return m_folder.filePath(QStringLiteral("VelmorClientBank.mdb")); }
+    Session& session() { return *m_session; }
+
+    void execute(const QString& sql) { m_session->cn.execute(sql); }
+
+    /// Result of a query as text: columns parted by "|", rows by ";", Null as "Null".
+    QString stored(const QString& sql) {
+        QStringList rows;
+        Statement statement = m_session->cn.prepare(sql);
+        while (statement.step()) {
+            QStringList cells;
+            for (int i = 0; i < statement.columnCount(); ++i)
+                cells << (statement.isNull(i) ? QStringLiteral("Null") : statement.text(i));
+            rows << cells.join(u'|');
+        }
+        return rows.join(u';');
+    }
+
+    void addClient(const QString& number, const QString& company = {}, const QString& contact = {}) {
+        const QString serial = stored(QStringLiteral("SELECT count(*) + 1 FROM clientTable"));
+        execute(QStringLiteral("INSERT INTO clientTable (流水号, 客户编号, 单位名称, 联系人, 消费合计, "
+                               "购买数, 差额利润, 差额利润率) "
+                               "VALUES (%1, '%2', '%3', '%4', 0, 0, 0, '0')")
+                    .arg(serial, number, company, contact));
+    }
+    void addProduct(const QString& number, const QString& name, double quantity, double cost, double price,
+                    const QString& discount = QStringLiteral("100")) {
+        const QString serial = stored(QStringLiteral("SELECT count(*) + 1 FROM productTable"));
+        const QString values =
+            QStringLiteral(
+                "(%1, '2004-01-05', '%2', '%3', '规格%2', '产地%2', '厂家%2', '个', %4, %5, '%6', %7)")
+                .arg(serial, number, name)
+                .arg(quantity)
+                .arg(cost)
+                .arg(discount)
+                .arg(price);
+        execute(QStringLiteral("INSERT INTO productTable VALUES ") + values);
+        execute(QStringLiteral("INSERT INTO product_Bank VALUES ") + values);
+    }
+    void addLine(const QString& order, const QString& client, const QString& product, const QString& date,
+                 double quantity, double paid, double cost) {
+        const QString serial = stored(QStringLiteral("SELECT count(*) + 1 FROM buyList"));
+        execute(QStringLiteral("INSERT INTO buyList VALUES (%1, '%2', '%3', '%4', '%5', '货', '', '', '', 1, "
+                               "'个', %6, %7, '100', %7, %8, %9)")
+                    .arg(serial, order, client, product, date)
+                    .arg(quantity)
+                    .arg(paid)
+                    .arg(cost)
+                    .arg(paid - cost * quantity));
+    }
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<Session> m_session;
+};
