@@ -154,12 +154,12 @@ void DataGrid::contextMenuEvent(QContextMenuEvent* event) {
 void DataGrid::commitEditor() {
     if (state() != EditingState)
         return;
-    if (QWidget* editor = indexWidget(currentIndex())
-                              ? indexWidget(currentIndex())
-                              : viewport()->findChild<QWidget*>(QStringLiteral("cellEditor"))) {
-        commitData(editor);
-        closeEditor(editor, QAbstractItemDelegate::NoHint);
-    }
+    // An editor closed before may still wait for its deletion: the last one is open.
+    const auto editors = viewport()->findChildren<QWidget*>(QStringLiteral("cellEditor"));
+    if (editors.isEmpty())
+        return;
+    commitData(editors.last());
+    closeEditor(editors.last(), QAbstractItemDelegate::NoHint);
 }
 
 QString DataGrid::selectedText() const {

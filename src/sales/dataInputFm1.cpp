@@ -182,7 +182,7 @@ void dataInputFm1::showRecord() {
 
 void dataInputFm1::rowChosen() {
     const RecordsetPtr& clients = m_session.clientTable;
-    if (m_adding || !clients->isOpen())
+    if (m_adding || m_purchasing || !clients->isOpen())
         return;
     if (clients->hasRows() && clients->isEOF())
         clients->MoveLast();
@@ -320,11 +320,14 @@ void dataInputFm1::buy() {
     if (!m_session.clientTable->hasRows() || !m_session.clientTable->currentRow())
         return;
     m_session.currentClientNum = m_session.clientTable->Fields(QStringLiteral("客户编号")).text();
-    if (TopWindow* window = m_host.openWindow(QStringLiteral("buyFm1"), ViewHost::MainWindow::Hidden))
+    TopWindow* window = m_host.openWindow(QStringLiteral("buyFm1"), ViewHost::MainWindow::Hidden);
+    m_purchasing = window != nullptr;
+    if (window)
         connect(window, &TopWindow::finished, this, &dataInputFm1::afterPurchase);
 }
 
 void dataInputFm1::afterPurchase() {
+    m_purchasing = false;
     bindGrid();
     showPosition();
     const QStringList texts = record_Display(m_session);

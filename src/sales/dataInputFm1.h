@@ -75,5 +75,6 @@ private:
     QTimer m_blinkTimer;
     bool m_adding = false;
     bool m_changed = false;
+    bool m_purchasing = false; // while the purchase is open the boxes keep what the user has typed
     int m_blinkState = 1;
 };

@@ -22,15 +22,17 @@ TopWindow::TopWindow(const QString& name, const QString& caption) {
 
 void TopWindow::finish() {
     m_finishing = true;
-    close();
+    if (!m_closing)
+        close();
 }
 
 void TopWindow::closeEvent(QCloseEvent* event) {
     if (!m_finishing) {
-        event->ignore();
+        m_closing = true;
         wayOut();
-        return;
+        m_closing = false;
     }
-    event->accept();
-    Q_EMIT finished();
+    event->setAccepted(m_finishing);
+    if (m_finishing)
+        Q_EMIT finished();
 }

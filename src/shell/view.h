@@ -62,5 +62,6 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    bool m_closing = false; // inside the close box's own event
     bool m_finishing = false;
 };

@@ -39,6 +39,12 @@ ViewHost::ViewHost(Session& session, QMainWindow& main, QStackedWidget& area)
     , m_main(main)
     , m_area(area) {}
 
+ViewHost::~ViewHost() {
+    const QHash<QString, QPointer<TopWindow>> open = std::exchange(m_open, {});
+    for (const QPointer<TopWindow>& window : open)
+        delete window.data();
+}
+
 View* ViewHost::loaded(const QString& name) {
     if (View* view = m_loaded.value(name))
         return view;

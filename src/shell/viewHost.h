@@ -24,6 +24,8 @@ public:
     enum class MainWindow { Stays, Disabled, Hidden };
 
     ViewHost(Session& session, QMainWindow& main, QStackedWidget& area);
+    /// Windows of their own have no parent: they go with their host.
+    ~ViewHost() override;
 
     void registerView(const QString& name, ViewFactory factory) { m_views[name] = std::move(factory); }
     void registerWindow(const QString& name, WindowFactory factory) { m_windows[name] = std::move(factory); }

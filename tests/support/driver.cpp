@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -73,15 +74,18 @@ void Driver::editCell(const QString& grid, int row, const QString& column, const
     const QModelIndex index = target->model()->index(row, columnOf(target, column));
     QTest::mouseDClick(target->viewport(), Qt::LeftButton, Qt::NoModifier,
                        target->visualRect(index).center());
-    auto* editor = target->viewport()->findChild<QLineEdit*>(QStringLiteral("cellEditor"));
-    if (!editor)
+    // An editor closed before may still wait for its deletion: the last one is open.
+    const auto editors = target->viewport()->findChildren<QLineEdit*>(QStringLiteral("cellEditor"));
+    if (editors.isEmpty())
         failMissing(QStringLiteral("cellEditor"));
+    QLineEdit* editor = editors.last();
     editor->selectAll();
     if (text.isEmpty())
         QTest::keyClick(editor, Qt::Key_Delete);
     for (const QChar c : text)
         QTest::sendKeyEvent(QTest::Click, editor, Qt::Key_unknown, QString(c), Qt::NoModifier);
     QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents(); // Enter closes the editor by a queued call
 }
 
 QString Driver::cell(const QString& grid, int row, const QString& column) const {

@@ -1,0 +1,491 @@
+#include "controls/dataGrid.h"
+#include "support/shopWindow.h"
+
+#include <QLineEdit>
+#include <QtTest/QTest>
+
+namespace {
+
+class Purchase : public ShopWindow {
+protected:
+    Purchase() {
+        books.addClient("7", "红木行", "王平");
+        books.addProduct("p1", "打印纸", 10, 2, 5);
+        books.addProduct("p2", "硒鼓", 3, 20, 30, "90");
+        books.addProduct("p3", "墨盒", 0, 1, 2);
+    }
+    void open() {
+        start();
+        drive->click("Command7");
+        ASSERT_NE(window("buyFm1"), nullptr);
+        buy = std::make_unique<Driver>(*window("buyFm1"));
+    }
+    void choose(int row) { buy->clickCell("DataGrid1", row, "品名"); }
+    QString line(int box) { return buy->text(QStringLiteral("Text4(%1)").arg(box)); }
+    void type(int box, const QString& text) { buy->type(QStringLiteral("Text4(%1)").arg(box), text); }
+    void confirm() {
+        prompts.expectMessage("已记入购物表！");
+        buy->click("Command2");
+    }
+    void put(int row, const QString& quantity) {
+        choose(row);
+        type(10, quantity);
+        confirm();
+    }
+    QString left(int row) { return buy->cell("DataGrid1", row, "数量"); }
+    QString basket() {
+        return books.stored("SELECT 产品编号, 数量, 折扣, 实付 FROM buyList2 ORDER BY rowid");
+    }
+    std::unique_ptr<Driver> buy;
+};
+
+TEST_F(Purchase, OpensOnTheCustomerWithTheMainWindowHidden) {
+    open();
+    EXPECT_FALSE(main->isVisible());
+    EXPECT_EQ(buy->text("Label6"), u"红木行");
+    EXPECT_EQ(buy->text("Label8"), u"王平");
+    EXPECT_EQ(buy->text("Text1"), u"1/3");
+    for (const char* total : {"Label9", "Label11", "Label12", "Label13", "Label14", "Label15"})
+        EXPECT_EQ(buy->text(total), u"0") << total;
+    EXPECT_FALSE(buy->find<QWidget>("Frame3")->isVisible());
+    EXPECT_EQ(line(0), u"");
+    buy->click("Command4");
+    EXPECT_EQ(window("buyFm1"), nullptr);
+    EXPECT_TRUE(main->isVisible());
+}
+
+TEST_F(Purchase, TheColumnsThatHideTheCost) {
+    open();
+    auto* grid = buy->find<DataGrid>("DataGrid1");
+    for (int i = 0; i < grid->model()->columnCount(); ++i) {
+        const QString name = grid->model()->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString();
+        EXPECT_EQ(grid->isColumnHidden(i), name == u"流水号" || name == u"成本") << name.toStdString();
+    }
+}
+
+TEST_F(Purchase, TakingUpAProductFillsTheLineAndFocusesTheQuantity) {
+    books.addLine("1", "7", "p2", "2003-01-01", 4, 1, 1);
+    open();
+    choose(1);
+    EXPECT_EQ(line(0), u"1001");
+    EXPECT_EQ(line(1), u"7");
+    EXPECT_EQ(line(2), u"p2");
+    EXPECT_EQ(line(3), u"2004-11-21");
+    EXPECT_EQ(line(8), u"30");
+    EXPECT_EQ(line(10), u"0");
+    EXPECT_EQ(line(12), u"90");
+    EXPECT_EQ(buy->text("Text8"), u"4");
+    EXPECT_EQ(window("buyFm1")->focusWidget()->objectName(), u"Text4(10)");
+    type(10, "2");
+    EXPECT_EQ(line(11), u"60");
+    EXPECT_EQ(line(13), u"54");
+    EXPECT_EQ(left(1), u"1") << "shown, not stored";
+    EXPECT_EQ(books.stored("SELECT 数量 FROM productTable WHERE 产品编号 = 'p2'"), u"3.0");
+}
+
+TEST_F(Purchase, MovingByTheButtonsTakesUpTheProduct) {
+    open();
+    buy->click("Command6(2)");
+    EXPECT_EQ(line(2), u"p2");
+    EXPECT_EQ(buy->text("Text1"), u"2/3");
+    prompts.expectMessage("该产品已售完！");
+    buy->click("Command6(3)");
+    EXPECT_EQ(line(2), u"p2") << "the line stays as it was";
+    EXPECT_EQ(buy->text("Text1"), u"3/3");
+}
+
+TEST_F(Purchase, ASoldOutProductIsRefusedEvenIfItIsInTheBasket) {
+    open();
+    put(1, "3");
+    books.execute("UPDATE productTable SET 数量 = 0 WHERE 产品编号 = 'p2'");
+    session().cn.forgetImage("productTable");
+    buy->click("Command10");
+    prompts.expectMessage("该产品已售完！");
+    choose(1);
+}
+
+TEST_F(Purchase, MoreThanTheStockIsRefusedAndTheQuantityGoesToZero) {
+    open();
+    choose(1);
+    prompts.expectMessage("超出库存数，现有库存数3", "库存提示");
+    type(10, "4");
+    EXPECT_EQ(line(10), u"0");
+    EXPECT_EQ(line(11), u"0");
+    EXPECT_EQ(left(1), u"3");
+    type(10, "3");
+    EXPECT_EQ(line(11), u"90");
+    EXPECT_EQ(left(1), u"0");
+}
+
+TEST_F(Purchase, AbsurdQuantitiesMeetTheStockMessage) {
+    open();
+    choose(0);
+    for (const char* text : {"1e308", "1e999", "10.01"}) {
+        prompts.expectMessage("超出库存数，现有库存数10", "库存提示");
+        buy->find<QLineEdit>("Text4(10)")->setText(text);
+        EXPECT_EQ(line(10), u"0");
+    }
+    type(10, "-3");
+    EXPECT_EQ(line(11), u"-15");
+    EXPECT_EQ(left(0), u"13");
+}
+
+TEST_F(Purchase, AProductWithoutStockLeftSaysSo) {
+    open();
+    choose(0);
+    books.execute("UPDATE productTable SET 数量 = 0");
+    session().cn.forgetImage("productTable");
+    prompts.expectMessage("该产品已无库存！");
+    type(10, "1");
+}
+
+TEST_F(Purchase, LettersInTheQuantityAreRefusedAtConfirmation) {
+    open();
+    choose(0);
+    type(10, "abc");
+    prompts.expectMessage("请输入数量！");
+    buy->click("Command2");
+    type(10, "");
+    prompts.expectMessage("请输入数量！");
+    buy->click("Command2");
+    EXPECT_EQ(basket(), u"");
+}
+
+TEST_F(Purchase, ConfirmWithoutAProductAndWithEmptyBoxes) {
+    open();
+    prompts.expectMessage("请选择产品！");
+    buy->click("Command2");
+    choose(0);
+    type(4, "");
+    prompts.expectMessage("请输入品名！");
+    buy->click("Command2");
+    type(4, "纸");
+    type(3, "2004-2-30");
+    prompts.expectMessage("日期格式错误！");
+    buy->click("Command2");
+}
+
+TEST_F(Purchase, ALineThatAColumnRefusesIsDroppedAndTheReasonShown) {
+    open();
+    choose(0);
+    type(10, "1");
+    type(3, "2004-1-5 8:30");
+    buy->click("Command2");
+    EXPECT_EQ(basket(), u"");
+    EXPECT_FALSE(buy->text("lineHint").isEmpty());
+    EXPECT_EQ(line(10), u"1") << "nothing the user typed is lost";
+    type(3, "2004-1-5");
+    confirm();
+    EXPECT_EQ(basket(), u"p1|1.0|100|5.0");
+}
+
+TEST_F(Purchase, ConfirmStoresTheLineShowsTheTotalsAndEmptiesTheBoxes) {
+    open();
+    put(0, "4");
+    EXPECT_EQ(basket(), u"p1|4.0|100|20.0");
+    EXPECT_EQ(line(2), u"");
+    EXPECT_EQ(left(0), u"6") << "the figure stays after confirmation";
+    put(1, "2");
+    EXPECT_EQ(buy->text("Label12"), u"6");
+    EXPECT_EQ(buy->text("Label14"), u"74");
+    prompts.expectMessage("请选择产品！");
+    buy->click("Command2");
+}
+
+TEST_F(Purchase, TheAccumulatedBoxAddsTheWholeBasketsQuantity) {
+    books.addLine("1", "7", "p2", "2003-01-01", 4, 1, 1);
+    open();
+    put(0, "5");
+    choose(1);
+    type(10, "2");
+    confirm();
+    EXPECT_EQ(buy->text("Text8"), u"11") << "4 bought before, and 5 + 2 in the basket whatever the product";
+}
+
+TEST_F(Purchase, ConfirmWithoutAChangeSaysItAndWritesNothing) {
+    open();
+    choose(0);
+    confirm();
+    EXPECT_EQ(basket(), u"");
+    EXPECT_EQ(line(2), u"");
+}
+
+TEST_F(Purchase, AQuantityOfZeroMakesALineWithoutAmounts) {
+    open();
+    choose(0);
+    type(10, "5");
+    type(10, "0");
+    confirm();
+    EXPECT_EQ(basket(), u"p1|0.0|100|0.0");
+}
+
+TEST_F(Purchase, AProductInTheBasketIsShownAndChanged) {
+    open();
+    put(0, "4");
+    prompts.expectMessage("已选购该产品！");
+    choose(0);
+    EXPECT_EQ(line(10), u"4");
+    type(10, "6");
+    confirm();
+    EXPECT_EQ(basket(), u"p1|6.0|100|30.0");
+}
+
+TEST_F(Purchase, DiscountBoxPutsA100ThatTheNextDigitReplaces) {
+    open();
+    choose(0);
+    type(10, "2");
+    auto* discount = buy->find<QLineEdit>("Text4(12)");
+    type(12, "");
+    EXPECT_EQ(discount->text(), u"100");
+    EXPECT_EQ(discount->selectedText(), u"100");
+    QTest::keyClick(discount, Qt::Key_8);
+    EXPECT_EQ(discount->text(), u"8");
+    QTest::keyClick(discount, Qt::Key_5);
+    EXPECT_EQ(line(13), u"8.5");
+    QTest::keyClick(discount, Qt::Key_0);
+    EXPECT_EQ(discount->text(), u"100") << "850 is above 100";
+    type(12, "0");
+    EXPECT_EQ(line(12), u"100");
+    type(12, "87.5");
+    EXPECT_EQ(line(13), u"8.75");
+}
+
+TEST_F(Purchase, TheSmallButtonsStepByOneAndNeverBelowZero) {
+    open();
+    choose(0);
+    buy->click("UpDown1(0)");
+    buy->click("UpDown1(0)");
+    EXPECT_EQ(line(10), u"2");
+    EXPECT_EQ(line(13), u"10");
+    buy->click("UpDown1(1)");
+    buy->click("UpDown1(1)");
+    buy->click("UpDown1(1)");
+    EXPECT_EQ(line(10), u"0");
+    type(12, "2");
+    buy->click("UpDown2(1)");
+    EXPECT_EQ(line(12), u"1");
+    buy->click("UpDown2(1)");
+    EXPECT_EQ(line(12), u"100") << "0 counts as full price";
+    buy->click("UpDown2(0)");
+    EXPECT_EQ(line(12), u"100");
+}
+
+TEST_F(Purchase, CancelEmptiesTheLineLeavesMode2AndGivesTheStockFigureBack) {
+    open();
+    choose(0);
+    type(10, "4");
+    EXPECT_EQ(left(0), u"6");
+    buy->click("Command13");
+    EXPECT_EQ(left(0), u"10");
+    EXPECT_EQ(line(2), u"");
+    prompts.expectMessage("请输入订单号！");
+    buy->click("Command2");
+}
+
+TEST_F(Purchase, AnotherProductGivesTheUnconfirmedLineUp) {
+    open();
+    choose(0);
+    type(10, "4");
+    choose(1);
+    EXPECT_EQ(left(0), u"10");
+}
+
+TEST_F(Purchase, SearchAndShowAll) {
+    open();
+    buy->type("Text3", "硒");
+    buy->click("Command5");
+    EXPECT_EQ(buy->rows("DataGrid1"), 1);
+    EXPECT_EQ(line(2), u"p2") << "a search takes its first product up";
+    buy->click("Command10");
+    EXPECT_EQ(buy->rows("DataGrid1"), 3);
+    EXPECT_EQ(buy->text("Text1"), u"1/3");
+    for (const char* text : {"'", "a%b", "x' Or '1"}) {
+        buy->type("Text3", text);
+        buy->click("Command5");
+    }
+    buy->type("Text3", "p1");
+    buy->click("Command5");
+    EXPECT_EQ(buy->rows("DataGrid1"), 1) << "the number is compared, and found inside the texts";
+}
+
+TEST_F(Purchase, BrowsingShowsTheBasketWithDateNumberAndTotals) {
+    open();
+    put(0, "4");
+    buy->click("Command9");
+    EXPECT_TRUE(buy->find<QWidget>("Frame3")->isVisible());
+    EXPECT_EQ(buy->text("Label9"), u"4");
+    EXPECT_EQ(buy->text("Label11"), u"20");
+    EXPECT_EQ(buy->text("Label17"), u"2004-11-21");
+    EXPECT_EQ(buy->text("Label19"), u"1001");
+    EXPECT_EQ(buy->text("Text2"), u"1/1");
+    buy->click("Command11");
+    EXPECT_FALSE(buy->find<QWidget>("Frame3")->isVisible());
+    EXPECT_EQ(line(2), u"p1") << "the current basket row stands in the line boxes";
+}
+
+TEST_F(Purchase, ARowChosenInTheBasketIsEditedInTheLine) {
+    open();
+    put(0, "4");
+    put(1, "1");
+    buy->click("Command9");
+    buy->click("Command3(0)");
+    EXPECT_EQ(buy->text("Text2"), u"1/2");
+    buy->clickCell("DataGrid2", 1, "品名");
+    EXPECT_EQ(line(2), u"p2");
+    buy->clickCell("DataGrid2", 0, "品名");
+    buy->click("Command11");
+    type(10, "1");
+    confirm();
+    EXPECT_EQ(basket(), u"p1|1.0|100|5.0;p2|1.0|90|27.0");
+}
+
+TEST_F(Purchase, AnEditInTheBasketGridIsPendingUntilSaved) {
+    open();
+    put(1, "2");
+    buy->click("Command9");
+    buy->editCell("DataGrid2", 0, "数量", "3");
+    EXPECT_EQ(buy->cell("DataGrid2", 0, "实付"), u"81");
+    EXPECT_EQ(books.stored("SELECT 数量 FROM buyList2"), u"2.0");
+    buy->click("Command12");
+    EXPECT_EQ(basket(), u"p2|3.0|90|81.0");
+    EXPECT_EQ(buy->text("Label9"), u"3");
+    EXPECT_EQ(buy->text("Label13"), u"3");
+    EXPECT_EQ(buy->text("Label15"), u"81");
+}
+
+TEST_F(Purchase, AnEditBeyondStoredPlusAvailableIsPutBack) {
+    open();
+    put(1, "2");
+    buy->click("Command9");
+    buy->editCell("DataGrid2", 0, "数量", "5");
+    EXPECT_EQ(buy->cell("DataGrid2", 0, "数量"), u"5") << "3 in stock and 2 of the row itself";
+    prompts.expectMessage("该产品订购数量超出现有库存数，现订购数量为现有库存数！");
+    buy->editCell("DataGrid2", 0, "数量", "6");
+    EXPECT_EQ(buy->cell("DataGrid2", 0, "数量"), u"2");
+    EXPECT_EQ(buy->cell("DataGrid2", 0, "合计"), u"60");
+}
+
+TEST_F(Purchase, AnEditThatItsColumnRefusesKeepsTheOldValue) {
+    open();
+    put(1, "2");
+    buy->click("Command9");
+    buy->editCell("DataGrid2", 0, "数量", "abc");
+    EXPECT_EQ(buy->cell("DataGrid2", 0, "数量"), u"2");
+    buy->editCell("DataGrid2", 0, "日期", "2004-2-30");
+    EXPECT_EQ(buy->cell("DataGrid2", 0, "日期"), u"2004-11-21");
+}
+
+TEST_F(Purchase, DeleteARowAndClear) {
+    open();
+    put(0, "4");
+    put(1, "1");
+    buy->click("Command9");
+    prompts.expectConfirm("确认要删除该记录吗？", false);
+    buy->click("Command7");
+    EXPECT_EQ(buy->rows("DataGrid2"), 2);
+    prompts.expectConfirm("确认要删除该记录吗？", true);
+    buy->click("Command7");
+    EXPECT_EQ(basket(), u"p1|4.0|100|20.0");
+    EXPECT_EQ(buy->text("Label9"), u"4");
+    EXPECT_EQ(left(1), u"3") << "the deleted row's figure goes";
+    EXPECT_EQ(left(0), u"6");
+    buy->click("Command8");
+    EXPECT_EQ(basket(), u"");
+    EXPECT_EQ(buy->text("Label9"), u"0");
+    EXPECT_EQ(left(0), u"10");
+    buy->click("Command7");
+}
+
+TEST_F(Purchase, TheRoadOfOneSaleThroughTheWindow) {
+    open();
+    put(0, "4");
+    choose(1);
+    type(10, "2");
+    type(12, "90");
+    confirm();
+    prompts.expectConfirm("购买总数量： 6\n总金额：74\n确认结算吗？", false);
+    buy->click("Command1");
+    EXPECT_EQ(books.stored("SELECT count(*) FROM buyList"), u"0");
+    prompts.expectConfirm("购买总数量： 6\n总金额：74\n确认结算吗？", true);
+    buy->click("Command1");
+    EXPECT_EQ(books.stored("SELECT 订单号, 客户编号, 产品编号, 日期, 单价, 数量, 合计, 折扣, 实付, 成本, "
+                           "差额利润 FROM buyList ORDER BY rowid"),
+              u"1001|7|p1|2004-11-21|5.0|4.0|20.0|100|20.0|2.0|12.0;1001|7|p2|2004-11-21|30.0|2.0|60.0|90|54."
+              u"0|20.0|14.0");
+    EXPECT_EQ(books.stored("SELECT 产品编号, 数量 FROM productTable ORDER BY rowid"),
+              u"p1|6.0;p2|1.0;p3|0.0");
+    EXPECT_EQ(books.stored("SELECT 消费合计, 差额利润, 购买数, 差额利润率 FROM clientTable"),
+              u"74.0|26.0|6.0|35.13%");
+    EXPECT_EQ(books.stored("SELECT * FROM counterCode"), u"1001.0|1002.0|1001.0");
+    EXPECT_EQ(basket(), u"");
+    EXPECT_EQ(left(0), u"6");
+    EXPECT_EQ(buy->text("Text1"), u"2/3");
+    EXPECT_EQ(session().buyList->Filter(), u"客户编号 = '7'") << "the filter on the buyer stays";
+    EXPECT_EQ(buy->text("Label12") + buy->text("Label15") + buy->text("Text8"), u"00");
+    choose(0);
+    EXPECT_EQ(line(0), u"1002") << "the next order number";
+    buy->click("Command13");
+    buy->click("Command4");
+    EXPECT_EQ(drive->text("Text3(13)"), u"74");
+    EXPECT_EQ(drive->text("Text3(14)"), u"6");
+}
+
+TEST_F(Purchase, SettlingAnEmptyBasketDoesNothing) {
+    open();
+    buy->click("Command1");
+}
+
+TEST_F(Purchase, TheWayOutAsksWhileTheBasketIsFull) {
+    open();
+    put(0, "1");
+    prompts.expectAsk("选购的产品还没有结帐，结帐吗？", true);
+    prompts.expectConfirm("购买总数量： 1\n总金额：5\n确认结算吗？", true);
+    buy->click("Command4");
+    ASSERT_NE(window("buyFm1"), nullptr) << "settling does not close";
+    EXPECT_EQ(books.stored("SELECT count(*) FROM buyList"), u"1");
+    put(0, "1");
+    prompts.expectAsk("选购的产品还没有结帐，结帐吗？", false);
+    window("buyFm1")->close();
+    EXPECT_EQ(window("buyFm1"), nullptr);
+    EXPECT_TRUE(main->isVisible());
+    EXPECT_EQ(books.stored("SELECT count(*) FROM buyList"), u"1");
+}
+
+TEST_F(Purchase, UnsavedChangesOfTheRegisterOutliveThePurchase) {
+    start();
+    drive->type("Text3(4)", "新传真");
+    drive->click("Command7");
+    buy = std::make_unique<Driver>(*window("buyFm1"));
+    put(0, "2");
+    prompts.expectConfirm("购买总数量： 2\n总金额：10\n确认结算吗？", true);
+    buy->click("Command1");
+    buy->click("Command4");
+    EXPECT_EQ(drive->text("Text3(4)"), u"新传真");
+    EXPECT_EQ(drive->text("Text3(13)"), u"10");
+    EXPECT_EQ(drive->text("Text1"), u"1/1");
+}
+
+TEST_F(Purchase, OpensAfterItsBasketTableWasDropped) {
+    start();
+    runStatement(session().cn, "Drop Table buyList2");
+    session().saleShowSource = 9;
+    drive->click("Command7");
+    buy = std::make_unique<Driver>(*window("buyFm1"));
+    put(0, "1");
+    EXPECT_EQ(basket(), u"p1|1.0|100|5.0");
+    EXPECT_EQ(session().saleShowSource, 2);
+    prompts.expectAsk("选购的产品还没有结帐，结帐吗？", false);
+    buy->click("Command4");
+}
+
+TEST_F(Purchase, AShopWithoutProductsOpensAndTakesNothingUp) {
+    books.execute("DELETE FROM productTable");
+    open();
+    EXPECT_EQ(buy->text("Text1"), u"0/0");
+    buy->click("Command6(2)");
+    buy->click("Command1");
+    prompts.expectMessage("请选择产品！");
+    buy->click("Command2");
+}
+
+} // namespace
