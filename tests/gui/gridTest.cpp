@@ -1,0 +1,128 @@
+#include "controls/dataGrid.h"
+#include "controls/moveButtons.h"
+#include "support/scriptedPrompts.h"
+#include "support/testBooks.h"
+
+#include <QAbstractItemModelTester>
+#include <QFile>
+#include <QHeaderView>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class Grid : public testing::Test {
+protected:
+    Grid() {
+        for (const char* number : {"3", "1", "2"})
+            books.addClient(number, QStringLiteral("单,\"位\"%1").arg(QLatin1String(number)));
+        books.session().open_rs();
+        clients = books.session().clientTable;
+    }
+    ~Grid() override { grid.unbind(); }
+    QString firstColumn() const {
+        QStringList texts;
+        for (int i = 0; i < grid.model()->rowCount(); ++i)
+            texts << grid.model()->index(i, 1).data().toString();
+        return texts.join(u',');
+    }
+    TestBooks books;
+    ScriptedPrompts prompts;
+    RecordsetPtr clients;
+    DataGrid grid{prompts};
+};
+
+TEST_F(Grid, FollowsRowsFilterSortAndPositionOfItsCursor) {
+    QAbstractItemModelTester tester(grid.model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    grid.bind(clients);
+    EXPECT_EQ(firstColumn(), u"3,1,2");
+    clients->setSort("客户编号");
+    EXPECT_EQ(firstColumn(), u"1,2,3");
+    clients->MoveLast();
+    EXPECT_EQ(grid.currentIndex().row(), 2);
+    clients->AddNew();
+    clients->Fields("客户编号").setValue(QStringLiteral("9"));
+    EXPECT_EQ(firstColumn(), u"1,2,3,9");
+    clients->Update();
+    clients->Delete();
+    EXPECT_EQ(firstColumn(), u"1,2,3");
+    clients->setFilter("客户编号 = '2'");
+    EXPECT_EQ(firstColumn(), u"2");
+    clients->setFilter("客户编号 = 'x'");
+    EXPECT_EQ(grid.model()->rowCount(), 0);
+    EXPECT_FALSE(grid.currentIndex().isValid());
+    clients->clearFilter();
+    runStatement(books.session().cn, "Delete * From clientTable");
+    EXPECT_EQ(grid.model()->rowCount(), 0);
+}
+
+TEST_F(Grid, SeesWhatAnotherCursorUpdatesAndDeletes) {
+    QAbstractItemModelTester tester(grid.model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    grid.bind(clients);
+    RecordsetPtr other;
+    reopen(other, books.session().cn, "Select * From clientTable");
+    other->Fields("客户编号").setValue(QStringLiteral("30"));
+    EXPECT_EQ(firstColumn(), u"3,1,2");
+    other->Update();
+    EXPECT_EQ(firstColumn(), u"30,1,2");
+    other->MoveNext();
+    other->Delete();
+    EXPECT_EQ(firstColumn(), u"30,2");
+}
+
+TEST_F(Grid, RowHandlerRunsOnceForAWalk) {
+    int calls = 0;
+    grid.bind(clients);
+    grid.setRowHandler([&] { ++calls; });
+    {
+        QuietWalk walk(clients);
+        clients->MoveLast();
+        clients->MoveFirst();
+        clients->MoveNext();
+    }
+    EXPECT_EQ(calls, 1);
+    moveInRecordset(clients, 3);
+    EXPECT_EQ(calls, 2);
+    moveInRecordset(clients, 2);
+    EXPECT_EQ(calls, 2) << "the last row stays";
+}
+
+TEST_F(Grid, ExportsTheShownColumnsAsCsv) {
+    grid.bind(clients, {"流水号"});
+    for (int i = 2; i < grid.model()->columnCount(); ++i)
+        grid.setColumnHidden(i, clients->fieldInfo(i).name != u"单位名称");
+    QTemporaryDir folder;
+    ASSERT_TRUE(grid.exportCsv(folder.filePath("a.csv")));
+    QFile file(folder.filePath("a.csv"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    EXPECT_TRUE(bytes.startsWith("\xEF\xBB\xBF")) << "spreadsheets know UTF-8 by its mark";
+    EXPECT_EQ(
+        QString::fromUtf8(bytes),
+        u"客户编号,单位名称\r\n3,\"单,\"\"位\"\"3\"\r\n1,\"单,\"\"位\"\"1\"\r\n2,\"单,\"\"位\"\"2\"\r\n");
+    EXPECT_FALSE(grid.exportCsv("/nowhere/at/all.csv"));
+}
+
+TEST_F(Grid, SelectedRowsAreCopiedPartedByTabs) {
+    grid.bind(clients, {"流水号"});
+    for (int i = 2; i < grid.model()->columnCount(); ++i)
+        grid.setColumnHidden(i, true);
+    grid.selectRow(1);
+    EXPECT_EQ(grid.selectedText(), u"1");
+}
+
+TEST_F(Grid, NumbersStandRightDatesInTheMiddleTextsLeft) {
+    books.addProduct("p", "纸", 1, 1, 1);
+    books.session().cn.forgetImage("productTable");
+    books.session().open_rs();
+    grid.bind(books.session().productTable);
+    const auto alignment = [&](const char* field) {
+        const int column = books.session().productTable->fieldIndex(QString::fromUtf8(field));
+        return Qt::Alignment(grid.model()->index(0, column).data(Qt::TextAlignmentRole).toInt());
+    };
+    EXPECT_TRUE(alignment("数量") & Qt::AlignRight);
+    EXPECT_EQ(alignment("日期"), Qt::AlignCenter);
+    EXPECT_TRUE(alignment("品名") & Qt::AlignLeft);
+}
+
+} // namespace
