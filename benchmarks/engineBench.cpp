@@ -1,59 +1,14 @@
 #include "engineBench.h"
 
 #include "data/recount.h"
+#include "plainSqlite.h"
 #include "recordset/recordset.h"
 #include "recordset/tableImage.h"
 
 #include <QFile>
 #include <QFileInfo>
 
-#include <sqlite3.h>
-
 namespace {
-
-/// A plain handle of the storage engine, as someone without this program's engine would use it.
-class Plain {
-public:
-    explicit Plain(const QString& path) {
-        sqlite3_open_v2(path.toUtf8().constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
-                        nullptr);
-    }
-    ~Plain() { sqlite3_close(m_db); }
-    Plain(const Plain&) = delete;
-    Plain& operator=(const Plain&) = delete;
-
-    void exec(const char* sql) { sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr); }
-    sqlite3* handle() { return m_db; }
-
-    /// Steps through all rows and reads every column by its type.
-    qint64 readAll(const char* sql) {
-        sqlite3_stmt* statement = nullptr;
-        sqlite3_prepare_v2(m_db, sql, -1, &statement, nullptr);
-        const int columns = sqlite3_column_count(statement);
-        qint64 sum = 0;
-        while (sqlite3_step(statement) == SQLITE_ROW)
-            for (int i = 0; i < columns; ++i)
-                sum += readCell(statement, i);
-        sqlite3_finalize(statement);
-        return sum;
-    }
-
-private:
-    static qint64 readCell(sqlite3_stmt* statement, int column) {
-        switch (sqlite3_column_type(statement, column)) {
-        case SQLITE_TEXT:
-            return sqlite3_column_text(statement, column)[0] + sqlite3_column_bytes(statement, column);
-        case SQLITE_FLOAT:
-            return sqlite3_column_double(statement, column) > 0;
-        case SQLITE_INTEGER:
-            return sqlite3_column_int64(statement, column);
-        default:
-            return 0;
-        }
-    }
-
-    sqlite3* m_db = nullptr;
-};
 
 RecordsetPtr openLines(Connection& connection) {
     RecordsetPtr lines;
@@ -71,8 +26,8 @@ void benchOpen(BenchReport& report, const QString& path) {
             connection->image(QStringLiteral("buyList"))->loadAllColumns();
         }));
         again.push_back(milliseconds([&] { openLines(*connection); }));
-        Plain plain(path);
-        reference.push_back(milliseconds([&] { plain.readAll("SELECT * FROM buyList"); }));
+        PlainSqlite plain(path);
+        reference.push_back(milliseconds([&] { plain.readAll(QStringLiteral("SELECT * FROM buyList")); }));
     }
     report.add({QStringLiteral("first open of buyList, every column read"), median(first), median(reference),
                 QStringLiteral("ms"), 0.9});
@@ -84,7 +39,6 @@ void benchOpen(BenchReport& report, const QString& path) {
 qint64 fileOfLinesAlone(const QString& path, const QString& folder) {
     const QString alone = folder + QStringLiteral("/lines.mdb");
     QFile::remove(alone);
-    Plain plain(alone);
     sqlite3* db = nullptr;
     sqlite3_open(alone.toUtf8().constData(), &db);
     const QString sql =
@@ -117,9 +71,9 @@ void benchMemory(BenchReport& report, const QString& path, const QString& folder
 }
 
 void benchFilters(BenchReport& report, const QString& path) {
-    Plain plain(path);
-    plain.readAll("SELECT * FROM buyList");
-    const char* const equal = "SELECT rowid FROM buyList WHERE 客户编号 = '1500'";
+    PlainSqlite plain(path);
+    plain.readAll(QStringLiteral("SELECT * FROM buyList"));
+    const QString equal = QStringLiteral("SELECT rowid FROM buyList WHERE 客户编号 = '1500'");
     std::vector<double> first, again, reference;
     for (int i = 0; i < 5; ++i) {
         Connection connection(path);
@@ -144,7 +98,7 @@ void benchFilters(BenchReport& report, const QString& path) {
     alternate(
         report, QStringLiteral("Filter 品名 Like '%纸%'"), 0.2,
         [&] { lines->setFilter(QStringLiteral("品名 Like '%纸%'")); },
-        [&] { plain.readAll("SELECT rowid FROM buyList WHERE 品名 LIKE '%纸%'"); });
+        [&] { plain.readAll(QStringLiteral("SELECT rowid FROM buyList WHERE 品名 LIKE '%纸%'")); });
     lines->clearFilter();
     const std::pair<const char*, double> sorts[] = {{"日期", 0.1}, {"品名", 0.1}, {"订单号", 0.4}};
     for (const auto& [field, wanted] : sorts) {
@@ -155,8 +109,9 @@ void benchFilters(BenchReport& report, const QString& path) {
             const RecordsetPtr rs = openLines(fresh);
             fresh.image(QStringLiteral("buyList"))->loadAllColumns();
             ours.push_back(milliseconds([&, name = field] { rs->setSort(QString::fromUtf8(name)); }));
-            const QByteArray sql = QByteArray("SELECT rowid FROM buyList ORDER BY ") + field;
-            theirs.push_back(milliseconds([&] { plain.readAll(sql.constData()); }));
+            const QString sql =
+                QStringLiteral("SELECT rowid FROM buyList ORDER BY %1").arg(QString::fromUtf8(field));
+            theirs.push_back(milliseconds([&] { plain.readAll(sql); }));
         }
         report.add({QStringLiteral("Sort %1").arg(QString::fromUtf8(field)), median(ours), median(theirs),
                     QStringLiteral("ms"), wanted});
@@ -170,13 +125,13 @@ void benchRecount(BenchReport& report, const QString& path) {
     const RecordsetPtr lines = openLines(connection);
     client_totals_recount(connection, clients, lines);
     const int before = connection.commits();
-    Plain plain(path);
+    PlainSqlite plain(path);
     alternate(
         report, QStringLiteral("client_totals_recount, nothing to change"), 0.1,
         [&] { client_totals_recount(connection, clients, lines); },
         [&] {
-            plain.readAll(
-                "SELECT 客户编号, sum(实付), sum(差额利润), sum(数量) FROM buyList GROUP BY 客户编号");
+            plain.readAll(QStringLiteral(
+                "SELECT 客户编号, sum(实付), sum(差额利润), sum(数量) FROM buyList GROUP BY 客户编号"));
         });
     report.note(QStringLiteral("commits by those recounts: %1").arg(connection.commits() - before));
     if (connection.commits() != before)

@@ -46,6 +46,9 @@ public:
 
     QString periodDate1;
     QString periodDate2;
+    /// Amount and quantity of the order in hand, for the order report; its date is in periodDate1.
+    QString orderAmount;
+    QString orderQuantity;
     qint16 analysisKind = 0;
     QString analysisCaption;
     qint16 safetyStock = 2;

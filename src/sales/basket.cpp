@@ -62,7 +62,7 @@ LineAmounts lineAmounts(const QString& quantity, const QString& price, const QSt
     return amounts;
 }
 
-QStringList newLineTexts(Session& session) {
+QStringList Record_display3(Session& session) {
     const RecordsetPtr& products = session.productTable;
     QStringList texts(LineBox::Count, QString());
     texts[LineBox::Order] = counterText(session.nextOrderNum);
@@ -76,14 +76,14 @@ QStringList newLineTexts(Session& session) {
     return texts;
 }
 
-QStringList basketRowTexts(const RecordsetPtr& basket) {
+QStringList Record_display5(const RecordsetPtr& basket) {
     QStringList texts;
     for (const QString& column : lineColumns())
         texts << basket->Fields(column).text();
     return texts;
 }
 
-std::optional<QString> lineFault(const QStringList& boxes) {
+std::optional<QString> text4_check(const QStringList& boxes) {
     enum class Test { NotEmpty, Date, Numeric };
     static const struct {
         int box;
@@ -126,6 +126,11 @@ void writeRecord5(const RecordsetPtr& basket, const QStringList& boxes, double u
     basket->Fields(QStringLiteral("成本")).setValue(unitCost);
     basket->Fields(QStringLiteral("差额利润"))
         .setValue(checkedFinite(val(boxes[LineBox::Paid]) - unitCost * val(boxes[LineBox::Quantity])));
+}
+
+void reture_OriginalValue(const RecordsetPtr& basket) {
+    for (int field = 1; field < basket->fieldCount(); ++field)
+        basket->Fields(field).setValue(basket->Fields(field).OriginalValue());
 }
 
 RecordsetPtr openBasket(Session& session) {

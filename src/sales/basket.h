@@ -27,17 +27,20 @@ struct LineAmounts {
 LineAmounts lineAmounts(const QString& quantity, const QString& price, const QString& discount);
 
 /// Box texts of a new line for the current product: order number, customer, today, the product, amounts 0.
-QStringList newLineTexts(Session& session);
+QStringList Record_display3(Session& session);
 
 /// Box texts of the current basket row.
-QStringList basketRowTexts(const RecordsetPtr& basket);
+QStringList Record_display5(const RecordsetPtr& basket);
 
 /// The message of the first box that cannot stand, nothing if the line is good.
-std::optional<QString> lineFault(const QStringList& boxes);
+std::optional<QString> text4_check(const QStringList& boxes);
 
 /// Stores the boxes in the current basket row (not yet updated); texts cut to their columns. Throws
 /// RuntimeError where a column refuses its value, with part of the row assigned.
 void writeRecord5(const RecordsetPtr& basket, const QStringList& boxes, double unitCost);
+
+/// Puts every column of the current basket row back to what the table holds.
+void reture_OriginalValue(const RecordsetPtr& basket);
 
 /// Empties the basket table, made again if it is missing, and gives a cursor on it. A period copy that lay in
 /// it is gone, and with it the period.

@@ -188,12 +188,12 @@ void buyFm1::GataGrid1_show() {
     m_bought = product_Num3(m_session, m_session.currentClientNum, product);
     m_line->bought->setText(QString::number(m_bought));
     record_Clear3();
-    showLine(newLineTexts(m_session));
+    showLine(Record_display3(m_session));
     m_lineMode = NewLine;
     if (check_Repeat_ProductNum(m_basket, product)) {
         m_prompts.tell(QStringLiteral("已选购该产品！"));
         m_unitCost = m_basket->Fields(QStringLiteral("成本")).number();
-        showLine(basketRowTexts(m_basket));
+        showLine(Record_display5(m_basket));
         m_lineMode = BasketLine;
     }
     m_line->boxes->focus(LineBox::Quantity);
@@ -286,7 +286,7 @@ void buyFm1::dropAllLeft() {
 void buyFm1::confirmLine() {
     if (m_lineMode == NoProduct)
         return m_prompts.tell(QStringLiteral("请选择产品！"));
-    if (const auto fault = lineFault(m_line->boxes->texts()))
+    if (const auto fault = text4_check(m_line->boxes->texts()))
         return m_prompts.tell(*fault);
     if (m_lineChanged && !storeLine())
         return;
@@ -307,7 +307,7 @@ bool buyFm1::storeLine() {
     } catch (const RuntimeError& error) {
         m_basket->CancelUpdate();
         if (!fresh && m_basket->hasRows() && m_basket->currentRow())
-            showLine(basketRowTexts(m_basket));
+            showLine(Record_display5(m_basket));
         m_line->hint->setText(QStringLiteral("这一行没有记入：%1").arg(error.text()));
         return false;
     }
@@ -326,7 +326,7 @@ void buyFm1::chooseBasketRow() {
         return;
     m_lineMode = BasketLine;
     m_unitCost = m_basket->Fields(QStringLiteral("成本")).number();
-    showLine(basketRowTexts(m_basket));
+    showLine(Record_display5(m_basket));
     showBasketPosition();
 }
 
@@ -413,7 +413,7 @@ void buyFm1::hideBasket() {
     if (!m_basket->hasRows() || !m_basket->currentRow())
         return;
     m_unitCost = m_basket->Fields(QStringLiteral("成本")).number();
-    showLine(basketRowTexts(m_basket));
+    showLine(Record_display5(m_basket));
 }
 
 void buyFm1::settleBasket() {

@@ -33,20 +33,15 @@ void writeClientTotals(const RecordsetPtr& clients, const LineSums& sums, const 
     clients->Update();
 }
 
-void cost_profit_num_register(Session& session) {
-    const QuietWalk walk(session.clientTable);
-    WriteBatch batch(session.cn);
-    if (findClientOfLine(session))
-        writeSums(session.clientTable, sumsOfView(session.buyList));
-    batch.finish();
-}
-
-void cost_profit_num_purchase(Session& session) {
+void cost_profit_num(Session& session, KeptRate rate) {
     const QuietWalk walk(session.clientTable);
     WriteBatch batch(session.cn);
     if (findClientOfLine(session)) {
         const LineSums sums = sumsOfView(session.buyList);
-        writeClientTotals(session.clientTable, sums, rateText(float(marginRate(sums))));
+        if (rate == KeptRate::None)
+            writeSums(session.clientTable, sums);
+        else
+            writeClientTotals(session.clientTable, sums, rateText(float(marginRate(sums))));
     }
     batch.finish();
 }

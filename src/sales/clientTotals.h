@@ -7,9 +7,10 @@
 /// current row of a customer cursor, and updates it.
 void writeClientTotals(const RecordsetPtr& clients, const LineSums& sums, const QString& rate);
 
-/// The register's own recomputation: the three sums of the customer of the current line, over the lines that
-/// the shared cursor holds; no rate.
-void cost_profit_num_register(Session& session);
+/// What becomes of the rate where a view recomputes one customer: the register writes none, the purchase view
+/// holds it in single precision.
+enum class KeptRate { None, SinglePrecision };
 
-/// The purchase view's: the same with the rate, which is held in single precision.
-void cost_profit_num_purchase(Session& session);
+/// Rewrites the three sums of the customer of the current line, over the lines that the shared cursor holds,
+/// which the caller has reduced to his. The customers' filter is cleared, and they stand on him.
+void cost_profit_num(Session& session, KeptRate rate);

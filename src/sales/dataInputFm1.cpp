@@ -8,6 +8,7 @@
 #include "recordset/textNumber.h"
 #include "sales/clientRegister.h"
 
+#include <QAction>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -35,6 +36,15 @@ const QStringList& hiddenColumns() {
     static const QStringList columns{QStringLiteral("流水号"), QStringLiteral("差额利润"),
                                      QStringLiteral("差额利润率")};
     return columns;
+}
+
+/// Commands of the grid's context menu, and the window that each opens.
+const QList<std::pair<QString, QString>>& gridCommands() {
+    static const QList<std::pair<QString, QString>> commands{
+        {QStringLiteral("产品销售显示"), QStringLiteral("goodsSalesFm1")},
+        {QStringLiteral("打印客户资料"), QStringLiteral("timeDefineFm22")},
+        {QStringLiteral("打印订单明细"), QStringLiteral("showprint_rs22")}};
+    return commands;
 }
 
 } // namespace
@@ -73,6 +83,14 @@ QWidget* dataInputFm1::buildGridSide() {
     auto* inside = new QVBoxLayout(m_gridFrame);
     inside->addLayout(searchRow);
     inside->addWidget(m_grid);
+    for (const auto& [caption, window] : gridCommands()) {
+        auto* action = new QAction(caption, this);
+        connect(action, &QAction::triggered, this, [this, name = window, text = caption] {
+            if (!m_host.openWindow(name, ViewHost::MainWindow::Disabled))
+                m_host.tellNotYet(text);
+        });
+        m_grid->addContextAction(action);
+    }
     // The buttons stand outside the frame: while a customer is added they answer instead of being dead.
     m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), side);
     auto* column = new QVBoxLayout(side);

@@ -183,8 +183,8 @@ void productRegisterFm1::connectCommands() {
     connect(m_moves, &MoveButtons::pressed, this, &productRegisterFm1::move);
     connect(&m_flashTimer, &QTimer::timeout, this, &productRegisterFm1::flash);
     connect(m_boxes, &RecordBoxes::changed, this, [this](int index) {
-        m_changeMark = 2;
-        if (index == ProductBox::Quantity && m_editState == AddingProduct)
+        changeMark = 2;
+        if (index == ProductBox::Quantity && editState == AddingProduct)
             m_figures[1]->setText(trimBlanks(m_boxes->text(index)));
     });
     m_grid->setRowHandler([this] { rowChanged(); });
@@ -195,11 +195,11 @@ void productRegisterFm1::load() {
     m_search->clear();
     Label7_Clear();
     enterState(Browsing);
-    m_flashPhase = 1;
+    flashPhase = 1;
 }
 
 void productRegisterFm1::activate() {
-    m_displayMode = 1;
+    displayMode = 1;
     if (m_session.product_Bank->isOpen())
         m_session.product_Bank->clearFilter();
     m_session.productTable->clearFilter();
@@ -220,13 +220,13 @@ void productRegisterFm1::showPosition() {
 }
 
 void productRegisterFm1::showRow() {
-    if (m_session.productTable->hasRows() && m_displayMode != 2)
+    if (m_session.productTable->hasRows() && displayMode != 2)
         m_boxes->setTexts(displayRecord(m_session));
 }
 
 void productRegisterFm1::rowChanged() {
     const RecordsetPtr& products = m_session.productTable;
-    if (!products->isOpen() || m_editState != Browsing || m_displayMode == 2)
+    if (!products->isOpen() || editState != Browsing || displayMode == 2)
         return;
     if (!products->hasRows())
         return showPosition();
@@ -256,8 +256,8 @@ void productRegisterFm1::Label7_Clear() {
 }
 
 void productRegisterFm1::enterState(EditState state) {
-    m_editState = state;
-    m_changeMark = 1;
+    editState = state;
+    changeMark = 1;
     for (int box = ProductBox::Name; box < ProductBox::Count; ++box)
         m_boxes->box(box)->setToolTip(state == AddingProduct ? QStringLiteral("请输入新数据") : QString());
 }
@@ -275,7 +275,7 @@ void productRegisterFm1::return_A() {
 }
 
 bool productRegisterFm1::refuseWhile(EditState state, const QString& message) {
-    if (m_editState != state)
+    if (editState != state)
         return false;
     m_prompts.tell(message);
     return true;
@@ -313,7 +313,7 @@ void productRegisterFm1::showAll() {
 }
 
 void productRegisterFm1::addNextProduct() {
-    if (m_editState == AddingProduct) {
+    if (editState == AddingProduct) {
         bool written = false;
         if (!saveProduct(QStringLiteral("新产品登录失败！"), true, written))
             return;
@@ -363,7 +363,7 @@ bool productRegisterFm1::saveProduct(const QString& failure, bool yields, bool& 
 
 void productRegisterFm1::save() {
     bool written = false;
-    if (m_editState == AddingProduct && !saveProduct(QStringLiteral("登录新产品失败！"), false, written))
+    if (editState == AddingProduct && !saveProduct(QStringLiteral("登录新产品失败！"), false, written))
         return;
     if (written)
         m_figures[2]->setText(m_session.productTable->Fields(QStringLiteral("数量")).text());
@@ -399,7 +399,7 @@ void productRegisterFm1::deleteCurrent() {
 }
 
 void productRegisterFm1::addToStock() {
-    if (m_editState != Browsing || !m_session.product_Bank->isOpen() || !m_session.productTable->hasRows() ||
+    if (editState != Browsing || !m_session.product_Bank->isOpen() || !m_session.productTable->hasRows() ||
         !m_session.productTable->currentRow())
         return;
     m_stockFlag->show();
@@ -447,6 +447,6 @@ void productRegisterFm1::openView(int number) {
 }
 
 void productRegisterFm1::flash() {
-    setTextColour(m_productFlag, colourOfNumber(m_flashPhase == 1 ? kFlashLight : kFlashDark));
-    m_flashPhase = m_flashPhase == 1 ? 2 : 1;
+    setTextColour(m_productFlag, colourOfNumber(flashPhase == 1 ? kFlashLight : kFlashDark));
+    flashPhase = flashPhase == 1 ? 2 : 1;
 }

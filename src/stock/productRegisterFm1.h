@@ -78,8 +78,8 @@ private:
     std::map<int, QPushButton*> m_commands;
     QTimer m_flashTimer;
     QTimer m_steadyTimer; // declared for the stock flag and never firing: that flag shows steady
-    EditState m_editState = Browsing;
-    qint16 m_changeMark = 1;
-    qint16 m_flashPhase = 1;
-    qint16 m_displayMode = 1;
+    EditState editState = Browsing;
+    qint16 changeMark = 1;
+    qint16 flashPhase = 1;
+    qint16 displayMode = 1;
 };

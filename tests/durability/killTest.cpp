@@ -12,6 +12,9 @@
 
 namespace {
 
+/// The checks walk all lines for each product: a shop that grows for ever would only make them slow.
+constexpr int kKillsOfOneShop = 20;
+
 /// Kills of this run: 50, or as many as the environment asks for.
 int killCount() {
     const int asked = qEnvironmentVariableIntValue("SHOP_KILLS");
@@ -20,11 +23,16 @@ int killCount() {
 
 TEST(Durability, KilledAtRandomMomentsTheBooksHoldWholeActionsAndEveryAcknowledgedOne) {
     QTemporaryDir folder;
-    const QString path = folder.filePath("VelmorClientBank.mdb");
-    createDatabase(path);
     std::mt19937 random(7);
     Acknowledged acknowledged;
+    int orders = 0;
+    QString path;
     for (int kill = 0; kill < killCount(); ++kill) {
+        if (kill % kKillsOfOneShop == 0) {
+            path = folder.filePath(QStringLiteral("shop%1.mdb").arg(kill));
+            createDatabase(path);
+            orders += acknowledged.orders;
+        }
         QProcess child;
         child.start(QCoreApplication::applicationDirPath() + "/durability_worker",
                     {path, QString::number(kill)});
@@ -48,9 +56,9 @@ TEST(Durability, KilledAtRandomMomentsTheBooksHoldWholeActionsAndEveryAcknowledg
         const QStringList faults = faultsOfBooks(path, acknowledged);
         ASSERT_TRUE(faults.isEmpty()) << "kill " << kill << ": " << faults.join("; ").toStdString();
     }
-    EXPECT_GT(acknowledged.orders, killCount() / 2) << "the child hardly worked";
-    std::printf("%d kills, at the end %s (customers, products, stock-ins, orders)\n", killCount(),
-                qUtf8Printable(acknowledged.text()));
+    orders += acknowledged.orders;
+    EXPECT_GT(orders, killCount() / 2) << "the child hardly worked";
+    std::printf("%d kills, %d orders settled\n", killCount(), orders);
 }
 
 } // namespace

@@ -117,7 +117,7 @@ void ShopWorker::sell() {
     const int lines = 1 + int(*m_session.nextOrderNum) % 5;
     for (int i = 0; i < lines; ++i) {
         m_session.productTable->setAbsolutePosition(1 + below(m_session.productTable->RecordCount()));
-        QStringList boxes = newLineTexts(m_session);
+        QStringList boxes = Record_display3(m_session);
         boxes[LineBox::Quantity] = QStringLiteral("%1.75").arg(below(4));
         const LineAmounts amounts =
             lineAmounts(boxes[LineBox::Quantity], boxes[LineBox::Price], QStringLiteral("100"));

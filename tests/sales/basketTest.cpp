@@ -48,7 +48,7 @@ protected:
     void put(const QString& product, const QString& quantity, const QString& discount = {}) {
         session().productTable->MoveFirst();
         session().productTable->Find(keyCondition("产品编号", product));
-        QStringList boxes = newLineTexts(session());
+        QStringList boxes = Record_display3(session());
         boxes[LineBox::Quantity] = quantity;
         const LineAmounts amounts = lineAmounts(quantity, boxes[LineBox::Price],
                                                 discount.isEmpty() ? boxes[LineBox::Discount] : discount);
@@ -70,13 +70,13 @@ protected:
 
 TEST_F(Basket, ANewLineShowsOrderCustomerTodayTheProductAndZeros) {
     open();
-    EXPECT_EQ(newLineTexts(session()), (QStringList{"1001", "7", "p1", "2004-11-21", "打印纸", "产地p1",
-                                                    "规格p1", "厂家p1", "5", "个", "0", "0", "100", "0"}));
+    EXPECT_EQ(Record_display3(session()), (QStringList{"1001", "7", "p1", "2004-11-21", "打印纸", "产地p1",
+                                                       "规格p1", "厂家p1", "5", "个", "0", "0", "100", "0"}));
 }
 
 TEST_F(Basket, EveryBoxHasItsTestInOrder) {
     const QStringList good{"1", "7", "p", "2004-1-5", "n", "", "", "", "5", "", "1", "5", "", "5"};
-    EXPECT_EQ(lineFault(good), std::nullopt);
+    EXPECT_EQ(text4_check(good), std::nullopt);
     const std::pair<int, const char*> faults[] = {
         {0, "请输入订单号！"}, {1, "请输入客户编号！"}, {2, "请输入产品编号！"},
         {3, "日期格式错误！"}, {4, "请输入品名！"},     {8, "请输入单价！"},
@@ -84,20 +84,20 @@ TEST_F(Basket, EveryBoxHasItsTestInOrder) {
     for (const auto& [box, message] : faults) {
         QStringList boxes = good;
         boxes[box] = "  ";
-        EXPECT_EQ(lineFault(boxes), QString(message));
+        EXPECT_EQ(text4_check(boxes), QString(message));
     }
     QStringList boxes(14, QString());
-    EXPECT_EQ(lineFault(boxes), QString("请输入订单号！"));
+    EXPECT_EQ(text4_check(boxes), QString("请输入订单号！"));
     boxes = good;
     boxes[LineBox::Quantity] = "0";
-    EXPECT_EQ(lineFault(boxes), std::nullopt) << "a quantity of 0 is numeric";
+    EXPECT_EQ(text4_check(boxes), std::nullopt) << "a quantity of 0 is numeric";
     boxes[LineBox::Date] = "2004-2-30";
-    EXPECT_EQ(lineFault(boxes), QString("日期格式错误！"));
+    EXPECT_EQ(text4_check(boxes), QString("日期格式错误！"));
 }
 
 TEST_F(Basket, ALineStoresItsBoxesCutToTheColumns) {
     open();
-    QStringList boxes = newLineTexts(session());
+    QStringList boxes = Record_display3(session());
     boxes[LineBox::Quantity] = "2";
     boxes[LineBox::Paid] = "9";
     boxes[LineBox::Discount] = "90abc";
@@ -113,7 +113,7 @@ TEST_F(Basket, ALineStoresItsBoxesCutToTheColumns) {
 
 TEST_F(Basket, TheDateIsTheFirstTenCharactersAndMayThenBeNone) {
     open();
-    QStringList boxes = newLineTexts(session());
+    QStringList boxes = Record_display3(session());
     boxes[LineBox::Date] = "2004-11-21 8:30";
     basket->AddNew();
     writeRecord5(basket, boxes, 2);
@@ -194,6 +194,15 @@ TEST_F(Basket, AnEditOfALineWhoseProductIsGoneZeroesIt) {
                   basket->Fields("差额利润").text(),
               u"0000");
     EXPECT_EQ(session().productTable->Filter(), u"");
+}
+
+TEST_F(Basket, ARowIsPutBackToWhatTheTableHolds) {
+    open();
+    put("p1", "2");
+    basket->Fields("数量").setValue(9.0);
+    basket->Fields("品名").setValue(QStringLiteral("x"));
+    reture_OriginalValue(basket);
+    EXPECT_EQ(basket->Fields("数量").text() + basket->Fields("品名").text(), u"2打印纸");
 }
 
 TEST_F(Basket, SavingTheEditsRecomputesEveryRowFromItsOwnColumns) {

@@ -1,5 +1,6 @@
 #include "sales/clientRegister.h"
 
+#include "data/orderInHand.h"
 #include "sales/clientTotals.h"
 #include "support/errorOf.h"
 #include "support/testBooks.h"
@@ -199,12 +200,29 @@ TEST_F(ClientRegister, OrderTotalsComeFromTheLinesOrThePeriodCopy) {
     EXPECT_EQ(session().orderTotals->RecordCount(), 0);
 }
 
+TEST_F(ClientRegister, TheOrderInHandLeavesItsHeadForTheReport) {
+    books.addLine("1", "7", "p", "2004-11-21", 2, 5, 1);
+    books.addLine("1", "7", "q", "2004-11-21", 3, 6.5, 1);
+    books.addLine("2", "7", "q", "2004-11-22", 9, 9, 1);
+    session().open_rs();
+    setup_rs_total(session());
+    session().currentClientNum = "7";
+    session().currentOrderNum.clear(); // nothing chosen: order 1
+    Temp_Order_Form(session());
+    EXPECT_EQ(session().periodDate1 + "|" + session().orderAmount + "|" + session().orderQuantity,
+              u"2004-11-21|11.5|5");
+    EXPECT_EQ(session().buyList->RecordCount(), 2);
+    session().currentOrderNum = "x";
+    Temp_Order_Form(session());
+    EXPECT_EQ(session().orderAmount, u"");
+}
+
 TEST_F(ClientRegister, TheRegistersOwnRecomputationWritesNoRate) {
     books.addClient("7");
     books.addLine("1", "7", "p", "2004-11-21", 2, 30, 5);
     session().open_rs();
     session().clientTable->setFilter("客户编号 = 'none'");
-    cost_profit_num_register(session());
+    cost_profit_num(session(), KeptRate::None);
     EXPECT_EQ(books.stored("SELECT 消费合计, 差额利润, 购买数, 差额利润率 FROM clientTable"),
               u"30.0|20.0|2.0|0");
 }
@@ -214,7 +232,7 @@ TEST_F(ClientRegister, ThePurchasesRecomputationHoldsTheRateInSinglePrecision) {
     books.addLine("1", "7", "p", "2004-11-21", 1, 1e8, 1);
     books.execute("UPDATE buyList SET 差额利润 = 9999999.99");
     session().open_rs();
-    cost_profit_num_purchase(session());
+    cost_profit_num(session(), KeptRate::SinglePrecision);
     EXPECT_EQ(books.stored("SELECT 差额利润率 FROM clientTable"), u"10%")
         << "9.99999999 is 10 in single precision";
     books.session().buyList->setFilter("客户编号 = 'x'");

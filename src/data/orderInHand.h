@@ -1,0 +1,8 @@
+#pragma once
+
+#include "data/session.h"
+
+/// Filters the order totals and the lines to the order in hand of the customer in hand ("1" where no order is
+/// chosen), and leaves its date, amount and quantity in the session for the order report. Empty where the
+/// order is not there.
+void Temp_Order_Form(Session& session);
