@@ -50,11 +50,9 @@ private:
             classes[code] = pool().foldClass(code);
         m_sums.resize(classes.size());
         const auto orNull = [](double number) { return std::isnan(number) ? 0 : number; };
-        const int count = m_lines.RecordCount();
-        for (int i = 0; i < count; ++i) {
-            const RowId row = m_lines.rowAt(i);
+        m_lines.eachRow([&](RowId row) {
             m_sums[classes[codes[row]]].add(orNull(paid[row]), orNull(margin[row]), orNull(quantity[row]));
-        }
+        });
     }
 
     void addShown() {

@@ -186,12 +186,12 @@ std::vector<ColumnInfo> Connection::columns(const QString& table) {
     return columns;
 }
 
-std::shared_ptr<TableImage> Connection::image(const QString& table) {
+std::shared_ptr<TableImage> Connection::image(const QString& table, const QStringList& columns) {
     auto& image = m_images[table.toLower()];
     if (!image) {
         try {
-            image = std::make_shared<TableImage>(*this, table, columns(table));
-            image->loadRows();
+            image = std::make_shared<TableImage>(*this, table, this->columns(table));
+            image->loadRows(columns);
         } catch (...) {
             m_images.remove(table.toLower());
             throw;

@@ -41,7 +41,8 @@ public:
     /// The columns of a table in their order. Throws TableMissing.
     std::vector<ColumnInfo> columns(const QString& table);
     /// The image that all cursors on `table` share; made on the first call. Throws TableMissing.
-    std::shared_ptr<TableImage> image(const QString& table);
+    /// `columns` are read in the same scan as the rows where the image is new.
+    std::shared_ptr<TableImage> image(const QString& table, const QStringList& columns = {});
     /// The image if it stands already, else null.
     std::shared_ptr<TableImage> standingImage(const QString& table) const;
     /// Forgets the image of a table that is dropped.

@@ -97,8 +97,9 @@ QString selectText(const QString& table, const std::vector<ColumnInfo>& columns)
 
 using StatementHandle = std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)>;
 
+/// `expected`: how many rows to make room for.
 LoadedRows readRange(sqlite3* db, const QString& table, const std::vector<ColumnInfo>& columns,
-                     RowidRange range) {
+                     RowidRange range, qint64 expectedRows) {
     const QByteArray sql = selectText(table, columns).toUtf8();
     sqlite3_stmt* raw = nullptr;
     if (sqlite3_prepare_v2(db, sql.constData(), int(sql.size()), &raw, nullptr) != SQLITE_OK)
@@ -109,7 +110,7 @@ LoadedRows readRange(sqlite3* db, const QString& table, const std::vector<Column
 
     LoadedRows rows;
     rows.columns.resize(columns.size());
-    const auto expected = std::size_t(std::clamp<qint64>(range.span(), 0, kMostReserved));
+    const auto expected = std::size_t(std::clamp<qint64>(expectedRows, 0, kMostReserved));
     rows.rowids.reserve(expected);
     std::vector<CellReader> readers;
     for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -159,7 +160,8 @@ template <typename T> void append(std::vector<T>& to, const std::vector<T>& from
     to.insert(to.end(), from.begin(), from.end());
 }
 
-void appendColumn(ColumnStore& to, const ColumnStore& from) {
+/// Takes the cells over; `from` is given back, so that the halves never stand twice in memory.
+void appendColumn(ColumnStore& to, ColumnStore from) {
     std::vector<TextPool::Code> codes(from.pool.last() + 1, TextPool::Null);
     for (TextPool::Code code = 1; code <= from.pool.last(); ++code)
         codes[code] = to.pool.intern(from.pool.text(code));
@@ -179,16 +181,17 @@ LoadedRows loadRows(Connection& connection, const QString& table, const std::vec
     if (whole.span() >= kWorthTwoThreads && !connection.inTransaction())
         second = secondConnection(connection.path());
     if (!second)
-        return readRange(connection.handle(), table, columns, whole);
+        return readRange(connection.handle(), table, columns, whole, whole.span());
 
     const qint64 middle = whole.first + whole.span() / 2;
+    const RowidRange upperHalf{middle, whole.last};
     auto upper = std::async(std::launch::async, [&] {
-        return readRange(second.get(), table, columns, {middle, whole.last});
+        return readRange(second.get(), table, columns, upperHalf, upperHalf.span());
     });
-    LoadedRows rows = readRange(connection.handle(), table, columns, {whole.first, middle - 1});
-    const LoadedRows rest = upper.get();
+    LoadedRows rows = readRange(connection.handle(), table, columns, {whole.first, middle - 1}, whole.span());
+    LoadedRows rest = upper.get();
     append(rows.rowids, rest.rowids);
     for (std::size_t i = 0; i < columns.size(); ++i)
-        appendColumn(rows.columns[i], rest.columns[i]);
+        appendColumn(rows.columns[i], std::move(rest.columns[i]));
     return rows;
 }

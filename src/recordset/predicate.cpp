@@ -278,6 +278,14 @@ void Predicate::selectPrefix(Row prefix, std::vector<RowId>& rows) const {
             rows.push_back(row);
 }
 
+std::optional<std::vector<Row>> Predicate::indexedRows() const {
+    if (m_root->kind != Condition::Kind::Clause || !m_root->leaf.isEquality())
+        return std::nullopt;
+    std::vector<Row> rows;
+    m_image->collectEqual(m_root->leaf.column, m_root->leaf.codes, m_image->size(), rows);
+    return rows;
+}
+
 std::vector<RowId> Predicate::select(const Keyset& keyset, const PendingEdits& edits) const {
     std::vector<RowId> rows;
     selectPrefix(keyset.prefix, rows);

@@ -3,6 +3,8 @@
 #include "recordset/condition.h"
 #include "recordset/rowKeys.h"
 
+#include <optional>
+
 /// A condition compiled against an image: each distinct text is tested once, then codes are compared. It
 /// holds for the moment it was made in; rows changed afterwards want a new one.
 class Predicate {
@@ -16,6 +18,9 @@ public:
 
     /// Whether a row passes; pending values count.
     bool test(RowId row, const PendingEdits& edits) const;
+    /// Rows of the table that pass, ascending, where one test of a text for equality tells; nothing for any
+    /// other condition. Found by the column's index.
+    std::optional<std::vector<Row>> indexedRows() const;
     /// The rows of the keyset that pass, in base order.
     std::vector<RowId> select(const Keyset& keyset, const PendingEdits& edits) const;
 

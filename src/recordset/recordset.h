@@ -12,6 +12,7 @@
 #include <optional>
 #include <vector>
 
+class Predicate;
 class Recordset;
 using RecordsetPtr = std::shared_ptr<Recordset>;
 
@@ -144,6 +145,8 @@ public:
     /// Value of a field at a position of the view, from 0.
     CellValue valueAt(int position, int field) const;
     double numberAt(int position, int field) const { return toNumber(valueAt(position, field)); }
+    /// Calls `visit(row)` for every row of the view in order, the fast way for walks over all of them.
+    template <typename Visit> void eachRow(Visit&& visit) const { m_view.each(visit); }
     RowId rowAt(int position) const { return m_view.at(m_view.placeAt(RowView::Place(position))); }
     bool isPending(int position, int field) const;
     /// Makes the row at a position of the view current.
@@ -203,6 +206,7 @@ private:
     void moveToEnd(bool last);
     Place place() const { return m_position.place; }
     int searchStart(int skip, Direction direction) const;
+    std::optional<int> findIndexed(const Predicate& predicate, int from, bool forward) const;
     void settle();
     template <typename Notice> void notify(Notice&& notice) {
         const std::vector<RecordsetObserver*> observers = m_observers;

@@ -230,6 +230,28 @@ int Recordset::searchStart(int skip, Direction direction) const {
     }
 }
 
+/// Position of the first match from `from` on by way of the column's index, the count of rows (or -1
+/// backward) where there is none; nothing where the index cannot tell or a scan is as quick.
+std::optional<int> Recordset::findIndexed(const Predicate& predicate, int from, bool forward) const {
+    constexpr int worthAnIndex = 5000;
+    constexpr std::size_t fewMatches = 200;
+    if (!m_edits.empty() || m_image->isPicture() || RecordCount() < worthAnIndex)
+        return std::nullopt;
+    const auto rows = predicate.indexedRows();
+    if (!rows || rows->size() > fewMatches)
+        return std::nullopt;
+    int best = forward ? RecordCount() : -1;
+    for (const Row row : *rows) {
+        const auto place = m_view.find(row);
+        if (!place)
+            continue;
+        const int position = int(m_view.positionOf(*place));
+        if (forward ? position >= from && position < best : position <= from && position > best)
+            best = position;
+    }
+    return best;
+}
+
 void Recordset::Find(const QString& text, int skip, Direction direction) {
     requireOpen();
     Condition condition;
@@ -240,8 +262,11 @@ void Recordset::Find(const QString& text, int skip, Direction direction) {
     const int count = RecordCount();
     if (!forward && position >= count)
         position = count - 1;
-    while (position >= 0 && position < count && !predicate.test(rowAt(position), m_edits))
-        position += forward ? 1 : -1;
+    if (const auto found = findIndexed(predicate, position, forward))
+        position = *found;
+    else
+        while (position >= 0 && position < count && !predicate.test(rowAt(position), m_edits))
+            position += forward ? 1 : -1;
     if (position >= 0 && position < count)
         m_position = {Place::OnRow, m_view.placeAt(RowView::Place(position))};
     else

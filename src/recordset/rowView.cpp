@@ -47,6 +47,16 @@ void RowView::buildInverse() const {
             m_inverse[m_rows[place]] = place;
 }
 
+bool RowView::foundInTail(RowId row, Place& place) const {
+    constexpr Place tail = 64;
+    const Place last = end() > tail ? end() - tail : 0;
+    for (place = end(); place > last;)
+        if (m_rows[--place] == row)
+            return true;
+    place = kNowhere;
+    return false;
+}
+
 std::optional<RowView::Place> RowView::find(RowId row) const {
     Place place = kNowhere;
     if (m_ascending) {
@@ -57,6 +67,8 @@ std::optional<RowView::Place> RowView::find(RowId row) const {
         const auto at = std::find(m_rows.rbegin(), m_rows.rend(), row);
         if (at != m_rows.rend())
             place = Place(m_rows.rend() - at) - 1;
+    } else if (m_inverse.empty() && foundInTail(row, place)) {
+        // A row added a moment ago stands at the end.
     } else {
         if (m_inverse.empty())
             buildInverse();

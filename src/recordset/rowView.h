@@ -15,6 +15,12 @@ public:
     void clear() { assign({}); }
 
     Place size() const { return Place(m_rows.size() - m_holes.size()); }
+    /// Calls `visit(row)` for every row in order.
+    template <typename Visit> void each(Visit&& visit) const {
+        for (Place place = 0; place < end(); ++place)
+            if (m_holes.empty() || !isHole(place))
+                visit(m_rows[place]);
+    }
     /// One past the last place.
     Place end() const { return Place(m_rows.size()); }
     RowId at(Place place) const { return m_rows[place]; }
@@ -35,6 +41,7 @@ public:
 private:
     bool isHole(Place place) const;
     void buildInverse() const;
+    bool foundInTail(RowId row, Place& place) const;
 
     std::vector<RowId> m_rows;
     std::vector<Place> m_holes;           // ascending

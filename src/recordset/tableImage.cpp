@@ -10,8 +10,9 @@
 
 namespace {
 
-/// Cells of columns not in memory are read one by one; after this many the columns are read whole.
-constexpr int kMostSingleReads = 60;
+/// Rows whose columns are not in memory are read one by one; after this many the columns are read whole.
+constexpr int kMostRowReads = 1000;
+constexpr std::size_t kMostRowsKept = 500;
 
 template <typename T> std::size_t bytes(const std::vector<T>& cells) {
     return cells.capacity() * sizeof(T);
@@ -45,21 +46,27 @@ TableImage::TableImage(const std::vector<ColumnInfo>& columns)
     }
 }
 
-void TableImage::loadRows() {
-    std::vector<ColumnInfo> wanted;
+void TableImage::loadRows(const QStringList& columns) {
+    std::vector<int> indices;
     if (m_serialColumn >= 0)
-        wanted.push_back(info(m_serialColumn));
+        indices.push_back(m_serialColumn);
+    for (const QString& column : columns)
+        if (const int index = columnIndex(column); index >= 0 && index != m_serialColumn)
+            indices.push_back(index);
+    std::vector<ColumnInfo> wanted;
+    for (const int index : indices)
+        wanted.push_back(info(index));
     LoadedRows loaded = ::loadRows(*m_connection, m_table, wanted);
     m_rowids = std::move(loaded.rowids);
     m_deleted.assign(m_rowids.size(), 0);
     m_lastRowid = m_rowids.empty() ? 0 : m_rowids.back();
-    if (m_serialColumn < 0)
-        return;
-    ColumnStore& serial = m_columns[std::size_t(m_serialColumn)];
-    serial.integers = std::move(loaded.columns.front().integers);
-    serial.loaded = true;
-    for (const qint32 number : serial.integers)
-        m_lastSerial = std::max(m_lastSerial, number);
+    for (std::size_t i = 0; i < indices.size(); ++i) {
+        m_columns[std::size_t(indices[i])] = std::move(loaded.columns[i]);
+        m_columns[std::size_t(indices[i])].loaded = true;
+    }
+    if (m_serialColumn >= 0)
+        for (const qint32 number : m_columns[std::size_t(m_serialColumn)].integers)
+            m_lastSerial = std::max(m_lastSerial, number);
 }
 
 void TableImage::load(const std::vector<int>& columns) const {
@@ -126,22 +133,36 @@ TextPool::Code TableImage::internText(int column, const QString& text) const {
 }
 
 CellValue TableImage::value(Row row, int column) const {
+    if (!m_columns[std::size_t(column)].loaded && (m_rowReads > kMostRowReads || m_dropped))
+        loadAllColumns();
     if (!m_columns[std::size_t(column)].loaded)
         return storedValue(row, column);
     return m_columns[std::size_t(column)].value(row);
 }
 
-CellValue TableImage::storedValue(Row row, int column) const {
-    if (++m_singleReads > kMostSingleReads || m_dropped) {
-        loadAllColumns();
-        return m_columns[std::size_t(column)].value(row);
-    }
-    Statement& statement = m_connection->cached(QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
-                                                    .arg(quotedName(info(column).name), quotedName(m_table)));
+const CellValue& TableImage::storedValue(Row row, int column) const {
+    const auto held = m_readRows.find(row);
+    if (held != m_readRows.end())
+        return held->second[std::size_t(column)];
+    if (m_readRows.size() >= kMostRowsKept)
+        m_readRows.clear();
+    ++m_rowReads;
+    Statement& statement =
+        m_connection->cached(QStringLiteral("SELECT * FROM %1 WHERE rowid = ?").arg(quotedName(m_table)));
     statement.bind(1, m_rowids[row]);
-    const CellValue value = statement.step() ? statement.value(0, info(column).type) : CellValue();
+    std::vector<CellValue>& cells = m_readRows[row];
+    cells.resize(m_columns.size());
+    try {
+        if (statement.step())
+            for (int i = 0; i < columnCount(); ++i)
+                cells[std::size_t(i)] = statement.value(i, info(i).type);
+    } catch (...) {
+        statement.reset();
+        m_readRows.erase(row);
+        throw;
+    }
     statement.reset();
-    return value;
+    return cells[std::size_t(column)];
 }
 
 std::vector<Row> TableImage::rowsOf(const std::vector<qint64>& rowids) const {
@@ -299,6 +320,7 @@ void TableImage::update(Row row, const CellChanges& cells) {
     m_connection->write(statement);
     for (const auto& [column, value] : cells)
         setCell(row, column, value);
+    m_readRows.erase(row);
     ++m_version;
     tell([row](ImageClient& client) { client.rowUpdated(row); });
 }

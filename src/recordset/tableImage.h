@@ -2,7 +2,10 @@
 
 #include "recordset/columnStore.h"
 
+#include <QStringList>
+
 #include <memory>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -34,8 +37,8 @@ public:
     /// A picture: rows are appended by the query that fills it.
     explicit TableImage(const std::vector<ColumnInfo>& columns);
 
-    /// Reads the identity and the serial of every row.
-    void loadRows();
+    /// Reads the identity and the serial of every row, and these columns with them.
+    void loadRows(const QStringList& columns);
     /// Reads those of these columns that are not in memory yet, in one scan.
     void load(const std::vector<int>& columns) const;
     void loadAllColumns() const;
@@ -96,7 +99,7 @@ private:
     void scanEqual(const ColumnStore& column, const std::vector<TextPool::Code>& codes, Row from, Row to,
                    std::vector<Row>& rows) const;
     void fillColumn(ColumnStore& column, const ColumnStore& loaded, const std::vector<qint64>& rowids) const;
-    CellValue storedValue(Row row, int column) const;
+    const CellValue& storedValue(Row row, int column) const;
     void setCell(Row row, int column, const CellValue& value);
     template <typename Notice> void tell(Notice&& notice);
 
@@ -114,5 +117,8 @@ private:
     std::vector<ImageClient*> m_clients;
     mutable std::vector<EqualityIndex> m_indexes;
     mutable std::vector<std::vector<quint32>> m_ranks;
-    mutable int m_singleReads = 0;
+    /// Rows read one by one while their columns are not in memory: what a grid shows before anything else is
+    /// asked.
+    mutable std::unordered_map<Row, std::vector<CellValue>> m_readRows;
+    mutable int m_rowReads = 0;
 };

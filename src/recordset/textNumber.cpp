@@ -4,6 +4,7 @@
 
 #include <QRegularExpression>
 
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -82,52 +83,96 @@ double decimalValue(QStringView text) {
 /// Decimal digits and exponent of a number: value = 0.d1d2d3... * 10^point.
 struct Digits {
     bool negative = false;
-    QByteArray digits;
+    char digits[20] = {};
+    int count = 0; // digits without trailing zeros
     int point = 0;
 };
 
 Digits digitsOf(double value, int significant) {
-    const QByteArray text = QByteArray::number(std::fabs(value), 'e', significant - 1);
-    const qsizetype e = text.indexOf('e');
+    char text[40];
+    const auto written = std::to_chars(text, text + sizeof text, std::fabs(value),
+                                       std::chars_format::scientific, significant - 1);
     Digits result;
     result.negative = value < 0;
-    result.digits = text.left(e);
-    result.digits.replace(".", "");
-    while (result.digits.endsWith('0'))
-        result.digits.chop(1);
-    result.point = text.mid(e + 1).toInt() + 1;
+    const char* at = text;
+    for (; at < written.ptr && *at != 'e'; ++at)
+        if (*at != '.')
+            result.digits[result.count++] = *at;
+    while (result.count > 0 && result.digits[result.count - 1] == '0')
+        --result.count;
+    const bool negativeExponent = at + 1 < written.ptr && at[1] == '-';
+    int exponent = 0;
+    for (at += 2; at < written.ptr; ++at)
+        exponent = exponent * 10 + (*at - '0');
+    result.point = (negativeExponent ? -exponent : exponent) + 1;
     return result;
 }
 
-QByteArray exponentForm(const Digits& number) {
-    QByteArray text = number.digits.left(1);
-    if (number.digits.size() > 1)
-        text += '.' + number.digits.mid(1);
+/// A short text in the making, without allocations.
+class NumberWriter {
+public:
+    void put(char c) { m_text[m_size++] = c; }
+    void put(const char* from, int count) {
+        for (int i = 0; i < count; ++i)
+            put(from[i]);
+    }
+    void zeros(int count) {
+        for (int i = 0; i < count; ++i)
+            put('0');
+    }
+    QString text() const { return QString::fromLatin1(m_text, m_size); }
+
+private:
+    char m_text[400]; // the longest bare form has some 330 zeros
+    int m_size = 0;
+};
+
+void writeExponentForm(NumberWriter& out, const Digits& number) {
+    out.put(number.digits[0]);
+    if (number.count > 1) {
+        out.put('.');
+        out.put(number.digits + 1, number.count - 1);
+    }
     const int exponent = number.point - 1;
-    return text + (exponent < 0 ? "E-" : "E+") +
-           QByteArray::number(std::abs(exponent)).rightJustified(2, '0');
+    out.put('E');
+    out.put(exponent < 0 ? '-' : '+');
+    const QByteArray digits = QByteArray::number(std::abs(exponent)).rightJustified(2, '0');
+    out.put(digits.constData(), int(digits.size()));
 }
 
-QByteArray decimalForm(const Digits& number) {
-    if (number.point <= 0)
-        return "0." + QByteArray(-number.point, '0') + number.digits;
-    if (number.point >= number.digits.size())
-        return number.digits.leftJustified(number.point, '0');
-    return number.digits.left(number.point) + '.' + number.digits.mid(number.point);
+void writeDecimalForm(NumberWriter& out, const Digits& number, bool leadingZero) {
+    if (number.point <= 0) {
+        if (leadingZero)
+            out.put('0');
+        out.put('.');
+        out.zeros(-number.point);
+        return out.put(number.digits, number.count);
+    }
+    const int whole = std::min(number.point, number.count);
+    out.put(number.digits, whole);
+    out.zeros(number.point - whole);
+    if (number.count > whole) {
+        out.put('.');
+        out.put(number.digits + whole, number.count - whole);
+    }
 }
 
 enum class Form { Plain, Bare };
 
 QString numberText(double value, int significant, Form form) {
     const Digits number = digitsOf(value, significant);
-    if (number.digits.isEmpty())
+    if (number.count == 0)
         return QStringLiteral("0");
     const bool large = number.point - 1 >= significant;
     const bool small = number.point - 1 < -15;
-    QByteArray text = large || (small && form == Form::Plain) ? exponentForm(number) : decimalForm(number);
-    if (form == Form::Bare && text.startsWith("0."))
-        text.remove(0, 1);
-    return QString::fromLatin1(number.negative ? '-' + text : text);
+    NumberWriter out;
+    if (number.negative)
+        out.put('-');
+    if (large || (small && form == Form::Plain))
+        writeExponentForm(out, number);
+    else
+        writeDecimalForm(out, number, form == Form::Plain);
+    return out.text();
 }
 
 template <typename Real> QString cutRate(Real rate) {
