@@ -14,6 +14,7 @@ namespace {
 
 constexpr qint64 kWorthTwoThreads = 20'000;
 constexpr qint64 kMostReserved = 4'000'000;
+constexpr qint64 kLowerShare = 48; // percent of the rows for this thread, which starts the other one first
 
 struct RowidRange {
     qint64 first = 0;
@@ -35,28 +36,40 @@ public:
         case ColumnType::Text:
             return readText();
         case ColumnType::Number:
-            return m_store.numbers.push_back(isNull() ? std::numeric_limits<double>::quiet_NaN()
-                                                      : sqlite3_column_double(m_statement, m_position));
+            return readNumber();
         case ColumnType::Date:
             return readDate();
         default:
-            return m_store.integers.push_back(isNull() ? ColumnStore::NullInteger
-                                                       : sqlite3_column_int(m_statement, m_position));
+            return readInteger();
         }
     }
 
 private:
     bool isNull() const { return sqlite3_column_type(m_statement, m_position) == SQLITE_NULL; }
 
+    /// The bytes of a text as they lie in the page: asking for them as text would copy every cell to end it
+    /// with a NUL.
     std::string_view bytes() const {
-        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, m_position));
-        return text ? std::string_view(text, std::size_t(sqlite3_column_bytes(m_statement, m_position)))
-                    : std::string_view();
+        const auto* text = static_cast<const char*>(sqlite3_column_blob(m_statement, m_position));
+        return {text ? text : "", std::size_t(sqlite3_column_bytes(m_statement, m_position))};
+    }
+
+    // Null reads as 0 or as no bytes: only then is the type asked for.
+
+    void readNumber() {
+        const double number = sqlite3_column_double(m_statement, m_position);
+        m_store.numbers.push_back(number == 0 && isNull() ? std::numeric_limits<double>::quiet_NaN()
+                                                          : number);
+    }
+
+    void readInteger() {
+        const int number = sqlite3_column_int(m_statement, m_position);
+        m_store.integers.push_back(number == 0 && isNull() ? ColumnStore::NullInteger : number);
     }
 
     void readText() {
         const std::string_view text = bytes();
-        if (!text.data())
+        if (text.empty() && isNull())
             return m_store.codes.push_back(TextPool::Null);
         if (m_lastCode == TextPool::Null || m_store.pool.text(m_lastCode) != text)
             m_lastCode = m_store.pool.intern(text);
@@ -65,7 +78,7 @@ private:
 
     void readDate() {
         const std::string_view text = bytes();
-        if (!text.data())
+        if (text.empty() && isNull())
             return m_store.moments.push_back(ColumnStore::NullMoment);
         if (text != m_lastDate) {
             const auto moment = parseIso(text.data(), int(text.size()));
@@ -173,6 +186,18 @@ void appendColumn(ColumnStore& to, ColumnStore from) {
     append(to.moments, from.moments);
 }
 
+/// Appends the upper rows to the lower ones, the columns shared between two threads.
+void appendRows(LoadedRows& rows, LoadedRows& rest) {
+    const auto appendFrom = [&](std::size_t first) {
+        for (std::size_t i = first; i < rows.columns.size(); i += 2)
+            appendColumn(rows.columns[i], std::move(rest.columns[i]));
+    };
+    auto odd = std::async(std::launch::async, appendFrom, 1);
+    append(rows.rowids, rest.rowids);
+    appendFrom(0);
+    odd.get();
+}
+
 } // namespace
 
 LoadedRows loadRows(Connection& connection, const QString& table, const std::vector<ColumnInfo>& columns) {
@@ -183,15 +208,13 @@ LoadedRows loadRows(Connection& connection, const QString& table, const std::vec
     if (!second)
         return readRange(connection.handle(), table, columns, whole, whole.span());
 
-    const qint64 middle = whole.first + whole.span() / 2;
+    const qint64 middle = whole.first + whole.span() * kLowerShare / 100;
     const RowidRange upperHalf{middle, whole.last};
     auto upper = std::async(std::launch::async, [&] {
         return readRange(second.get(), table, columns, upperHalf, upperHalf.span());
     });
     LoadedRows rows = readRange(connection.handle(), table, columns, {whole.first, middle - 1}, whole.span());
     LoadedRows rest = upper.get();
-    append(rows.rowids, rest.rowids);
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        appendColumn(rows.columns[i], std::move(rest.columns[i]));
+    appendRows(rows, rest);
     return rows;
 }

@@ -30,7 +30,8 @@ void requeryInPlace(const RecordsetPtr& clients) {
     const auto row = clients->currentRow();
     const QString filter = clients->Filter();
     clients->Requery();
-    clients->setFilter(filter);
+    if (!filter.isEmpty())
+        clients->setFilter(filter);
     if (row)
         clients->moveToRow(*row);
 }

@@ -154,25 +154,38 @@ void MDIForm1::buildArea() {
 }
 
 void MDIForm1::start() {
+    openBooks();
+    recountTotals();
+    m_host.show(QStringLiteral("dataInputFm1"));
+}
+
+void MDIForm1::openBooks() {
     m_list1->clear();
     m_list2->clear();
     m_session.viewReturnState = QStringLiteral("Open");
     m_session.safetyStock = 2;
     m_session.open_rs();
     m_session.readCurrent();
-    if (m_session.clientTable->isOpen() && m_session.buyList->isOpen()) {
-        m_session.clientTable->clearFilter();
-        m_session.buyList->clearFilter();
-        client_totals_recount(m_session.cn, m_session.clientTable, m_session.buyList,
-                              [this](int done, int total) { showProgress(done, total); });
-        m_progress->hide();
-    }
-    m_host.show(QStringLiteral("dataInputFm1"));
+}
+
+void MDIForm1::recountTotals() {
+    if (!m_session.clientTable->isOpen() || !m_session.buyList->isOpen())
+        return;
+    m_session.clientTable->clearFilter();
+    m_session.buyList->clearFilter();
+    client_totals_recount(m_session.cn, m_session.clientTable, m_session.buyList,
+                          [this](int done, int total) { showProgress(done, total); });
+    m_progress->hide();
 }
 
 void MDIForm1::showProgress(int done, int total) {
+    constexpr qint64 worthShowing = 500; // milliseconds
+    constexpr qint64 between = 100;
     if (done == 0)
+        m_progressClock.start();
+    if (m_progressClock.elapsed() < (m_progress->isVisible() ? between : worthShowing))
         return;
+    m_progressClock.start();
     m_progress->setRange(0, total);
     m_progress->setValue(done);
     m_progress->setFormat(QStringLiteral("正在核对客户累计 %p%"));

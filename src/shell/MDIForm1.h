@@ -3,6 +3,7 @@
 #include "shell/commandTable.h"
 #include "shell/viewHost.h"
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 
 #include <functional>
@@ -30,6 +31,10 @@ public:
     /// Opens the cursors, recounts the customers' totals and shows the register. In: called once, after the
     /// window is shown. Throws RuntimeError.
     void start();
+    /// The first two steps of start() by themselves: cursors opened and the values in hand read; totals
+    /// recounted.
+    void openBooks();
+    void recountTotals();
     /// Ends the process after the stop question; tests put their own end here.
     std::function<void()> endProcess;
 
@@ -68,6 +73,7 @@ private:
     QListWidget* m_list1 = nullptr;
     QListWidget* m_list2 = nullptr;
     QProgressBar* m_progress = nullptr;
+    QElapsedTimer m_progressClock; // since the start, or since the bar was last painted
     std::map<int, QToolButton*> m_buttons;
     std::optional<int> m_sourceBeforeMenu; // set while "营销管理" is open or its command runs
 };
