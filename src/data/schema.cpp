@@ -58,6 +58,15 @@ QString headerFault(const QString& path) {
         return QStringLiteral("这是旧格式（Jet）的数据库，本版本尚不能接收");
     if (!header.startsWith(QByteArray("SQLite format 3\0", 16)))
         return QStringLiteral("文件不是本系统的数据库");
+    return {};
+}
+
+/// Whether the file is shorter than its own count of pages says.
+QString lengthFault(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("文件不能读取（%1）").arg(file.errorString());
+    const QByteArray header = file.read(100);
     if (header.size() < 100)
         return QStringLiteral("文件不完整（被截断）");
     const auto byte = [&header](int at) { return qint64(quint8(header[at])); };
@@ -68,6 +77,11 @@ QString headerFault(const QString& path) {
             .arg(pageSize * pages)
             .arg(file.size());
     return {};
+}
+
+/// Whether a broken-off action waits to be taken back, which opening the file does.
+bool hasJournal(const QString& path) {
+    return QFileInfo(path + QStringLiteral("-journal")).size() > 0;
 }
 
 QString accessFault(const QString& path) {
@@ -129,8 +143,13 @@ QString databaseFault(const QString& path) {
     QString fault = accessFault(path);
     if (fault.isEmpty())
         fault = headerFault(path);
+    // While a broken-off action is in the journal, the length may be in between: the engine repairs it first.
+    if (fault.isEmpty() && !hasJournal(path))
+        fault = lengthFault(path);
     if (fault.isEmpty())
         fault = engineFault(path);
+    if (fault.isEmpty())
+        fault = lengthFault(path);
     return fault.isEmpty() ? QString() : QStringLiteral("不能打开数据库 %1\n%2。").arg(path, fault);
 }
 

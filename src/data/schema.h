@@ -8,7 +8,7 @@
 void createDatabase(const QString& path);
 
 /// Why the file cannot be used as the system's database, in words that name the file and the cause; empty if
-/// it can. Reads only, never alters the file.
+/// it can. Reads only; what a crash broke off and left in the journal is taken back, as at any opening.
 QString databaseFault(const QString& path);
 
 /// Tables that must be there at start; work copies may be missing.

@@ -366,6 +366,8 @@ void productRegisterFm1::save() {
     if (editState == AddingProduct && !saveProduct(QStringLiteral("登录新产品失败！"), false, written))
         return;
     if (written)
+        m_session.product_Bank->MoveLast(); // back on the new row, wherever the search for the number went
+    if (written)
         m_figures[2]->setText(m_session.productTable->Fields(QStringLiteral("数量")).text());
     m_heading->setText(QStringLiteral("显示产品数据"));
     return_A();

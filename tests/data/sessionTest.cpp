@@ -195,6 +195,37 @@ TEST_F(StartFault, ATruncatedFile) {
     EXPECT_EQ(fault(), u"");
 }
 
+TEST_F(StartFault, ALengthInBetweenIsNoFaultWhileTheJournalCanRepairIt) {
+    createDatabase(path());
+    const QByteArray whole = read();
+    QByteArray journal;
+    {
+        // Spill an action half-way into the file, and keep the journal as it is at that moment.
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(path().toUtf8().constData(), &db), SQLITE_OK);
+        sqlite3_exec(
+            db,
+            "PRAGMA cache_size = 2; BEGIN; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+            "WHERE i < 400) INSERT INTO saleTable SELECT hex(randomblob(400)), 1 FROM n",
+            nullptr, nullptr, nullptr);
+        QFile file(path() + "-journal");
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        journal = file.readAll();
+        sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
+        sqlite3_close(db);
+    }
+    ASSERT_GT(journal.size(), 512);
+    const QByteArray grown = read();
+    ASSERT_GT(grown.size(), whole.size());
+    write(grown.left(whole.size() + 4096)); // the header counts pages that never reached the disk
+    QFile file(path() + "-journal");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(journal);
+    file.close();
+    EXPECT_EQ(databaseFault(path()), u"");
+    EXPECT_EQ(read().size(), whole.size()) << "the action is taken back";
+}
+
 TEST_F(StartFault, AMissingTableOrColumn) {
     createDatabase(path());
     {

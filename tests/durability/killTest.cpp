@@ -53,6 +53,7 @@ TEST(Durability, KilledAtRandomMomentsTheBooksHoldWholeActionsAndEveryAcknowledg
         said += child.readAllStandardOutput();
         const QByteArray whole = said.left(said.lastIndexOf('\n'));
         acknowledged = Acknowledged::fromText(QString::fromLatin1(whole.mid(whole.lastIndexOf('\n') + 1)));
+        ASSERT_EQ(databaseFault(path), u"") << "kill " << kill;
         const QStringList faults = faultsOfBooks(path, acknowledged);
         ASSERT_TRUE(faults.isEmpty()) << "kill " << kill << ": " << faults.join("; ").toStdString();
     }
