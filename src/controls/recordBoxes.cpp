@@ -119,10 +119,9 @@ bool RecordBoxes::eventFilter(QObject* watched, QEvent* event) {
         return false;
     const int index = int(std::find(m_boxes.begin(), m_boxes.end(), source) - m_boxes.begin());
     const bool control = key->modifiers().testFlag(Qt::ControlModifier);
+    const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
     int step = 0;
-    if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)
-        step = 1;
-    else if (control && key->key() == m_keys->on)
+    if (enter || (control && key->key() == m_keys->on))
         step = 1;
     else if (control && key->key() == m_keys->back)
         step = -1;

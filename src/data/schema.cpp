@@ -124,7 +124,7 @@ QString engineFault(const QString& path) {
             return QStringLiteral("文件正被另一个程序使用（已锁定）");
         if (code != SQLITE_OK)
             return QStringLiteral("文件已损坏（%1）").arg(QString::fromUtf8(sqlite3_errmsg(db.get())));
-        const QString fault = schemaFault(db.get());
+        QString fault = schemaFault(db.get());
         sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
         return fault;
     } catch (const RuntimeError& error) {

@@ -174,7 +174,8 @@ template <typename T> void append(std::vector<T>& to, const std::vector<T>& from
 }
 
 /// Takes the cells over; `from` is given back, so that the halves never stand twice in memory.
-void appendColumn(ColumnStore& to, ColumnStore from) {
+void appendColumn(ColumnStore& to, ColumnStore&& taken) {
+    const ColumnStore from = std::move(taken);
     std::vector<TextPool::Code> codes(from.pool.last() + 1, TextPool::Null);
     for (TextPool::Code code = 1; code <= from.pool.last(); ++code)
         codes[code] = to.pool.intern(from.pool.text(code));

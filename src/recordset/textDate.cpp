@@ -153,10 +153,10 @@ std::optional<Moment> parseDateLiteral(QStringView text) {
 
 QString dateText(const Moment& moment) {
     const int second = moment.secondOfDay();
-    const QString time = QStringLiteral("%1:%2:%3")
-                             .arg(second / 3600)
-                             .arg(second / 60 % 60, 2, 10, QChar(u'0'))
-                             .arg(second % 60, 2, 10, QChar(u'0'));
+    QString time = QStringLiteral("%1:%2:%3")
+                       .arg(second / 3600)
+                       .arg(second / 60 % 60, 2, 10, QChar(u'0'))
+                       .arg(second % 60, 2, 10, QChar(u'0'));
     if (moment.seconds >= 0 && moment.seconds < kDaySeconds)
         return time;
     const QDate date = moment.date();
@@ -191,5 +191,6 @@ std::optional<Moment> parseIso(const char* text, int length) {
     const auto second = twoDigits(text + 17);
     if (!hour || !minute || !second || text[10] != ' ' || *hour > 23 || *minute > 59 || *second > 59)
         return std::nullopt;
-    return Moment{days * kDaySeconds + *hour * 3600 + *minute * 60 + *second};
+    const int secondOfDay = *hour * 3600 + *minute * 60 + *second;
+    return Moment{days * kDaySeconds + secondOfDay};
 }

@@ -71,7 +71,7 @@ private:
         const qsizetype close = m_source.indexOf(end, m_at + 1);
         if (close < 0 || close == m_at + 1)
             refuseText(m_source);
-        const QString inside = m_source.mid(m_at + 1, close - m_at - 1);
+        QString inside = m_source.mid(m_at + 1, close - m_at - 1);
         m_at = close + 1;
         return inside;
     }

@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QStackedWidget>
 
 #include <cmath>
@@ -47,7 +48,7 @@ buyFm1::buyFm1(Session& session, Prompts& prompts)
     connectLine();
     connectBasket();
     open();
-    resize(1240, 700);
+    resize(QSize(1240, 700).boundedTo(screen()->availableSize()));
 }
 
 buyFm1::~buyFm1() {

@@ -1,5 +1,6 @@
 #include "sales/dataInputFm1.h"
 
+#include "controls/blinkingLabel.h"
 #include "controls/dataGrid.h"
 #include "controls/formParts.h"
 #include "controls/moveButtons.h"
@@ -11,15 +12,9 @@
 #include <QAction>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QLabel>
 #include <QPushButton>
 
 namespace {
-
-// Colour numbers are in the order blue, green, red.
-constexpr int kBlinkLight = 16761024;
-constexpr int kBlinkDark = 9678591;
-constexpr int kBlinkMilliseconds = 600;
 
 const QStringList& boxCaptions() {
     static const QStringList captions{
@@ -58,9 +53,6 @@ dataInputFm1::dataInputFm1(ViewHost& host, Prompts& prompts)
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(buildGridSide(), 5);
     row->addWidget(buildPanel(), 4);
-    m_blinkTimer.setParent(this);
-    m_blinkTimer.setObjectName(QStringLiteral("Timer2"));
-    m_blinkTimer.setInterval(kBlinkMilliseconds);
     connectCommands();
 }
 
@@ -106,11 +98,8 @@ QWidget* dataInputFm1::buildPanel() {
     m_boxes = new RecordBoxes(QStringLiteral("Text3"), boxCaptions(), BoxKeys{Qt::Key_Left, Qt::Key_Right},
                               m_panel);
     m_boxes->limitToNumbers(registerNumberBoxes());
-    m_addingLabel = makeLabel(QStringLiteral("Label4"), QStringLiteral("添加新客户"), m_panel);
-    QFont bold = m_addingLabel->font();
-    bold.setBold(true);
-    m_addingLabel->setFont(bold);
-    m_addingLabel->hide();
+    m_addingLabel = new BlinkingLabel(QStringLiteral("Label4"), QStringLiteral("添加新客户"),
+                                      QStringLiteral("Timer2"), m_panel);
     m_add = makeButton(QStringLiteral("Command3"), QStringLiteral("添加新客户"), m_panel);
     m_save = makeButton(QStringLiteral("Command5"), QStringLiteral("保存"), m_panel);
     m_cancel = makeButton(QStringLiteral("Command6"), QStringLiteral("取消"), m_panel);
@@ -141,7 +130,6 @@ void dataInputFm1::connectCommands() {
     connect(m_buy, &QPushButton::clicked, this, &dataInputFm1::buy);
     connect(m_delete, &QPushButton::clicked, this, &dataInputFm1::deleteCurrent);
     connect(m_boxes, &RecordBoxes::edited, this, [this] { m_changed = true; });
-    connect(&m_blinkTimer, &QTimer::timeout, this, &dataInputFm1::blink);
     connect(m_grid, &DataGrid::rowChosen, this, [this] {
         rowChosen();
         m_boxes->focus(1);
@@ -255,8 +243,7 @@ void dataInputFm1::showAll() {
 }
 
 void dataInputFm1::beginAdding() {
-    m_addingLabel->show();
-    m_blinkTimer.start();
+    m_addingLabel->start();
     m_buy->setEnabled(false);
     m_delete->setEnabled(false);
     m_gridFrame->setEnabled(false);
@@ -264,8 +251,7 @@ void dataInputFm1::beginAdding() {
 }
 
 void dataInputFm1::endAdding() {
-    m_addingLabel->hide();
-    m_blinkTimer.stop();
+    m_addingLabel->stop();
     m_gridFrame->setEnabled(true);
     m_buy->setEnabled(true);
     m_delete->setEnabled(true);
@@ -368,9 +354,4 @@ void dataInputFm1::deleteCurrent() {
     if (m_session.clientTable->hasRows())
         showRecord();
     showPosition();
-}
-
-void dataInputFm1::blink() {
-    setTextColour(m_addingLabel, colourOfNumber(m_blinkState == 1 ? kBlinkLight : kBlinkDark));
-    m_blinkState = m_blinkState == 1 ? 2 : 1;
 }

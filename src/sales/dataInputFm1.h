@@ -3,13 +3,11 @@
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
-#include <QTimer>
-
+class BlinkingLabel;
 class DataGrid;
 class MoveButtons;
 class Prompts;
 class QGroupBox;
-class QLabel;
 class QLineEdit;
 class QPushButton;
 class RecordBoxes;
@@ -52,7 +50,6 @@ private:
     void endAdding();
     void saveAdded();
     void afterPurchase();
-    void blink();
     bool refuseWhileAdding(const QString& message);
 
     ViewHost& m_host;
@@ -64,7 +61,7 @@ private:
     QLineEdit* m_search = nullptr;
     QGroupBox* m_gridFrame = nullptr;
     QGroupBox* m_panel = nullptr;
-    QLabel* m_addingLabel = nullptr;
+    BlinkingLabel* m_addingLabel = nullptr;
     QPushButton* m_find = nullptr;
     QPushButton* m_whole = nullptr;
     QPushButton* m_add = nullptr;
@@ -72,9 +69,7 @@ private:
     QPushButton* m_cancel = nullptr;
     QPushButton* m_buy = nullptr;
     QPushButton* m_delete = nullptr;
-    QTimer m_blinkTimer;
     bool m_adding = false;
     bool m_changed = false;
     bool m_purchasing = false; // while the purchase is open the boxes keep what the user has typed
-    int m_blinkState = 1;
 };

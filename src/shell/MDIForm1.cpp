@@ -15,6 +15,7 @@
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
@@ -42,7 +43,7 @@ MDIForm1::MDIForm1(Session& session, Prompts& prompts)
         m_list2->addItem(name);
         m_caption->setText(m_host.active()->caption());
     });
-    resize(1280, 720);
+    resize(QSize(1280, 720).boundedTo(screen()->availableSize()));
 }
 
 void MDIForm1::buildMenu() {

@@ -1,5 +1,6 @@
 #include "stock/productRegisterFm1.h"
 
+#include "controls/blinkingLabel.h"
 #include "controls/dataGrid.h"
 #include "controls/formParts.h"
 #include "controls/moveButtons.h"
@@ -17,11 +18,6 @@
 #include <QPushButton>
 
 namespace {
-
-// Colour numbers are in the order blue, green, red.
-constexpr int kFlashLight = 0xFFC0C0;
-constexpr int kFlashDark = 0x93AEFF;
-constexpr int kFlashMilliseconds = 600;
 
 const QStringList& boxCaptions() {
     static const QStringList captions{
@@ -78,9 +74,6 @@ productRegisterFm1::productRegisterFm1(ViewHost& host, Prompts& prompts)
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(buildGridSide(), 5);
     row->addWidget(buildPanel(), 4);
-    m_flashTimer.setParent(this);
-    m_flashTimer.setObjectName(QStringLiteral("Timer2"));
-    m_flashTimer.setInterval(kFlashMilliseconds);
     m_steadyTimer.setParent(this);
     m_steadyTimer.setObjectName(QStringLiteral("Timer3"));
     m_steadyTimer.setInterval(0);
@@ -113,12 +106,11 @@ QWidget* productRegisterFm1::buildPanel() {
     auto* panel = new QGroupBox(this);
     m_heading = makeLabel(QStringLiteral("Label3"), QStringLiteral("产品登录（入库）"), panel);
     m_heading->setFont(boldOf(m_heading, 1.2));
-    m_productFlag = makeLabel(QStringLiteral("Label4"), QStringLiteral("添加产品"), panel);
+    m_productFlag = new BlinkingLabel(QStringLiteral("Label4"), QStringLiteral("添加产品"),
+                                      QStringLiteral("Timer2"), panel);
     m_stockFlag = makeLabel(QStringLiteral("Label8"), QStringLiteral("增加产品数量"), panel);
-    for (QLabel* flag : {m_productFlag, m_stockFlag}) {
-        flag->setFont(boldOf(flag, 1.0));
-        flag->hide();
-    }
+    m_stockFlag->setFont(m_productFlag->font());
+    m_stockFlag->hide();
     m_boxes =
         new RecordBoxes(QStringLiteral("Text2"), boxCaptions(), BoxKeys{Qt::Key_Up, Qt::Key_Down}, panel);
     m_boxes->limitToNumbers({ProductBox::Quantity, ProductBox::Cost, ProductBox::Price});
@@ -181,7 +173,6 @@ void productRegisterFm1::connectCommands() {
         connect(command(gateway.command), &QPushButton::clicked, this,
                 [this, number = gateway.command] { openView(number); });
     connect(m_moves, &MoveButtons::pressed, this, &productRegisterFm1::move);
-    connect(&m_flashTimer, &QTimer::timeout, this, &productRegisterFm1::flash);
     connect(m_boxes, &RecordBoxes::changed, this, [this](int index) {
         changeMark = 2;
         if (index == ProductBox::Quantity && editState == AddingProduct)
@@ -195,7 +186,6 @@ void productRegisterFm1::load() {
     m_search->clear();
     Label7_Clear();
     enterState(Browsing);
-    flashPhase = 1;
 }
 
 void productRegisterFm1::activate() {
@@ -264,9 +254,8 @@ void productRegisterFm1::enterState(EditState state) {
 
 void productRegisterFm1::return_A() {
     enterState(Browsing);
-    m_productFlag->hide();
+    m_productFlag->stop();
     m_stockFlag->hide();
-    m_flashTimer.stop();
     m_steadyTimer.stop();
     m_moves->setButtonsEnabled(true);
     for (const int number : {4, 5, 6, 7, 8})
@@ -326,8 +315,7 @@ void productRegisterFm1::addNextProduct() {
 }
 
 void productRegisterFm1::startAddingProduct() {
-    m_productFlag->show();
-    m_flashTimer.start();
+    m_productFlag->start();
     m_heading->setText(QStringLiteral("新产品登录"));
     Label7_Clear();
     m_boxes->setTexts(clearRecord(m_session));
@@ -446,9 +434,4 @@ void productRegisterFm1::openView(int number) {
             return;
         m_host.showOrTell(QString::fromUtf16(gateway.view), QString::fromUtf16(gateway.caption));
     }
-}
-
-void productRegisterFm1::flash() {
-    setTextColour(m_productFlag, colourOfNumber(flashPhase == 1 ? kFlashLight : kFlashDark));
-    flashPhase = flashPhase == 1 ? 2 : 1;
 }

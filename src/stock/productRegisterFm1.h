@@ -7,6 +7,7 @@
 
 #include <map>
 
+class BlinkingLabel;
 class DataGrid;
 class MoveButtons;
 class Prompts;
@@ -62,7 +63,6 @@ private:
     bool refuseWhile(EditState state, const QString& message);
     /// Saves a new product; false where the routine ends with the state unchanged.
     bool saveProduct(const QString& failure, bool yields, bool& written);
-    void flash();
 
     ViewHost& m_host;
     Session& m_session;
@@ -73,13 +73,11 @@ private:
     QLineEdit* m_search = nullptr;
     QLabel* m_heading = nullptr;
     QLabel* m_figures[3] = {};
-    QLabel* m_productFlag = nullptr;
+    BlinkingLabel* m_productFlag = nullptr;
     QLabel* m_stockFlag = nullptr;
     std::map<int, QPushButton*> m_commands;
-    QTimer m_flashTimer;
     QTimer m_steadyTimer; // declared for the stock flag and never firing: that flag shows steady
     EditState editState = Browsing;
     qint16 changeMark = 1;
-    qint16 flashPhase = 1;
     qint16 displayMode = 1;
 };

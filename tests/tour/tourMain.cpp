@@ -55,6 +55,7 @@ public:
 private:
     void purchase() {
         TopWindow* window = m_main.host().window(QStringLiteral("buyFm1"));
+        window->resize(1240, 700);
         Driver buy(*window);
         const std::pair<int, const char*> lines[] = {{0, "2"}, {2, "5"}, {4, "1"}, {6, "3"}};
         for (const auto& [row, quantity] : lines) {
@@ -118,6 +119,7 @@ int main(int argc, char** argv) {
     WindowPrompts prompts;
     MDIForm1 main(session, prompts);
     registerAll(main, prompts);
+    main.resize(1280, 720);
     main.show();
     main.start();
     Tour(main, words[2]).run();
