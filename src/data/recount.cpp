@@ -9,6 +9,45 @@ namespace {
 
 constexpr int kProgressStep = 2000;
 
+/// The fields of a line that the sums are made of.
+struct LineFields {
+    explicit LineFields(const Recordset& lines)
+        : paid(lines.fieldIndex(QStringLiteral("实付")))
+        , margin(lines.fieldIndex(QStringLiteral("差额利润")))
+        , quantity(lines.fieldIndex(QStringLiteral("数量"))) {}
+
+    /// Adds the row at a position as the cursor shows it, pending edits included.
+    void addTo(LineSums& sums, const Recordset& lines, int position) const {
+        sums.add(lines.numberAt(position, paid), lines.numberAt(position, margin),
+                 lines.numberAt(position, quantity));
+    }
+
+    int paid, margin, quantity;
+};
+
+/// The same three columns as they are stored, for walks over many rows.
+class StoredLines {
+public:
+    StoredLines(const Recordset& lines, const LineFields& fields)
+        : m_paid(numbers(lines, fields.paid))
+        , m_margin(numbers(lines, fields.margin))
+        , m_quantity(numbers(lines, fields.quantity)) {}
+
+    void addTo(LineSums& sums, RowId row) const {
+        sums.add(orNull(m_paid[row]), orNull(m_margin[row]), orNull(m_quantity[row]));
+    }
+
+private:
+    static const std::vector<double>& numbers(const Recordset& lines, int field) {
+        return lines.image().column(lines.imageColumn(field)).numbers;
+    }
+    static double orNull(double number) { return std::isnan(number) ? 0 : number; }
+
+    const std::vector<double>& m_paid;
+    const std::vector<double>& m_margin;
+    const std::vector<double>& m_quantity;
+};
+
 /// Sums by customer number over all lines in one pass; numbers that differ in the case of A-Z alone are one.
 class SumsByClient {
 public:
@@ -18,9 +57,6 @@ public:
         lines->prefetch({QStringLiteral("客户编号"), QStringLiteral("实付"), QStringLiteral("差额利润"),
                          QStringLiteral("数量")});
         m_number = lines->fieldIndex(QStringLiteral("客户编号"));
-        m_paid = lines->fieldIndex(QStringLiteral("实付"));
-        m_margin = lines->fieldIndex(QStringLiteral("差额利润"));
-        m_quantity = lines->fieldIndex(QStringLiteral("数量"));
         if (lines->pendingEdits().empty())
             addStored();
         else
@@ -37,25 +73,21 @@ public:
     }
 
 private:
-    const ColumnStore& store(int field) const { return m_image.column(m_lines.imageColumn(field)); }
-    const TextPool& pool() const { return store(m_number).pool; }
+    const ColumnStore& numberStore() const { return m_image.column(m_lines.imageColumn(m_number)); }
+    const TextPool& pool() const { return numberStore().pool; }
 
     void addStored() {
-        const std::vector<TextPool::Code>& codes = store(m_number).codes;
-        const std::vector<double>& paid = store(m_paid).numbers;
-        const std::vector<double>& margin = store(m_margin).numbers;
-        const std::vector<double>& quantity = store(m_quantity).numbers;
+        const StoredLines stored(m_lines, LineFields(m_lines));
+        const std::vector<TextPool::Code>& codes = numberStore().codes;
         std::vector<TextPool::Code> classes(pool().last() + 1);
         for (TextPool::Code code = 0; code < classes.size(); ++code)
             classes[code] = pool().foldClass(code);
         m_sums.resize(classes.size());
-        const auto orNull = [](double number) { return std::isnan(number) ? 0 : number; };
-        m_lines.eachRow([&](RowId row) {
-            m_sums[classes[codes[row]]].add(orNull(paid[row]), orNull(margin[row]), orNull(quantity[row]));
-        });
+        m_lines.eachRow([&](RowId row) { stored.addTo(m_sums[classes[codes[row]]], row); });
     }
 
     void addShown() {
+        const LineFields fields(m_lines);
         for (int i = 0; i < m_lines.RecordCount(); ++i) {
             const CellValue number = m_lines.valueAt(i, m_number);
             if (isNull(number))
@@ -64,17 +96,13 @@ private:
                 pool().foldClass(m_image.internText(m_lines.imageColumn(m_number), toText(number)));
             if (code >= m_sums.size())
                 m_sums.resize(std::size_t(code) + 1);
-            m_sums[code].add(m_lines.numberAt(i, m_paid), m_lines.numberAt(i, m_margin),
-                             m_lines.numberAt(i, m_quantity));
+            fields.addTo(m_sums[code], m_lines, i);
         }
     }
 
     const Recordset& m_lines;
     const TableImage& m_image;
     int m_number = 0;
-    int m_paid = 0;
-    int m_margin = 0;
-    int m_quantity = 0;
     std::vector<LineSums> m_sums; // by fold class of the number's code
 };
 
@@ -126,12 +154,15 @@ double marginRate(const LineSums& sums) {
 }
 
 LineSums sumsOfView(const RecordsetPtr& lines) {
+    const LineFields fields(*lines);
     LineSums sums;
-    const int paid = lines->fieldIndex(QStringLiteral("实付"));
-    const int margin = lines->fieldIndex(QStringLiteral("差额利润"));
-    const int quantity = lines->fieldIndex(QStringLiteral("数量"));
-    for (int i = 0; i < lines->RecordCount(); ++i)
-        sums.add(lines->numberAt(i, paid), lines->numberAt(i, margin), lines->numberAt(i, quantity));
+    if (lines->pendingEdits().empty()) {
+        const StoredLines stored(*lines, fields);
+        lines->eachRow([&](RowId row) { stored.addTo(sums, row); });
+    } else {
+        for (int i = 0; i < lines->RecordCount(); ++i)
+            fields.addTo(sums, *lines, i);
+    }
     return sums;
 }
 
