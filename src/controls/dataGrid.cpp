@@ -63,6 +63,8 @@ void DataGrid::bind(const RecordsetPtr& recordset, const QStringList& hidden) {
     if (other)
         fitColumns();
     followRecordset();
+    if (other && m_rowHandler)
+        m_rowHandler();
 }
 
 void DataGrid::setEditable(bool editable) {

@@ -25,7 +25,8 @@ public:
     RecordsetModel& recordsetModel() { return *m_model; }
 
     /// Runs after every change of the recordset's current row or view, whoever made it (a move of the user's,
-    /// a Find, Filter, Sort, a deletion), but not inside a QuietWalk.
+    /// a Find, Filter, Sort, a deletion), but not inside a QuietWalk;
+    /// also when another recordset is bound.
     void setRowHandler(std::function<void()> handler) { m_rowHandler = std::move(handler); }
     /// Lets cells be edited in place; a changed cell is a pending edit.
     void setEditable(bool editable);

@@ -291,6 +291,17 @@ TEST_F(Register, TheBoxesFollowTheDatabaseCursorWhoeverMovesIt) {
     EXPECT_FALSE(session().clientTable->isEOF());
 }
 
+TEST_F(Register, ReturningToTheRegisterPutsItsFirstCustomerInHand) {
+    startWith({"1", "2"});
+    drive->click("Command1(3)");
+    EXPECT_EQ(session().currentClientNum, u"2");
+    drive->choose("maintain_product");
+    EXPECT_EQ(session().currentClientNum, u"2");
+    drive->choose("management_client");
+    EXPECT_EQ(box(0), u"1");
+    EXPECT_EQ(session().currentClientNum, u"1");
+}
+
 TEST_F(Register, AnActivationThatFindsCloseOnlyOpensAgain) {
     startWith({"1"});
     type(1, "neu");
