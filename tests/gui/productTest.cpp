@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTimer>
 #include <QtTest/QTest>
 
@@ -230,6 +231,22 @@ TEST_F(Products, WhileAddingSearchShowAllAndTheFirstGatewaysRefuse) {
     drive->click("Command14");
     EXPECT_TRUE(status().contains(u"退库"));
     EXPECT_TRUE(shown("Label4"));
+}
+
+TEST_F(Products, MovingAndDeletingRefuseWhileAddingEvenWhereTheirButtonsAreOff) {
+    books.addProduct("p1", "纸", 10, 0, 5);
+    open();
+    drive->click("Command8");
+    for (const char* name : {"Command1(2)", "Command7"}) {
+        prompts.expectMessage("正在添加新产品，不能执行此操作！");
+        Q_EMIT drive->find<QPushButton>(name)->clicked();
+    }
+    drive->click("Command6");
+    prompts.expectMessage("请输入‘成本’！");
+    drive->click("Command4");
+    prompts.expectMessage("正在追加产品数量，不能执行此操作！");
+    Q_EMIT drive->find<QPushButton>("Command7")->clicked();
+    EXPECT_EQ(stock(), u"p1|10.0");
 }
 
 TEST_F(Products, SearchAndShowAll) {

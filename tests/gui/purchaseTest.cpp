@@ -430,6 +430,28 @@ TEST_F(Purchase, TheRoadOfOneSaleThroughTheWindow) {
     EXPECT_EQ(drive->text("Text3(14)"), u"6");
 }
 
+TEST_F(Purchase, ABasketOfThirtyLinesBesideEarlierOnesThroughTheWindow) {
+    for (int i = 1; i <= 30; ++i)
+        books.addProduct(QStringLiteral("q%1").arg(i), QStringLiteral("货%1").arg(i), 100, 0.25 * i, 0.5 * i);
+    books.addLine("9", "7", "p1", "2003-01-05", 2, 10, 2);
+    open();
+    for (int i = 0; i < 30; ++i)
+        put(3 + i, "2");
+    // Paid: 2 * 0.5 * (1 + ... + 30) = 465, the margin half of it; with the earlier line 475, 238.5 and 62
+    // pieces.
+    prompts.expectConfirm("购买总数量： 60\n总金额：465\n确认结算吗？", true);
+    buy->click("Command1");
+    EXPECT_EQ(books.stored("SELECT 消费合计, 差额利润, 购买数, 差额利润率 FROM clientTable"),
+              u"475.0|238.5|62.0|50.21%");
+    EXPECT_EQ(books.stored("SELECT count(*), sum(数量), sum(合计), sum(实付), sum(差额利润) FROM buyList "
+                           "WHERE 订单号 = '1001'"),
+              u"30|60.0|465.0|465.0|232.5");
+    EXPECT_EQ(books.stored("SELECT count(*) FROM productTable WHERE 产品编号 LIKE 'q%' AND 数量 <> 98"),
+              u"0");
+    EXPECT_EQ(books.stored("SELECT counterNum2 FROM counterCode"), u"1002.0");
+    EXPECT_EQ(basket(), u"");
+}
+
 TEST_F(Purchase, SettlingAnEmptyBasketDoesNothing) {
     open();
     buy->click("Command1");

@@ -4,6 +4,7 @@
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTimer>
 #include <QtTest/QTest>
 
@@ -289,6 +290,22 @@ TEST_F(Register, TheBoxesFollowTheDatabaseCursorWhoeverMovesIt) {
     session().clientTable->MoveNext();
     EXPECT_EQ(drive->text("Text1"), u"3/3");
     EXPECT_FALSE(session().clientTable->isEOF());
+}
+
+TEST_F(Register, WhileAddingEveryWayOutRefusesEvenWhereItsButtonIsOff) {
+    startWith({"1"});
+    drive->click("Command3");
+    const std::pair<const char*, const char*> refusals[] = {
+        {"Command2", "正在添加新客户，不能执行此操作！"},
+        {"Command7", "请先按’保存‘按钮，保存好客户资料，再执行此操作！"},
+        {"Command8", "正在添加数据不能执行该操作！"}};
+    for (const auto& [name, message] : refusals) {
+        auto* button = drive->find<QPushButton>(name);
+        EXPECT_FALSE(button->isEnabled()) << name;
+        prompts.expectMessage(message);
+        Q_EMIT button->clicked(); // as nothing but a program can
+    }
+    EXPECT_EQ(numbers(), u"1");
 }
 
 TEST_F(Register, ReturningToTheRegisterPutsItsFirstCustomerInHand) {
