@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 
+#include <cmath>
+
 namespace {
 
 bool isNumberBox(int index) {
@@ -43,15 +45,18 @@ const QStringList& lineColumns() {
     return columns;
 }
 
+double valOrMost(const QString& text) {
+    try {
+        return val(text);
+    } catch (const RuntimeError&) {
+        return HUGE_VAL;
+    }
+}
+
 LineAmounts lineAmounts(const QString& quantity, const QString& price, const QString& discount) {
     LineAmounts amounts;
     const double due = checkedFinite(val(quantity) * val(price));
-    double percent = 100;
-    try {
-        percent = val(discount);
-    } catch (const RuntimeError&) {
-        // A number beyond all bounds is above 100 like any other.
-    }
+    double percent = valOrMost(discount);
     amounts.discount = discount;
     if (percent <= 0 || percent >= 100) {
         amounts.discount = QStringLiteral("100");
@@ -193,6 +198,19 @@ std::optional<StockRow> stockOf(Session& session, const QString& productNum) {
     if (!product.hasRows())
         return std::nullopt;
     return StockRow{*product.currentRow(), toNumber(product.Fields(QStringLiteral("数量")).OriginalValue())};
+}
+
+StockCheck checkStock(Session& session, const QString& productNum, const QString& quantity) {
+    StockCheck check;
+    check.stock = stockOf(session, productNum);
+    if (!check.stock)
+        return check;
+    check.left = check.stock->quantity - valOrMost(quantity);
+    if (check.stock->quantity <= 0)
+        check.result = StockCheck::Result::SoldOut;
+    else if (check.left < 0)
+        check.result = StockCheck::Result::TooMany;
+    return check;
 }
 
 void recomputeLine(const RecordsetPtr& basket) {

@@ -17,6 +17,9 @@ inline constexpr int Order = 0, Client = 1, Product = 2, Date = 3, Name = 4, Pla
 /// The columns of the 14 line boxes, in box order.
 const QStringList& lineColumns();
 
+/// Val of a typed number; one beyond all bounds is more than any other.
+double valOrMost(const QString& text);
+
 /// What a change of quantity or discount gives: amount due and paid, in the shop's currency, and the discount
 /// in percent of the price, "100" for one that is empty, not above 0 or not below 100.
 struct LineAmounts {
@@ -67,6 +70,15 @@ struct StockRow {
     double quantity;
 };
 std::optional<StockRow> stockOf(Session& session, const QString& productNum);
+
+/// Whether a typed quantity of a product can be sold.
+struct StockCheck {
+    enum class Result { Passes, SoldOut, TooMany };
+    Result result = Result::Passes;
+    std::optional<StockRow> stock; // nothing for a product that is not in stock at all: it passes
+    double left = 0;               // what the stock would be after the sale
+};
+StockCheck checkStock(Session& session, const QString& productNum, const QString& quantity);
 
 /// Recomputes 合计, 实付 and 差额利润 of the current basket row from its own columns, as pending edits.
 void recomputeLine(const RecordsetPtr& basket);

@@ -19,22 +19,11 @@
 #include <QScreen>
 #include <QStackedWidget>
 
-#include <cmath>
-
 namespace {
 
 const QStringList& hiddenColumns() {
     static const QStringList columns{QStringLiteral("流水号"), QStringLiteral("成本")};
     return columns;
-}
-
-/// Val of a typed number; one beyond all bounds is more than any stock.
-double valOrMost(const QString& text) {
-    try {
-        return val(text);
-    } catch (const RuntimeError&) {
-        return HUGE_VAL;
-    }
 }
 
 } // namespace
@@ -241,25 +230,25 @@ void buyFm1::step(int box, int by) {
 }
 
 bool buyFm1::stock_check() {
-    const QString product = m_line->boxes->text(LineBox::Product);
-    const auto stock = stockOf(m_session, product);
-    if (!stock)
+    RecordBoxes* boxes = m_line->boxes;
+    const QString product = boxes->text(LineBox::Product);
+    const StockCheck check = checkStock(m_session, product, boxes->text(LineBox::Quantity));
+    if (!check.stock)
         return true;
-    if (stock->quantity <= 0) {
+    if (check.result == StockCheck::Result::Passes) {
+        setLeft(product, check.stock->row, check.left);
+        return true;
+    }
+    if (check.result == StockCheck::Result::SoldOut) {
         m_prompts.tell(QStringLiteral("该产品已无库存！"));
         return false;
     }
-    const double left = stock->quantity - valOrMost(m_line->boxes->text(LineBox::Quantity));
-    if (left < 0) {
-        m_prompts.tell(QStringLiteral("超出库存数，现有库存数") + plainNumber(stock->quantity),
-                       QStringLiteral("库存提示"));
-        m_line->boxes->setText(LineBox::Quantity, QStringLiteral("0"));
-        m_line->boxes->box(LineBox::Quantity)->selectAll();
-        setLeft(product, stock->row, stock->quantity);
-        return false;
-    }
-    setLeft(product, stock->row, left);
-    return true;
+    m_prompts.tell(QStringLiteral("超出库存数，现有库存数") + plainNumber(check.stock->quantity),
+                   QStringLiteral("库存提示"));
+    boxes->setText(LineBox::Quantity, QStringLiteral("0"));
+    boxes->box(LineBox::Quantity)->selectAll();
+    setLeft(product, check.stock->row, check.stock->quantity);
+    return false;
 }
 
 void buyFm1::setLeft(const QString& product, RowId row, double left) {

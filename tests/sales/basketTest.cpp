@@ -168,6 +168,19 @@ TEST_F(Basket, StockIsFoundWhereverTheCursorStandsAndWhateverItIsFilteredTo) {
     EXPECT_FALSE(stockOf(session(), ""));
 }
 
+TEST_F(Basket, StockIsCheckedAgainstTheStoredQuantity) {
+    books.addProduct("p3", "墨盒", 0, 1, 2);
+    open();
+    using Result = StockCheck::Result;
+    EXPECT_EQ(checkStock(session(), "p2", "3").result, Result::Passes);
+    EXPECT_EQ(checkStock(session(), "p2", "3").left, 0);
+    EXPECT_EQ(checkStock(session(), "p2", "-1").left, 4);
+    for (const char* quantity : {"3.01", "1e308", "1e999"})
+        EXPECT_EQ(checkStock(session(), "p2", quantity).result, Result::TooMany) << quantity;
+    EXPECT_EQ(checkStock(session(), "p3", "0").result, Result::SoldOut);
+    EXPECT_EQ(checkStock(session(), "gone", "5").result, Result::Passes);
+}
+
 TEST_F(Basket, AnEditMayReachStoredPlusAvailable) {
     open();
     put("p2", "2");
