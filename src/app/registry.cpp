@@ -1,5 +1,8 @@
 #include "app/registry.h"
 
+#include "analysis/analysisCommands.h"
+#include "query/queryCommands.h"
+#include "reports/reportCommands.h"
 #include "sales/salesCommands.h"
 #include "shell/MDIForm1.h"
 #include "shell/manualFm1.h"
@@ -14,4 +17,7 @@ void registerAll(MDIForm1& main, Prompts& prompts) {
     main.commands().add(QStringLiteral("exit"), [&main] { main.askExit(); });
     registerSales(main.commands(), host, prompts);
     registerStock(main.commands(), host, prompts);
+    registerAnalysis(main.commands(), host, prompts);
+    registerQuery(host, prompts);
+    registerReports(host, prompts);
 }

@@ -53,8 +53,7 @@ MoveButtons::MoveButtons(const QString& name, const QString& positionName, QWidg
             m_position->setFocusPolicy(Qt::NoFocus);
             m_position->setAlignment(Qt::AlignCenter);
             m_position->setAccessibleName(QStringLiteral("记录位置"));
-            m_position->setFixedWidth(
-                m_position->fontMetrics().horizontalAdvance(QStringLiteral("1000000/1000000")) + 16);
+            setPositionWidth(QStringLiteral("1000000/1000000"));
             row->addWidget(m_position);
         }
     }
@@ -63,6 +62,10 @@ MoveButtons::MoveButtons(const QString& name, const QString& positionName, QWidg
 void MoveButtons::setPosition(const QString& text) {
     if (m_position)
         m_position->setText(text);
+}
+
+void MoveButtons::setPositionWidth(const QString& text) {
+    m_position->setFixedWidth(m_position->fontMetrics().horizontalAdvance(text) + 16);
 }
 
 void MoveButtons::setButtonsEnabled(bool enabled) {

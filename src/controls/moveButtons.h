@@ -23,6 +23,8 @@ public:
     MoveButtons(const QString& name, const QString& positionName, QWidget* parent = nullptr);
 
     void setPosition(const QString& text);
+    /// Makes the position box as wide as this text.
+    void setPositionWidth(const QString& text);
     void setButtonsEnabled(bool enabled);
 
 Q_SIGNALS:

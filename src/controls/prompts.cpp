@@ -1,10 +1,14 @@
 #include "controls/prompts.h"
 
 #include <QApplication>
+#include <QColorDialog>
+#include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFontDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -49,4 +53,39 @@ std::optional<QString> WindowPrompts::saveFile(const QString& title, const QStri
                                                const QString& filter) {
     const QString name = QFileDialog::getSaveFileName(QApplication::activeWindow(), title, proposal, filter);
     return name.isEmpty() ? std::nullopt : std::optional(name);
+}
+
+std::optional<FontChoice> WindowPrompts::chooseFont(const QString& title, const FontChoice& start) {
+    QDialog dialog(QApplication::activeWindow());
+    dialog.setWindowTitle(title);
+    auto* fonts = new QFontDialog(start.font, &dialog);
+    fonts->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
+    fonts->setWindowFlags(Qt::Widget);
+    auto* colour = new QPushButton(&dialog);
+    QColor chosen = start.colour;
+    const auto showColour = [&] {
+        QPixmap sample(24, 16);
+        sample.fill(chosen);
+        colour->setIcon(sample);
+        colour->setText(QStringLiteral("颜色…"));
+    };
+    showColour();
+    QObject::connect(colour, &QPushButton::clicked, &dialog, [&] {
+        if (const QColor picked = QColorDialog::getColor(chosen, &dialog, QStringLiteral("颜色"));
+            picked.isValid())
+            chosen = picked;
+        showColour();
+    });
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+    buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("确定"));
+    buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("取消"));
+    buttons->addButton(colour, QDialogButtonBox::ResetRole);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    auto* column = new QVBoxLayout(&dialog);
+    column->addWidget(fonts, 1);
+    column->addWidget(buttons);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return FontChoice{fonts->currentFont(), chosen};
 }

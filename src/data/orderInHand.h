@@ -6,3 +6,6 @@
 /// chosen), and leaves its date, amount and quantity in the session for the order report. Empty where the
 /// order is not there.
 void Temp_Order_Form(Session& session);
+
+/// Opens the order totals over the lines, over the period copy where showSource is 7.
+void setup_rs_total(Session& session);

@@ -13,6 +13,20 @@ namespace ShowSource {
 inline constexpr int Clients = 1;
 inline constexpr int Lines = 2;
 inline constexpr int Products = 3;
+inline constexpr int PeriodProducts = 4;
+inline constexpr int PeriodClients = 7;
+inline constexpr int PeriodLines = 9;
+inline constexpr int Clerks = 11;
+inline constexpr int PeriodClerks = 12;
+inline constexpr int StockIn = 15;
+inline constexpr int PeriodStockIn = 16;
+inline constexpr int StockCount = 17;
+inline constexpr int Returns = 18;
+inline constexpr int PeriodReturns = 19;
+inline constexpr int Scrap = 20;
+inline constexpr int PeriodScrap = 21;
+inline constexpr int Transfers = 23;
+inline constexpr int PeriodTransfers = 24;
 } // namespace ShowSource
 
 /// The one connection, the shared cursors and the process values, handed by reference to views and routines.
@@ -46,12 +60,39 @@ public:
 
     QString periodDate1;
     QString periodDate2;
+    /// Start and end of the last confirmed period, in the words of the period dialog; "" where a side is
+    /// unset.
+    QString periodStart;
+    QString periodEnd;
+    QString periodPurpose; // what the register asks its period for
+    /// First and last date that the display view in front shows; its report prints them.
+    QString displayDate1;
+    QString displayDate2;
     /// Amount and quantity of the order in hand, for the order report; its date is in periodDate1.
     QString orderAmount;
     QString orderQuantity;
     qint16 analysisKind = 0;
     QString analysisCaption;
     qint16 safetyStock = 2;
+
+    qint16 searchCode = 0; // field list of the search dialog
+    qint16 orderCode = 0;  // cursor of the sort dialog
+
+    /// What the product picker handed over last.
+    struct PickedProduct {
+        QString number;
+        Bookmark row;
+        double cost = 0;
+    } pickedProduct;
+
+    // Paging of the one report form that is open; pages count from 1, `pageIndex` from 0.
+    int pageFrom = 0;
+    int pageTo = 0;
+    qint32 pageSaved = 0; // pageTo while a test print runs
+    qint32 pageIndex = 0;
+    qint32 pageFirst = 0;      // 1 if the report has rows
+    QString reportFormTitle;   // handed over by the view that opens the report
+    qint16 reportReturned = 0; // 1 once the form has closed
 
     RecordsetPtr clientTable;
     RecordsetPtr buyList;
@@ -72,6 +113,7 @@ public:
     RecordsetPtr no_use_Bank;
     RecordsetPtr no_use_Bank2;
     RecordsetPtr out_of_Bank;
+    RecordsetPtr out_of_Bank2; // the place of a period copy that nothing makes: transfers are shown whole
     RecordsetPtr counterCode;
     RecordsetPtr orderTable;
     RecordsetPtr saleTable;
@@ -79,6 +121,7 @@ public:
     RecordsetPtr month_Table;
     RecordsetPtr orderTotals;
     RecordsetPtr clerkTotals;
+    RecordsetPtr scratch; // what one view picks out for the next window
 
     /// Today, without a time; tests put their own day here.
     std::function<QDate()> today = [] { return QDate::currentDate(); };

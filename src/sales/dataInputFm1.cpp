@@ -77,10 +77,8 @@ QWidget* dataInputFm1::buildGridSide() {
     inside->addWidget(m_grid);
     for (const auto& [caption, window] : gridCommands()) {
         auto* action = new QAction(caption, this);
-        connect(action, &QAction::triggered, this, [this, name = window, text = caption] {
-            if (!m_host.openWindow(name, ViewHost::MainWindow::Disabled))
-                m_host.tellNotYet(text);
-        });
+        connect(action, &QAction::triggered, this,
+                [this, name = window, text = caption] { runGridCommand(name, text); });
         m_grid->addContextAction(action);
     }
     // The buttons stand outside the frame: while a customer is added they answer instead of being dead.
@@ -90,6 +88,18 @@ QWidget* dataInputFm1::buildGridSide() {
     column->addWidget(m_gridFrame, 1);
     column->addWidget(m_moves, 0, Qt::AlignHCenter);
     return side;
+}
+
+void dataInputFm1::runGridCommand(const QString& window, const QString& caption) {
+    if (window != u"timeDefineFm22") {
+        m_host.openOrTell(window, ViewHost::MainWindow::Disabled, caption);
+        return;
+    }
+    if (!m_session.clientTable->hasRows())
+        return;
+    m_session.showSource = ShowSource::Clients;
+    m_session.periodPurpose = caption;
+    m_host.openWindow(window, ViewHost::MainWindow::Stays);
 }
 
 QWidget* dataInputFm1::buildPanel() {

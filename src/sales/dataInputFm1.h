@@ -28,6 +28,8 @@ private:
     // Building.
     QWidget* buildGridSide();
     QWidget* buildPanel();
+    /// An entry of the grid's context menu.
+    void runGridCommand(const QString& window, const QString& caption);
     void connectCommands();
 
     // The commands, by their buttons.

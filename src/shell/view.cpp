@@ -1,6 +1,8 @@
 #include "shell/view.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
+#include <QPushButton>
 
 View::View(const QString& name, const QString& caption, QWidget* parent)
     : QWidget(parent) {
@@ -35,4 +37,13 @@ void TopWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(m_finishing);
     if (m_finishing)
         Q_EMIT finished();
+}
+
+void Dialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else if (m_default && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+        m_default->click();
+    else
+        TopWindow::keyPressEvent(event);
 }

@@ -6,6 +6,8 @@
 #include <functional>
 #include <map>
 
+class QPushButton;
+
 /// The toolbar's operations that a view may offer.
 enum class ViewOperation { Time_AA, data_search, data_whole_show, data_order, data_print };
 
@@ -29,6 +31,10 @@ public:
     virtual bool loadActivates() const { return false; }
     /// Runs when another view takes this one's place.
     virtual void leave() {}
+    /// Whether the view shows the data of this showSource code. A view without a choice of data always does.
+    virtual bool shows(int /*showSource*/) const { return true; }
+    /// Runs after the sort dialog has sorted the view's cursor.
+    virtual void sorted() {}
 
     bool offers(ViewOperation operation) const { return m_operations.count(operation) > 0; }
     /// Runs an operation that the view offers; nothing for another.
@@ -52,6 +58,11 @@ public:
 
     /// Closes without asking.
     void finish();
+    /// Whether the window belongs to the view in front and closes, as by its own way out, when that one is
+    /// left.
+    virtual bool isDialog() const { return false; }
+    /// Runs when the window is asked for while it is open.
+    virtual void shownAgain() {}
 
 Q_SIGNALS:
     void finished();
@@ -64,4 +75,21 @@ protected:
 private:
     bool m_closing = false; // inside the close box's own event
     bool m_finishing = false;
+};
+
+/// A small window for one choice over the view in front. Escape is its way out, Enter its default button.
+class Dialog : public TopWindow {
+    Q_OBJECT
+
+public:
+    using TopWindow::TopWindow;
+    bool isDialog() const override { return true; }
+
+protected:
+    /// The button that Enter presses.
+    void setDefaultButton(QPushButton* button) { m_default = button; }
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QPushButton* m_default = nullptr;
 };

@@ -2,10 +2,14 @@
 
 #include "controls/dataGrid.h"
 
+#include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QWindow>
+
+#include <algorithm>
 
 namespace {
 
@@ -40,9 +44,9 @@ ViewHost::ViewHost(Session& session, QMainWindow& main, QStackedWidget& area)
     , m_area(area) {}
 
 ViewHost::~ViewHost() {
-    const QHash<QString, QPointer<TopWindow>> open = std::exchange(m_open, {});
-    for (const QPointer<TopWindow>& window : open)
-        delete window.data();
+    const QHash<QString, OpenWindow> open = std::exchange(m_open, {});
+    for (const OpenWindow& each : open)
+        delete each.window.data();
 }
 
 View* ViewHost::loaded(const QString& name) {
@@ -61,6 +65,7 @@ void ViewHost::show(const QString& name) {
     const bool fresh = m_loaded.value(name).isNull();
     View* view = loaded(name);
     m_area.setCurrentWidget(view);
+    closeDialogs();
     leaveActive();
     m_active = view;
     m_session.viewReturnState = QStringLiteral("Open");
@@ -88,6 +93,13 @@ void ViewHost::leaveActive() {
         Fm_Visible_Not(m_active->name());
     else
         Fm_Close(m_active->name());
+}
+
+void ViewHost::closeDialogs() {
+    const QHash<QString, OpenWindow> open = m_open;
+    for (const OpenWindow& each : open)
+        if (each.window && each.window->isDialog())
+            each.window->close();
 }
 
 void ViewHost::setShowSource(const QString& name) {
@@ -123,13 +135,14 @@ void ViewHost::Fm_Visible_Not(const QString& name) {
 TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
     if (!m_windows.contains(name))
         return nullptr;
-    if (TopWindow* open = m_open.value(name)) {
+    if (TopWindow* open = window(name)) {
+        open->shownAgain();
         open->raise();
         open->activateWindow();
         return open;
     }
     TopWindow* window = m_windows.value(name)();
-    m_open[name] = window;
+    m_open[name] = {window, main};
     window->winId();
     window->move(m_main.geometry().center() - QRect(QPoint(), window->size()).center());
     if (main == MainWindow::Hidden)
@@ -138,14 +151,33 @@ TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
         window->windowHandle()->setTransientParent(m_main.windowHandle());
     if (main == MainWindow::Disabled)
         m_main.setEnabled(false);
-    connect(window, &TopWindow::finished, this, [this, name, main] {
-        m_open.remove(name);
-        m_main.setEnabled(true);
-        if (main == MainWindow::Hidden)
-            m_main.show();
-    });
+    connect(window, &TopWindow::finished, this, [this, name] { windowClosed(name); });
     window->show();
     return window;
+}
+
+bool ViewHost::anyOpen(MainWindow main) const {
+    return std::any_of(m_open.begin(), m_open.end(),
+                       [main](const OpenWindow& each) { return each.main == main; });
+}
+
+void ViewHost::windowClosed(const QString& name) {
+    m_open.remove(name);
+    m_main.setEnabled(!anyOpen(MainWindow::Disabled));
+    if (!anyOpen(MainWindow::Hidden))
+        m_main.show();
+}
+
+QString ViewHost::controlText(const QString& view, const QString& control) const {
+    const QWidget* form = m_loaded.value(view);
+    if (!form)
+        form = window(view);
+    const QWidget* widget = form ? form->findChild<QWidget*>(control) : nullptr;
+    if (const auto* box = qobject_cast<const QLineEdit*>(widget))
+        return box->text();
+    if (const auto* label = qobject_cast<const QLabel*>(widget))
+        return label->text();
+    return {};
 }
 
 void ViewHost::tellNotYet(const QString& caption) {
@@ -159,4 +191,11 @@ bool ViewHost::showOrTell(const QString& name, const QString& caption) {
     }
     show(name);
     return true;
+}
+
+bool ViewHost::openOrTell(const QString& name, MainWindow main, const QString& caption) {
+    if (openWindow(name, main))
+        return true;
+    tellNotYet(caption);
+    return false;
 }

@@ -40,8 +40,12 @@ public:
     void showFromMenu(const QString& name);
     /// Opens a window of its own, or brings the open one to the front. Null for an unknown name.
     TopWindow* openWindow(const QString& name, MainWindow main);
+    /// Opens a window of its own; one that is not there yet changes nothing but the status bar.
+    bool openOrTell(const QString& name, MainWindow main, const QString& caption);
     /// The window of this name, null while it is closed.
-    TopWindow* window(const QString& name) const { return m_open.value(name); }
+    TopWindow* window(const QString& name) const { return m_open.value(name).window; }
+    /// Text of a label or box on a view or window by the names of both; "" where it is not there.
+    QString controlText(const QString& view, const QString& control) const;
 
     View* active() const { return m_active; }
     bool isActive(const QString& name) const { return m_active && m_active->name() == name; }
@@ -63,8 +67,16 @@ Q_SIGNALS:
     void viewShown(const QString& name);
 
 private:
+    struct OpenWindow {
+        QPointer<TopWindow> window;
+        MainWindow main = MainWindow::Stays;
+    };
+
     View* loaded(const QString& name);
     void leaveActive();
+    void closeDialogs();
+    void windowClosed(const QString& name);
+    bool anyOpen(MainWindow main) const;
     void setShowSource(const QString& name);
 
     Session& m_session;
@@ -73,6 +85,6 @@ private:
     QHash<QString, ViewFactory> m_views;
     QHash<QString, WindowFactory> m_windows;
     QHash<QString, QPointer<View>> m_loaded;
-    QHash<QString, QPointer<TopWindow>> m_open;
+    QHash<QString, OpenWindow> m_open;
     QPointer<View> m_active;
 };

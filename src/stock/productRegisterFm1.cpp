@@ -432,6 +432,23 @@ void productRegisterFm1::openView(int number) {
         if (gateway.refusedWhileAdding &&
             refuseWhile(AddingProduct, QStringLiteral("正在添加新产品，不能执行此操作！")))
             return;
-        m_host.showOrTell(QString::fromUtf16(gateway.view), QString::fromUtf16(gateway.caption));
+        const QString view = QString::fromUtf16(gateway.view);
+        if (!m_host.knows(view))
+            return m_host.tellNotYet(QString::fromUtf16(gateway.caption));
+        if (canOpen(number))
+            m_host.show(view);
+        return;
     }
+}
+
+bool productRegisterFm1::canOpen(int number) {
+    if (number == 11)
+        return m_session.product_Bank->hasRows();
+    if (!m_session.productTable->isOpen())
+        return false;
+    m_session.productTable->clearFilter();
+    if (!m_session.productTable->hasRows())
+        return false;
+    displayMode = 2;
+    return true;
 }

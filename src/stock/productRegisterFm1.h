@@ -48,6 +48,8 @@ private:
     void deleteCurrent();
     void addToStock();
     void openView(int number);
+    /// Whether what the view behind a button needs is there; makes the table ready for it.
+    bool canOpen(int number);
 
     // State.
     void startAddingProduct();

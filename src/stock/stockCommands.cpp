@@ -1,10 +1,58 @@
 #include "stock/stockCommands.h"
 
 #include "stock/productRegisterFm1.h"
+#include "stock/stockPanels.h"
+#include "stock/stockViews.h"
+#include "stock/stockWindows.h"
+
+namespace {
+
+DisplayPanel* makePanel(QStringView view, ViewHost& host, Prompts& prompts) {
+    if (view == u"stockFm1")
+        return new StockPanel(host, prompts);
+    if (view == u"stock_BankFm1")
+        return new StockInPanel(host, prompts);
+    return nullptr;
+}
+
+/// The stock list is the one view that its menu command refreshes where it is in front already.
+void showStock(ViewHost& host) {
+    static const QString name = QStringLiteral("stockFm1");
+    const bool inFront = host.isActive(name);
+    host.showFromMenu(name);
+    if (!inFront)
+        return;
+    Session& session = host.session();
+    session.showSource = session.stockShowSource = ShowSource::Products;
+    if (session.productTable->isOpen())
+        session.productTable->Requery();
+    session.viewReturnState = QStringLiteral("Open");
+    host.active()->activate();
+}
+
+} // namespace
 
 void registerStock(CommandTable& commands, ViewHost& host, Prompts& prompts) {
     host.registerView(QStringLiteral("productRegisterFm1"),
                       [&host, &prompts] { return new productRegisterFm1(host, prompts); });
-    commands.add(QStringLiteral("maintain_product"),
-                 [&host] { host.showFromMenu(QStringLiteral("productRegisterFm1")); });
+    for (const DisplayDescription& each : stockDisplays())
+        host.registerView(QString::fromUtf16(each.name), [&host, &prompts, &each] {
+            return new DisplayView(each, host, prompts, makePanel(each.name, host, prompts));
+        });
+    host.registerView(QStringLiteral("StockFm2"), [&host, &prompts] { return new StockFm2(host, prompts); });
+    host.registerWindow(QStringLiteral("stockFm3"), [&host] { return new stockFm3(host); });
+    host.registerWindow(QStringLiteral("statisticFm4"),
+                        [&host, &prompts] { return new statisticFm4(host, prompts); });
+
+    const std::pair<const char16_t*, const char16_t*> openers[] = {
+        {u"maintain_product", u"productRegisterFm1"},
+        {u"whole_show_product", u"stock_BankFm1"},
+        {u"show_stock3", u"StockFm2"},
+        {u"show_return", u"stock_ReturnFm2"},
+        {u"show_out_of_Bank", u"stock_out_of_BankFm2"},
+        {u"show_on_use_Bank", u"stock_no_use_BankFm2"}};
+    for (const auto& [command, view] : openers)
+        commands.add(QString::fromUtf16(command),
+                     [&host, view = QString::fromUtf16(view)] { host.showFromMenu(view); });
+    commands.add(QStringLiteral("show_stock"), [&host] { showStock(host); });
 }

@@ -91,8 +91,8 @@ TEST_F(Shell, ACommandThatIsNotThereYetChangesNothingButTheStatusBar) {
     start();
     session().clientTable->setFilter("客户编号 = '7'");
     session().showSource = 7;
-    drive->choose("show_stock");
-    EXPECT_TRUE(status().contains(u"库存显示"));
+    drive->choose("show_sales");
+    EXPECT_TRUE(status().contains(u"产品销售显示"));
     EXPECT_EQ(session().showSource, 7);
     EXPECT_EQ(session().activeViewName, u"dataInputFm1");
     EXPECT_EQ(session().clientTable->Filter(), u"客户编号 = '7'");

@@ -1,4 +1,5 @@
 #include "sales/clientRegister.h"
+#include "data/orderInHand.h"
 
 #include "data/orderInHand.h"
 #include "sales/clientTotals.h"

@@ -3,11 +3,14 @@
 #include "controls/dataGrid.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAction>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QtTest/QTest>
 
 #include <stdexcept>
@@ -95,6 +98,41 @@ QString Driver::cell(const QString& grid, int row, const QString& column) const 
 
 int Driver::rows(const QString& grid) const {
     return find<DataGrid>(grid)->model()->rowCount();
+}
+
+void Driver::pick(const QString& box, const QString& entry) {
+    auto* target = find<QComboBox>(box);
+    requireReachable(target);
+    const int index = target->findText(entry);
+    if (index < 0)
+        failMissing(box + u'.' + entry);
+    target->showPopup();
+    QAbstractItemView* list = target->view();
+    list->setCurrentIndex(target->model()->index(index, target->modelColumn()));
+    QTest::keyClick(list, Qt::Key_Return);
+}
+
+void Driver::clickItem(const QString& list, const QString& entry) {
+    auto* target = find<QListWidget>(list);
+    requireReachable(target);
+    const auto items = target->findItems(entry, Qt::MatchExactly);
+    if (items.isEmpty())
+        failMissing(list + u'.' + entry);
+    target->scrollToItem(items.first());
+    QTest::mouseClick(target->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      target->visualItemRect(items.first()).center());
+}
+
+QStringList Driver::entries(const QString& boxOrList) const {
+    QStringList texts;
+    const QAbstractItemModel* model = nullptr;
+    if (auto* box = m_root.findChild<QComboBox*>(boxOrList))
+        model = box->model();
+    else
+        model = find<QListWidget>(boxOrList)->model();
+    for (int i = 0; i < model->rowCount(); ++i)
+        texts << model->index(i, 0).data().toString();
+    return texts;
 }
 
 void Driver::choose(const QString& action) {

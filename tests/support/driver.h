@@ -33,6 +33,11 @@ public:
     void editCell(const QString& grid, int row, const QString& column, const QString& text);
     QString cell(const QString& grid, int row, const QString& column) const;
     int rows(const QString& grid) const;
+    /// Picks an entry of a combo box, also the one that it shows already.
+    void pick(const QString& box, const QString& entry);
+    /// Clicks an entry of a list.
+    void clickItem(const QString& list, const QString& entry);
+    QStringList entries(const QString& boxOrList) const;
     /// Triggers a menu action by its control name, as if chosen; it must be enabled.
     void choose(const QString& action);
 

@@ -42,10 +42,20 @@ public:
         return take("input", text, title).answer;
     }
     std::optional<QString> saveFile(const QString&, const QString&, const QString&) override {
+        ++saveQuestions;
         return saveName;
+    }
+    std::optional<FontChoice> chooseFont(const QString& title, const FontChoice& start) override {
+        fontTitles << title;
+        fontStart = start;
+        return fontAnswer;
     }
 
     std::optional<QString> saveName;
+    int saveQuestions = 0;
+    std::optional<FontChoice> fontAnswer; // of every font dialog; none cancels
+    FontChoice fontStart;
+    QStringList fontTitles;
 
 private:
     struct Expected {

@@ -5,6 +5,7 @@
 #include "app/shopApplication.h"
 #include "app/startUp.h"
 #include "controls/prompts.h"
+#include "reports/reportForm.h"
 #include "shell/MDIForm1.h"
 #include "support/driver.h"
 
@@ -48,6 +49,7 @@ public:
         main.click(QStringLiteral("Command7"));
         purchase();
         shoot(&m_main, "register-after-sale");
+        stock();
         main.choose(QStringLiteral("help"));
         shoot(m_main.host().window(QStringLiteral("manualFm1")), "user-guide");
     }
@@ -76,6 +78,69 @@ private:
         shoot(window, "after-settlement");
         buy.click(QStringLiteral("Command4"));
         QCoreApplication::processEvents();
+    }
+
+    TopWindow* window(const char* name) { return m_main.host().window(QString::fromLatin1(name)); }
+
+    void stock() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("show_stock"));
+        shoot(&m_main, "stock-list");
+        main.click(QStringLiteral("Toolbar1(3)"));
+        Driver search(*window("searchFm1"));
+        search.clickItem(QStringLiteral("List1"), QStringLiteral("品名"));
+        search.type(QStringLiteral("Text2"), QStringLiteral("红"));
+        shoot(window("searchFm1"), "search");
+        search.click(QStringLiteral("Command1"));
+        shoot(&m_main, "stock-found");
+        main.click(QStringLiteral("Toolbar1(4)"));
+        main.click(QStringLiteral("Toolbar1(6)"));
+        Driver order(*window("orderFm1"));
+        order.clickItem(QStringLiteral("List1"), QStringLiteral("数量"));
+        shoot(window("orderFm1"), "sort");
+        order.click(QStringLiteral("Command1"));
+        shoot(&m_main, "stock-sorted");
+        period();
+        main.choose(QStringLiteral("show_stock"));
+        main.click(QStringLiteral("Command5"));
+        shoot(window("stockFm3"), "one-product");
+        window("stockFm3")->close();
+        main.choose(QStringLiteral("show_stock3"));
+        for (int i = 0; i < 28; ++i)
+            main.click(QStringLiteral("Command3(0)"));
+        shoot(&m_main, "shortfall");
+        main.choose(QStringLiteral("show_stock"));
+        report();
+    }
+
+    void period() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("whole_show_product"));
+        main.click(QStringLiteral("Toolbar1(2)"));
+        Driver time(*window("timeDefineFm2"));
+        const QStringList years = time.entries(QStringLiteral("Combo1"));
+        time.pick(QStringLiteral("Combo1"), years.last());
+        time.click(QStringLiteral("Option5"));
+        shoot(window("timeDefineFm2"), "period");
+        time.click(QStringLiteral("Command1"));
+        shoot(&m_main, "stock-in-of-a-year");
+    }
+
+    void report() {
+        Driver main(m_main);
+        main.click(QStringLiteral("Toolbar1(7)"));
+        TopWindow* form = window("print_rs3");
+        form->resize(1280, 800);
+        shoot(form, "report");
+        Driver report(*form);
+        report.pick(QStringLiteral("Combo1"), QStringLiteral("品名方框"));
+        for (int i = 0; i < 6; ++i)
+            report.click(QStringLiteral("Command9"));
+        static_cast<ReportForm*>(form)->setFont(&ReportLayout::titleFont, {QStringLiteral("宋体"), 24, true});
+        report.click(QStringLiteral("Command4(3)"));
+        shoot(form, "report-changed");
+        static_cast<ReportForm*>(form)->exportPdf(m_folder + QStringLiteral("/stock-list.pdf"));
+        form->close();
     }
 
     /// Photographs the next message box, if a name is given, and presses its first button.

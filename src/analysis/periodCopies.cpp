@@ -1,0 +1,124 @@
+#include "analysis/periodCopies.h"
+
+#include "data/sourceTable.h"
+#include "recordset/ignoringErrors.h"
+
+#include <utility>
+
+namespace {
+
+struct WorkCopy {
+    const char16_t* table;
+    const char16_t* source;
+    RecordsetPtr Session::*cursor;
+    bool forRegister;
+};
+
+constexpr WorkCopy kClients{u"clientTable2", u"clientTable", &Session::clientTable2, true};
+constexpr WorkCopy kLines{u"buyList2", u"buyList", &Session::buyList2, true};
+constexpr WorkCopy kOthers[] = {
+    {u"productTable2", u"productTable", &Session::productTable2, true},
+    {u"product_Bank2", u"product_Bank", &Session::product_Bank2, false},
+    {u"return_Bank2", u"return_Bank", &Session::return_Bank2, false},
+    {u"no_use_Bank2", u"no_use_Bank", &Session::no_use_Bank2, false},
+};
+
+/// Drops a copy, makes it again and opens its cursor, each step whatever became of the one before.
+void rebuild(IgnoringErrors& errors, Session& session, const WorkCopy& copy, const QString& where) {
+    const QString table = QString::fromUtf16(copy.table);
+    RecordsetPtr& cursor = session.*copy.cursor;
+    // Whoever still shows the old copy is cut off before it goes, so that nobody reads it in for keeping.
+    if (cursor->isOpen())
+        cursor->Close();
+    {
+        WriteBatch batch(session.cn);
+        errors.run([&] { runStatement(session.cn, QStringLiteral("Drop Table ") + table); });
+        errors.run([&] {
+            runStatement(session.cn, QStringLiteral("Select * Into %1 From %2 Where ")
+                                             .arg(table, QString::fromUtf16(copy.source)) +
+                                         where);
+        });
+        batch.finish();
+    }
+    errors.run([&] { session.reopen(cursor, QStringLiteral("Select * From ") + table); });
+}
+
+struct PeriodMark {
+    int whole;
+    int period;
+    int Session::*family;
+};
+
+constexpr PeriodMark kMarks[] = {
+    {ShowSource::Clients, ShowSource::PeriodClients, &Session::clientShowSource},
+    {ShowSource::Lines, ShowSource::PeriodLines, &Session::saleShowSource},
+    {ShowSource::Products, ShowSource::PeriodProducts, &Session::stockShowSource},
+    {ShowSource::Clerks, ShowSource::PeriodClerks, nullptr},
+    {ShowSource::StockIn, ShowSource::PeriodStockIn, nullptr},
+    {ShowSource::Returns, ShowSource::PeriodReturns, nullptr},
+    {ShowSource::Scrap, ShowSource::PeriodScrap, nullptr},
+};
+
+} // namespace
+
+void buildPeriodCopies(Session& session, const QString& condition, PeriodCopies copies,
+                       const Progress& progress) {
+    IgnoringErrors errors;
+    rebuild(errors, session, kClients,
+            QStringLiteral("客户编号 In (Select 客户编号 From buyList Where ") + condition + u')');
+    rebuild(errors, session, kLines, condition);
+    errors.run([&] {
+        if (session.clientTable2->isOpen() && session.buyList2->isOpen())
+            client_totals_recount(session.cn, session.clientTable2, session.buyList2, progress);
+    });
+    for (const WorkCopy& copy : kOthers)
+        if (copies == PeriodCopies::All || copy.forRegister)
+            rebuild(errors, session, copy, condition);
+    errors.run([&] { session.buyList->setFilter(condition); });
+    errors.run([&] { session.productTable->setFilter(condition); });
+}
+
+void showPeriodSource(Session& session) {
+    for (const PeriodMark& mark : kMarks) {
+        if (mark.whole != session.showSource)
+            continue;
+        session.showSource = mark.period;
+        if (mark.family)
+            session.*mark.family = mark.period;
+        return;
+    }
+}
+
+QStringList yearsOfLines(Session& session) {
+    Recordset lines(session.cn);
+    lines.Open(QStringLiteral("Select 日期 From buyList Order By 日期"));
+    const ColumnStore& dates = lines.image().column(lines.imageColumn(0));
+    QStringList years;
+    qint64 last = ColumnStore::NullMoment; // lines without a date come first and have no year
+    lines.eachRow([&](RowId row) {
+        if (std::exchange(last, dates.moments[row]) == dates.moments[row])
+            return;
+        const QString year = fieldText(dates.value(row)).left(4);
+        if (years.isEmpty() || years.last() != year)
+            years << year;
+    });
+    return years;
+}
+
+void filterShownCursor(Session& session, const QString& condition) {
+    RecordsetPtr* slot = sourceCursor(session, session.showSource);
+    if (!slot)
+        return;
+    const RecordsetPtr cursor = *slot;
+    const QuietWalk walk(cursor);
+    cursor->setFilter(condition);
+    if (session.showSource > ShowSource::Products)
+        return;
+    cursor->setSort(QStringLiteral("日期"));
+    session.periodDate1 = session.periodDate2 = QString();
+    if (!cursor->hasRows())
+        return;
+    session.periodDate1 = cursor->Fields(QStringLiteral("日期")).text();
+    cursor->MoveLast();
+    session.periodDate2 = cursor->Fields(QStringLiteral("日期")).text();
+}

@@ -1,0 +1,122 @@
+#include "query/fieldDialogs.h"
+
+#include "controls/formParts.h"
+#include "controls/prompts.h"
+#include "query/fieldLists.h"
+#include "query/queries.h"
+#include "recordset/textNumber.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+
+FieldDialog::FieldDialog(const QString& name, const QString& caption, const QString& hint, ViewHost& host,
+                         Prompts& prompts)
+    : Dialog(name, caption)
+    , m_host(host)
+    , m_session(host.session())
+    , m_prompts(prompts) {
+    m_list = new QListWidget(this);
+    m_list->setObjectName(QStringLiteral("List1"));
+    m_list->setAccessibleName(QStringLiteral("字段名表"));
+    m_list->setMinimumSize(150, 260);
+    m_empty = makeLabel(QStringLiteral("emptyHint"), QStringLiteral("这里没有可以选择的字段。"), this);
+    m_field = new QLineEdit(this);
+    m_field->setObjectName(QStringLiteral("Text1"));
+    m_field->setPlaceholderText(hint);
+    m_field->setToolTip(hint);
+    m_field->setMinimumWidth(220);
+    m_confirm = makeButton(QStringLiteral("Command1"), QStringLiteral("确认"), this);
+    QPushButton* back = makeButton(QStringLiteral("Command2"), QStringLiteral("返回"), this);
+    auto* left = new QVBoxLayout;
+    left->addWidget(new QLabel(QStringLiteral("字段名表"), this));
+    left->addWidget(m_empty);
+    left->addWidget(m_list, 1);
+    m_form = new QFormLayout;
+    m_form->addRow(new QLabel(QStringLiteral("字段名："), this), m_field);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(m_confirm);
+    buttons->addWidget(back);
+    auto* right = new QVBoxLayout;
+    right->addLayout(m_form);
+    right->addStretch(1);
+    right->addLayout(buttons);
+    auto* row = new QHBoxLayout(this);
+    row->addLayout(left, 1);
+    row->addLayout(right, 2);
+    connect(m_list, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
+        m_field->setText(item->text());
+        fieldChosen(item->text());
+    });
+    connect(m_confirm, &QPushButton::clicked, this, [this] { confirm(); });
+    connect(back, &QPushButton::clicked, this, &QWidget::close);
+}
+
+void FieldDialog::fillList() {
+    m_list->clear();
+    m_list->addItems(fields());
+    m_empty->setVisible(m_list->count() == 0);
+}
+
+searchFm1::searchFm1(ViewHost& host, Prompts& prompts)
+    : FieldDialog(QStringLiteral("searchFm1"), QStringLiteral("查寻选择"),
+                  QStringLiteral("点击左边字段名表输入"), host, prompts) {
+    m_value = new QLineEdit(this);
+    m_value->setObjectName(QStringLiteral("Text2"));
+    m_value->setPlaceholderText(QStringLiteral("输入查询内容"));
+    m_value->setToolTip(QStringLiteral("输入查询内容"));
+    m_form->addRow(makeLabel(QStringLiteral("Label1"), QStringLiteral("查询输入："), this), m_value);
+    setDefaultButton(m_confirm);
+    fillList();
+}
+
+QStringList searchFm1::fields() {
+    return searchFields(m_session.searchCode);
+}
+
+void searchFm1::fieldChosen(const QString& field) {
+    if (field != u"日期") {
+        m_value->setFocus();
+        return;
+    }
+    // A search by date is a choice of a period.
+    m_host.openWindow(QStringLiteral("timeDefineFm2"), ViewHost::MainWindow::Stays);
+    finish();
+}
+
+void searchFm1::confirm() {
+    if (m_field->text().isEmpty())
+        return m_prompts.tell(QStringLiteral("请选择字段名！"));
+    if (m_value->text().isEmpty())
+        return m_prompts.tell(QStringLiteral("请输入查寻内容！"));
+    applySearch(m_session, trimBlanks(m_field->text()), trimBlanks(m_value->text()));
+    finish();
+}
+
+orderFm1::orderFm1(ViewHost& host, Prompts& prompts)
+    : FieldDialog(QStringLiteral("orderFm1"), QStringLiteral("排序选择"),
+                  QStringLiteral("请点击左边字段名输入"), host, prompts) {
+    setDefaultButton(m_confirm);
+    fillList();
+}
+
+QStringList orderFm1::fields() {
+    return sortFields(m_session);
+}
+
+void orderFm1::confirm() {
+    if (m_field->text().isEmpty())
+        return m_prompts.tell(QStringLiteral("请选择排序字段！"));
+    applySort(m_session, trimBlanks(m_field->text()));
+    Order_display();
+    finish();
+}
+
+void orderFm1::Order_display() {
+    if (m_host.isActive(m_session.activeViewName))
+        m_host.active()->sorted();
+}

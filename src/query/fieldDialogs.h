@@ -1,0 +1,71 @@
+#pragma once
+
+#include "shell/view.h"
+#include "shell/viewHost.h"
+
+class Prompts;
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+
+/// A list of fields, a box with the chosen one, "确认" and "返回": what the search and the sort dialog share.
+class FieldDialog : public Dialog {
+    Q_OBJECT
+
+public:
+    void shownAgain() override { fillList(); }
+
+protected:
+    FieldDialog(const QString& name, const QString& caption, const QString& hint, ViewHost& host,
+                Prompts& prompts);
+
+    /// The fields that the list offers now.
+    virtual QStringList fields() = 0;
+    virtual void fieldChosen(const QString& /*field*/) {}
+    virtual void confirm() = 0;
+    void fillList();
+
+    ViewHost& m_host;
+    Session& m_session;
+    Prompts& m_prompts;
+    QListWidget* m_list = nullptr;
+    QLineEdit* m_field = nullptr;
+    QFormLayout* m_form = nullptr;
+    QPushButton* m_confirm = nullptr;
+
+private:
+    QLabel* m_empty = nullptr;
+};
+
+/// Filters the cursor of showSource on a field of the list of searchCode.
+class searchFm1 : public FieldDialog {
+    Q_OBJECT
+
+public:
+    searchFm1(ViewHost& host, Prompts& prompts);
+
+protected:
+    QStringList fields() override;
+    void fieldChosen(const QString& field) override;
+    void confirm() override;
+
+private:
+    QLineEdit* m_value = nullptr;
+};
+
+/// Sorts the cursor of orderCode by one of its columns.
+class orderFm1 : public FieldDialog {
+    Q_OBJECT
+
+public:
+    orderFm1(ViewHost& host, Prompts& prompts);
+
+protected:
+    QStringList fields() override;
+    void confirm() override;
+
+private:
+    void Order_display();
+};

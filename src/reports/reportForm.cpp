@@ -1,0 +1,265 @@
+#include "reports/reportForm.h"
+
+#include "controls/longWork.h"
+#include "controls/moveButtons.h"
+#include "controls/prompts.h"
+#include "recordset/ignoringErrors.h"
+#include "reports/paperView.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QRadioButton>
+
+namespace {
+
+constexpr int kBeforeFirst = -2;
+constexpr int kAfterLast = -3;
+
+FontRecord recordOf(const FontChoice& choice) {
+    const QColor& colour = choice.colour;
+    return {choice.font.family(),
+            float(choice.font.pointSizeF()),
+            choice.font.bold(),
+            choice.font.italic(),
+            choice.font.strikeOut(),
+            choice.font.underline(),
+            colour.red() | colour.green() << 8 | colour.blue() << 16};
+}
+
+} // namespace
+
+void ReportForm::startPaging() {
+    m_session.pageIndex = 0;
+    const RecordsetPtr& cursor = rows();
+    const bool any = cursor->hasRows();
+    if (any)
+        cursor->setPageSize(m_report.rows);
+    m_session.pageFirst = any ? 1 : 0;
+    m_session.pageFrom = any ? 1 : 0;
+    m_session.pageTo = any ? cursor->PageCount() : 0;
+    m_pageSize->setText(QString::number(any ? m_report.rows : 0));
+    // The page of the cursor's row, which need not be the page on show.
+    showPage(any ? cursor->AbsolutePage() : 0);
+    showPages(m_session.pageFrom);
+    printA();
+}
+
+ReportDrawing ReportForm::drawing() const {
+    const HeadSource source{m_session, [this](const char16_t* view, const char16_t* control) {
+                                return m_host.controlText(QString::fromUtf16(view),
+                                                          QString::fromUtf16(control));
+                            }};
+    QStringList head;
+    for (const HeadItem& item : m_report.head)
+        head << item.text(source);
+    return {m_report, m_layout, rows(), head};
+}
+
+void ReportForm::printA() {
+    if (!rows()->hasRows())
+        return;
+    const QuietWalk walk(rows());
+    const ReportDrawing page = drawing();
+    PaperSheet& sheet = m_view->sheet();
+    ReportPageDrawing draw(page, sheet.recording());
+    draw.drawTable(m_session.pageIndex);
+    draw.drawPreviewFooter(m_session.pageFrom, sheet.pageWidth());
+    sheet.update();
+}
+
+void ReportForm::redraw() {
+    m_view->sheet().Cls();
+    printA();
+}
+
+void ReportForm::showPages(int first) {
+    m_lastPage->setText(QStringLiteral("终止页：") + QString::number(m_session.pageTo));
+    m_firstPage->setText(QStringLiteral("起始页：") + QString::number(first));
+}
+
+void ReportForm::showPage(int page) {
+    m_pages->setPosition(QStringLiteral("第 ") + QString::number(page) + QStringLiteral(" 页"));
+}
+
+bool ReportForm::haveJob() {
+    if (!m_job)
+        m_job = PrintJob::toPrinter(m_report.orientation);
+    if (m_job)
+        return true;
+    // Without any printer the pages go into a file.
+    const auto path =
+        m_prompts.saveFile(QStringLiteral("没有打印机：打印到 PDF 文件"),
+                           windowTitle() + QStringLiteral(".pdf"), QStringLiteral("PDF (*.pdf)"));
+    if (path)
+        m_job = PrintJob::toPdf(*path, m_report.orientation);
+    return m_job != nullptr;
+}
+
+void ReportForm::settleJob(PrintEnd end) {
+    const QString fault = m_job->fault();
+    m_job.reset();
+    if (end == PrintEnd::Failed)
+        m_prompts.tell(QStringLiteral("打印失败！") + fault);
+}
+
+void ReportForm::printB() {
+    setCursor(Qt::ForbiddenCursor);
+    if (!rows()->hasRows())
+        return; // the pointer stays: that is meant
+    if (!haveJob())
+        return unsetCursor();
+    const QuietWalk walk(rows());
+    LongWork work(QStringLiteral("正在打印…"), m_session.pageTo - m_session.pageFrom + 1);
+    // Nothing in the program ever opens it, and some reports read it all the same.
+    const Recordset unopened(m_session.cn);
+    PrintSteps steps;
+    steps.before = [this](int page) { m_session.pageIndex = page - 1; };
+    steps.after = [&](int page) {
+        showPage(m_report.readsUnopened ? unopened.AbsolutePage() : rows()->AbsolutePage());
+        return work.step(page - m_session.pageFrom + 1);
+    };
+    const PrintEnd end = printPages(drawing(), *m_job, m_session.pageFrom, m_session.pageTo, steps);
+    unsetCursor();
+    settleJob(end);
+}
+
+void ReportForm::print() {
+    if (!rows()->hasRows())
+        return;
+    try {
+        printB();
+    } catch (...) {
+        m_job.reset(); // what is on its way to paper gets there before the program ends
+        throw;
+    }
+}
+
+void ReportForm::testPrint() {
+    IgnoringErrors errors;
+    if (!errors.test([&] { return rows()->hasRows(); }))
+        return;
+    m_session.pageSaved = m_session.pageTo;
+    m_session.pageTo = m_session.pageFrom;
+    errors.run([&] { printB(); });
+    m_session.pageTo = m_session.pageSaved;
+}
+
+void ReportForm::exportPdf(const QString& path) {
+    if (!rows()->hasRows() || rows()->PageCount() == 0)
+        return m_prompts.tell(QStringLiteral("没有可以导出的页。"));
+    const QuietWalk walk(rows());
+    const auto row = rows()->currentRow();
+    const int pages = rows()->PageCount();
+    const auto job = PrintJob::toPdf(path, m_report.orientation);
+    LongWork work(QStringLiteral("正在导出 PDF…"), pages);
+    PrintSteps steps;
+    steps.after = [&work](int page) { return work.step(page); };
+    const PrintEnd end = printPages(drawing(), *job, 1, pages, steps);
+    if (row)
+        rows()->moveToRow(*row);
+    if (end == PrintEnd::Failed)
+        m_prompts.tell(QStringLiteral("文件不能写入：%1\n%2").arg(path, job->fault()));
+}
+
+void ReportForm::turnPage(int button) {
+    IgnoringErrors errors;
+    if (!errors.test([&] { return rows()->PageCount() != 0; }))
+        return;
+    Session& s = m_session;
+    errors.run([&] { s.pageFrom = rows()->AbsolutePage(); });
+    if (s.pageFrom == kBeforeFirst)
+        s.pageFrom = s.pageFirst;
+    if (s.pageFrom == kAfterLast)
+        s.pageFrom = s.pageTo;
+    showPages(s.pageFirst);
+    switch (button) {
+    case 0:
+        s.pageFrom = s.pageFirst;
+        break;
+    case 1:
+        s.pageFrom = std::max(s.pageFrom - 1, int(s.pageFirst));
+        break;
+    case 2:
+        s.pageFrom = std::min(s.pageFrom + 1, s.pageTo);
+        break;
+    default:
+        s.pageFrom = s.pageTo;
+    }
+    s.pageIndex = s.pageFrom - 1;
+    errors.run([&] { redraw(); });
+    showPage(s.pageFrom);
+}
+
+void ReportForm::changePageSize(int by) {
+    const RecordsetPtr& cursor = rows();
+    if (!cursor->hasRows())
+        return;
+    // Neither bound is guarded, and the page drawn stays the one of this index: both are meant.
+    cursor->setPageSize(cursor->PageSize() + by);
+    m_session.pageFrom = 1;
+    m_session.pageTo = cursor->PageCount();
+    showPage(cursor->AbsolutePage());
+    showPages(m_session.pageFrom);
+    m_pageSize->setText(QString::number(cursor->PageSize()));
+    redraw();
+}
+
+void ReportForm::movePart(double right, double down) {
+    for (int i = 0; i < 3; ++i)
+        if (m_parts[i]->isChecked())
+            m_layout.move(ReportPart(i), right, down);
+    redraw();
+}
+
+void ReportForm::widenBox(int by) {
+    const int box = m_layout.selectedBox;
+    if (!rows()->hasRows() || box < 1 || box >= int(m_report.columns.size()))
+        return;
+    m_layout.boxShift[std::size_t(box)] += by;
+    redraw();
+}
+
+void ReportForm::askFont(FontRecord ReportLayout::*record, int dialog, const QString& title) {
+    const auto choice = m_prompts.chooseFont(title, m_fontStarts[dialog]);
+    if (!choice)
+        return;
+    m_fontStarts[dialog] = *choice;
+    setFont(record, recordOf(*choice));
+}
+
+void ReportForm::setFont(FontRecord ReportLayout::*record, const FontRecord& font) {
+    m_layout.*record = font;
+    redraw();
+}
+
+void ReportForm::askTitle() {
+    // A canceled input is an empty title: that is meant.
+    m_layout.reportTitle =
+        m_prompts.input(QStringLiteral("请输入标题："), QStringLiteral("标题输入")).value_or(QString());
+    redraw();
+}
+
+void ReportForm::askExport() {
+    const auto path = m_prompts.saveFile(QStringLiteral("导出 PDF"), windowTitle() + QStringLiteral(".pdf"),
+                                         QStringLiteral("PDF (*.pdf)"));
+    if (path)
+        exportPdf(*path);
+}
+
+void ReportForm::leaveCursor() {
+    const RecordsetPtr& cursor = rows();
+    if (!cursor->hasRows())
+        return;
+    if (cursor->isEOF())
+        cursor->MoveLast();
+    else if (cursor->isBOF())
+        cursor->MoveFirst();
+}
+
+void ReportForm::wayOut() {
+    m_job.reset();
+    leaveCursor();
+    m_session.reportReturned = 1;
+    finish();
+}

@@ -1,0 +1,19 @@
+#include "reports/reportLayout.h"
+
+void ReportLayout::move(ReportPart part, double right, double down) {
+    switch (part) {
+    case ReportPart::Table:
+        tableLeft += right;
+        tableTop += down;
+        return;
+    case ReportPart::Title:
+        titleShift = qint16(titleShift + right);
+        titleTop += down;
+        return;
+    case ReportPart::Head:
+        for (double& left : headLeft)
+            left += right;
+        for (double& top : headTop)
+            top += down;
+    }
+}

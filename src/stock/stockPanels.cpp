@@ -1,0 +1,134 @@
+#include "stock/stockPanels.h"
+
+#include "controls/formParts.h"
+#include "controls/prompts.h"
+#include "data/sourceTable.h"
+#include "recordset/textNumber.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+StockSumsBox::StockSumsBox(QWidget* parent)
+    : QWidget(parent) {
+    m_value = makeLabel(QStringLiteral("Label5"), QStringLiteral("0"), this);
+    m_quantity = makeLabel(QStringLiteral("Label7"), QStringLiteral("0"), this);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    const std::pair<QString, QLabel*> figures[] = {{QStringLiteral("库存资金"), m_value},
+                                                   {QStringLiteral("库存量"), m_quantity}};
+    for (const auto& [caption, label] : figures) {
+        QFont font = label->font();
+        font.setBold(true);
+        label->setFont(font);
+        label->setAccessibleName(caption);
+        label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("000000000.00")));
+        row->addWidget(new QLabel(caption, this));
+        row->addWidget(label);
+    }
+}
+
+void StockSumsBox::setSums(const StockSums& sums, const RecordsetPtr& products) {
+    m_value->setText(plainNumber(sums.value));
+    m_quantity->setText(plainNumber(sums.quantity));
+    m_filter = products->isOpen() ? products->Filter() : QString();
+}
+
+void StockSumsBox::count(const RecordsetPtr& products) {
+    setSums(stock_Count(products), products);
+}
+
+void StockSumsBox::follow(const RecordsetPtr& products) {
+    if (products->isOpen() && products->Filter() != m_filter)
+        setSums(stockSums(products), products);
+}
+
+StockPanel::StockPanel(ViewHost& host, Prompts& prompts)
+    : m_host(host)
+    , m_session(host.session())
+    , m_prompts(prompts)
+    , m_sums(new StockSumsBox(this)) {
+    auto* one = makeButton(QStringLiteral("Command5"), QStringLiteral("该产品库存显示"), this);
+    auto* shortfall = makeButton(QStringLiteral("Command6"), QStringLiteral("库存安全数以下产品显示"), this);
+    connect(one, &QPushButton::clicked, this, &StockPanel::showOneProduct);
+    connect(shortfall, &QPushButton::clicked, this, &StockPanel::showShortfall);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(m_sums);
+    row->addWidget(one);
+    row->addWidget(shortfall);
+}
+
+void StockPanel::sourceShown(const RecordsetPtr& cursor, int /*viewNumber*/) {
+    m_session.currentProductNum.clear();
+    if (cursor->hasRows()) {
+        cursor->MoveLast();
+        m_session.currentProductNum = cursor->Fields(QStringLiteral("产品编号")).text();
+    }
+    m_sums->count(cursor);
+}
+
+void StockPanel::rowChanged(const RecordsetPtr& cursor, bool chosen) {
+    m_sums->follow(cursor);
+    if (!chosen)
+        return;
+    m_session.currentProductNum.clear();
+    if (!cursor->hasRows())
+        return;
+    if (cursor->isEOF())
+        cursor->MoveLast();
+    else if (cursor->isBOF())
+        cursor->MoveFirst();
+    m_session.currentProductNum = cursor->Fields(QStringLiteral("产品编号")).text();
+}
+
+const RecordsetPtr* StockPanel::shownCursor() const {
+    const int number = m_session.showSource;
+    if (number != ShowSource::Products && number != ShowSource::PeriodProducts)
+        return nullptr;
+    return sourceCursor(m_session, number);
+}
+
+void StockPanel::showOneProduct() {
+    const RecordsetPtr* cursor = shownCursor();
+    if (!cursor || !pickOneProduct(m_session, *cursor, m_session.showSource))
+        return;
+    if (TopWindow* window = m_host.openWindow(QStringLiteral("stockFm3"), ViewHost::MainWindow::Stays))
+        window->setWindowTitle(QStringLiteral("单项产品库存显示"));
+}
+
+void StockPanel::showShortfall() {
+    m_session.stockShowSource = m_session.showSource;
+    const RecordsetPtr* cursor = shownCursor();
+    if (!cursor || !(*cursor)->isOpen())
+        return;
+    filterShortfall(m_session, *cursor);
+    if ((*cursor)->hasRows())
+        return m_host.show(QStringLiteral("StockFm2"));
+    m_prompts.tell(QStringLiteral("所有产品库存数大于") + QString::number(m_session.safetyStock),
+                   QStringLiteral("信息提示 "));
+    (*cursor)->clearFilter();
+}
+
+StockInPanel::StockInPanel(ViewHost& host, Prompts& prompts)
+    : m_session(host.session())
+    , m_prompts(prompts)
+    , m_delete(makeButton(QStringLiteral("Command6"), QStringLiteral("删除"), this)) {
+    connect(m_delete, &QPushButton::clicked, this, &StockInPanel::deleteRow);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(m_delete);
+}
+
+void StockInPanel::sourceShown(const RecordsetPtr& /*cursor*/, int viewNumber) {
+    const bool whole = viewNumber == ShowSource::StockIn;
+    m_delete->setEnabled(whole);
+    m_delete->setToolTip(whole ? QString() : QStringLiteral("只有显示全库时才能删除记录"));
+}
+
+void StockInPanel::deleteRow() {
+    if (!m_session.product_Bank->hasRows() || !m_session.product_Bank->currentRow())
+        return;
+    if (m_prompts.confirm(QStringLiteral("确实要删除该记录吗？")) && m_session.product_Bank->currentRow())
+        deleteStockIn(m_session);
+}

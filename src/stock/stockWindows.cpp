@@ -1,0 +1,241 @@
+#include "stock/stockWindows.h"
+
+#include "controls/dataGrid.h"
+#include "controls/formParts.h"
+#include "controls/moveButtons.h"
+#include "data/sourceTable.h"
+#include "stock/stockDisplay.h"
+#include "stock/stockPanels.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+
+namespace {
+
+DataGrid* makeGrid(Prompts& prompts, QWidget* parent, const QString& emptyText) {
+    auto* grid = new DataGrid(prompts, parent);
+    grid->setObjectName(QStringLiteral("DataGrid1"));
+    grid->setEmptyText(emptyText);
+    return grid;
+}
+
+QLineEdit* makeShownBox(const QString& name, const QString& toolTip, QWidget* parent) {
+    auto* box = new QLineEdit(parent);
+    box->setObjectName(name);
+    box->setToolTip(toolTip);
+    box->setAccessibleName(toolTip);
+    box->setReadOnly(true);
+    box->setAlignment(Qt::AlignCenter);
+    box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("2004-12-31 00")) + 16);
+    return box;
+}
+
+} // namespace
+
+StockFm2::StockFm2(ViewHost& host, Prompts& prompts)
+    : View(QStringLiteral("StockFm2"), QStringLiteral("底于库存安全数的商品"))
+    , m_host(host)
+    , m_session(host.session()) {
+    m_grid = makeGrid(prompts, this, QStringLiteral("没有需要补充库存的产品。"));
+    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
+    m_threshold = makeShownBox(QStringLiteral("Text4"), QStringLiteral("库存安全数"), this);
+    auto* more = makeButton(QStringLiteral("Command3(0)"), QStringLiteral("库存安全数加"), this);
+    auto* less = makeButton(QStringLiteral("Command3(1)"), QStringLiteral("减"), this);
+    connect(more, &QPushButton::clicked, this, [this] { changeThreshold(1); });
+    connect(less, &QPushButton::clicked, this, [this] { changeThreshold(-1); });
+    connect(m_moves, &MoveButtons::pressed, this, [this](int button) {
+        if (const RecordsetPtr shown = cursor())
+            moveInRecordset(shown, button);
+        showPosition();
+    });
+    m_grid->setRowHandler([this] { showPosition(); });
+    QLabel* heading = makeLabel(QStringLiteral("Label1"), QStringLiteral("需 补 充 库 存 产 品 清 单"), this);
+    heading->setAlignment(Qt::AlignCenter);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(m_moves);
+    bottom->addStretch(1);
+    bottom->addWidget(new QLabel(QStringLiteral("库存安全数"), this));
+    bottom->addWidget(m_threshold);
+    bottom->addWidget(more);
+    bottom->addWidget(less);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(heading);
+    column->addWidget(m_grid, 1);
+    column->addLayout(bottom);
+    offer(ViewOperation::data_print, [this] { data_print(); });
+}
+
+RecordsetPtr StockFm2::cursor() const {
+    const int number = m_session.showSource;
+    if (number != ShowSource::Products && number != ShowSource::PeriodProducts)
+        return nullptr;
+    return *sourceCursor(m_session, number);
+}
+
+void StockFm2::activate() {
+    if (std::exchange(m_session.viewReturnState, QStringLiteral("Open")) == u"Close")
+        return;
+    m_threshold->setText(QString::number(m_session.safetyStock));
+    const RecordsetPtr shown = cursor();
+    if (!shown)
+        return;
+    m_shown = m_session.showSource;
+    if (shown->isOpen())
+        filterShortfall(m_session, shown);
+    m_grid->bind(shown, {QStringLiteral("流水号")});
+    showPosition();
+}
+
+void StockFm2::showPosition() {
+    const RecordsetPtr shown = cursor();
+    m_moves->setPosition(shown ? positionText(shown) : QStringLiteral("0/0"));
+}
+
+void StockFm2::changeThreshold(int by) {
+    changeSafetyStock(m_session, by);
+    m_session.viewReturnState = QStringLiteral("Open");
+    activate();
+}
+
+void StockFm2::data_print() {
+    const RecordsetPtr shown = cursor();
+    if (!shown || !shown->hasRows())
+        return;
+    m_session.reportFormTitle = QStringLiteral("需 补 充 库 存 产 品 清 单 ");
+    const bool whole = m_session.showSource == ShowSource::Products;
+    m_host.openWindow(whole ? QStringLiteral("showprint_rs3") : QStringLiteral("showprint_rs4"),
+                      ViewHost::MainWindow::Disabled);
+}
+
+stockFm3::stockFm3(ViewHost& host)
+    : TopWindow(QStringLiteral("stockFm3"), QStringLiteral("某项产品库存显示"))
+    , m_session(host.session()) {
+    m_list = new QListWidget(this);
+    m_list->setObjectName(QStringLiteral("List1"));
+    m_list->setAccessibleName(QStringLiteral("产品资料"));
+    m_quantity = makeLabel(QStringLiteral("Label2"), {}, this);
+    m_name = makeLabel(QStringLiteral("Label4"), {}, this);
+    auto* row = new QHBoxLayout;
+    row->addWidget(makeLabel(QStringLiteral("Label1"), QStringLiteral("库存数："), this));
+    row->addWidget(m_quantity, 1);
+    row->addWidget(makeLabel(QStringLiteral("Label3"), QStringLiteral("品名："), this));
+    row->addWidget(m_name, 1);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(row);
+    column->addWidget(m_list, 1);
+    resize(420, 420);
+    fill();
+}
+
+bool stockFm3::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate)
+        fill();
+    return TopWindow::event(event);
+}
+
+void stockFm3::fill() {
+    m_list->clear();
+    m_list->addItems(oneProductLines(m_session.scratch));
+    const bool any = m_session.scratch->hasRows();
+    m_quantity->setText(any ? m_session.scratch->Fields(QStringLiteral("数量")).text() : QString());
+    m_name->setText(any ? m_session.scratch->Fields(QStringLiteral("品名")).text() : QString());
+}
+
+statisticFm4::statisticFm4(ViewHost& host, Prompts& prompts)
+    : TopWindow(QStringLiteral("statisticFm4"), QStringLiteral("库存统计"))
+    , m_host(host)
+    , m_session(host.session()) {
+    m_grid = makeGrid(prompts, this, QStringLiteral("没有库存。"));
+    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
+    m_first = makeShownBox(QStringLiteral("Text2"), QStringLiteral("时间显示"), this);
+    m_last = makeShownBox(QStringLiteral("Text3"), QStringLiteral("时间显示"), this);
+    m_sums = new StockSumsBox(this);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(m_moves);
+    bottom->addStretch(1);
+    bottom->addWidget(m_sums);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(buildToolbar());
+    column->addWidget(m_grid, 1);
+    column->addLayout(bottom);
+    connect(m_moves, &MoveButtons::pressed, this, [this](int button) {
+        moveInRecordset(m_session.productTable, button);
+        showPosition();
+    });
+    m_grid->setRowHandler([this] {
+        showPosition();
+        m_sums->follow(m_session.productTable);
+    });
+    resize(980, 560);
+    Fm_Activate_statisticFm4();
+}
+
+QLayout* statisticFm4::buildToolbar() {
+    auto* row = new QHBoxLayout;
+    const std::tuple<const char16_t*, const char16_t*, void (statisticFm4::*)()> commands[] = {
+        {u"select_time", u"统计时间", &statisticFm4::select_time},
+        {u"whole_show", u"全库统计", &statisticFm4::whole_show},
+        {u"print", u"打印", &statisticFm4::print}};
+    for (const auto& [name, caption, action] : commands) {
+        QPushButton* button = makeButton(QString::fromUtf16(name), QString::fromUtf16(caption), this);
+        connect(button, &QPushButton::clicked, this, action);
+        row->addWidget(button);
+    }
+    QPushButton* back = makeButton(QStringLiteral("return"), QStringLiteral("返回"), this);
+    connect(back, &QPushButton::clicked, this, &QWidget::close);
+    row->addWidget(back);
+    row->addStretch(1);
+    row->addWidget(m_first);
+    row->addWidget(m_last);
+    return row;
+}
+
+bool statisticFm4::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate)
+        Fm_Activate_statisticFm4();
+    return TopWindow::event(event);
+}
+
+void statisticFm4::Fm_Activate_statisticFm4() {
+    m_session.showSource = m_session.stockShowSource;
+    const RecordsetPtr& products = m_session.productTable;
+    if (products->hasRows()) {
+        const QuietWalk walk(products);
+        products->setSort(QStringLiteral("日期"));
+        m_first->setText(products->Fields(QStringLiteral("日期")).text());
+        products->MoveLast();
+        m_last->setText(products->Fields(QStringLiteral("日期")).text());
+    } else {
+        m_first->setText(m_session.periodStart);
+        m_last->setText(m_session.periodEnd);
+    }
+    m_grid->bind(products, {QStringLiteral("流水号")});
+    m_sums->count(products);
+    showPosition();
+}
+
+void statisticFm4::showPosition() {
+    m_moves->setPosition(positionText(m_session.productTable));
+}
+
+void statisticFm4::select_time() {
+    m_session.showSource = m_session.stockShowSource = ShowSource::Products;
+    m_host.openWindow(QStringLiteral("timeDefineFm2"), ViewHost::MainWindow::Stays);
+}
+
+void statisticFm4::whole_show() {
+    if (m_session.productTable->isOpen())
+        m_session.productTable->clearFilter();
+    m_session.showSource = ShowSource::Products;
+    Fm_Activate_statisticFm4();
+}
+
+void statisticFm4::print() {
+    if (m_session.productTable->hasRows())
+        m_host.openWindow(QStringLiteral("print_rs3"), ViewHost::MainWindow::Disabled);
+}
