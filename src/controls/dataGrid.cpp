@@ -107,7 +107,7 @@ void DataGrid::followRecordset() {
 
 void DataGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTableView::currentChanged(current, previous);
-    if (m_following || !current.isValid() || !recordset() || !recordset()->isOpen())
+    if (m_following || m_model->isRemoving() || !current.isValid() || !recordset() || !recordset()->isOpen())
         return;
     if (recordset()->AbsolutePosition() != current.row() + 1)
         recordset()->moveTo(current.row());

@@ -88,12 +88,14 @@ void RecordsetModel::viewReset() {
 }
 
 void RecordsetModel::rowsAboutToBeRemoved(int first, int last) {
+    m_removing = true;
     beginRemoveRows({}, first, last);
     m_rows -= last - first + 1;
 }
 
 void RecordsetModel::rowsRemoved() {
     endRemoveRows();
+    m_removing = false;
 }
 
 void RecordsetModel::rowAboutToBeAppended() {

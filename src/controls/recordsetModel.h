@@ -26,6 +26,9 @@ public:
     /// Paints a row again whose overlay changed.
     void refreshRow(RowId row);
     void refreshAll();
+    /// Whether rows are leaving at this moment: a view that then looks for another current row does not speak
+    /// for its user.
+    bool isRemoving() const { return m_removing; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -50,6 +53,7 @@ private:
     RecordsetPtr m_recordset;
     Overlay m_overlay;
     bool m_editable = false;
+    bool m_removing = false;
     int m_rows = 0;
     int m_columns = 0;
 };

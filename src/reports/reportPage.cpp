@@ -37,6 +37,11 @@ void ReportPageDrawing::setFont(const FontRecord& record) {
     m_font = known != m_fonts.end() ? *known : m_fonts.emplace_back(std::make_shared<PaperFont>(record));
 }
 
+void ReportPageDrawing::print(double x, const QString& text) {
+    if (!text.isEmpty())
+        m_page.text(x, m_y, text, m_font);
+}
+
 bool ReportPageDrawing::drawTable(int pageIndex) {
     const RecordsetPtr& rows = m_drawing.rows;
     if (!rows->hasRows())

@@ -31,7 +31,7 @@ public:
 
 private:
     void setFont(const FontRecord& record);
-    void print(double x, const QString& text) { m_page.text(x, m_y, text, m_font); }
+    void print(double x, const QString& text);
     void endLine() { m_y += m_font->lineHeight(); }
     void drawTitle();
     void drawHead();

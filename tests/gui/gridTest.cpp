@@ -70,6 +70,16 @@ TEST_F(Grid, SeesWhatAnotherCursorUpdatesAndDeletes) {
     EXPECT_EQ(firstColumn(), u"30,2");
 }
 
+TEST_F(Grid, ADeletionLeavesTheCursorWhereItStoodAndNotWhereTheGridWent) {
+    grid.bind(clients);
+    clients->MoveFirst();
+    clients->Delete();
+    EXPECT_EQ(clients->AbsolutePosition(), -1) << "on the row that is gone";
+    clients->MoveNext();
+    EXPECT_EQ(clients->Fields("客户编号").text(), u"1");
+    EXPECT_EQ(grid.currentIndex().row(), 0);
+}
+
 TEST_F(Grid, RowHandlerRunsOnceForAWalk) {
     int calls = 0;
     grid.bind(clients);

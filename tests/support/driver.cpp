@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QRadioButton>
 #include <QtTest/QTest>
 
 #include <stdexcept>
@@ -27,7 +28,10 @@ void Driver::requireReachable(QWidget* widget) const {
 void Driver::click(const QString& button) {
     auto* target = find<QAbstractButton>(button);
     requireReachable(target);
-    QTest::mouseClick(target, Qt::LeftButton);
+    // Only the mark and the caption of an option take a click, and they stand at its left.
+    const QPoint place =
+        qobject_cast<QRadioButton*>(target) ? QPoint(8, target->height() / 2) : target->rect().center();
+    QTest::mouseClick(target, Qt::LeftButton, Qt::NoModifier, place);
 }
 
 void Driver::type(const QString& box, const QString& text) {

@@ -1,0 +1,148 @@
+#include "analysis/periodCopies.h"
+#include "support/testBooks.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class PeriodCopiesTest : public testing::Test {
+protected:
+    Session& session() { return books.session(); }
+    void SetUp() override {
+        books.addClient("7", "甲");
+        books.addClient("8", "乙");
+        books.addClient("9", "丙");
+        books.addProduct("p", "纸", 5, 1, 2); // of 2004-1-5
+        books.addLine("1", "7", "p", "2003-12-31", 1, 100, 40);
+        books.addLine("2", "7", "p", "2004-03-05", 2, 100, 40);
+        books.addLine("3", "8", "p", "2004-09-30", 1, 50, 20);
+        books.addLine("4", "8", "p", "2004-10-01", 1, 30, 20);
+        books.addLine("5", "9", "p", "2004-03-06", 1, 10, 5);
+        books.addLine("6", "9", "p", "2004-03-06", -1, -10, 5);
+        books.execute("INSERT INTO return_Bank (日期, 产品编号) VALUES ('2004-03-01', 'p'), "
+                      "('2005-03-01', 'p')");
+        books.execute("INSERT INTO no_use_Bank (日期, 产品编号) VALUES ('2004-04-01', 'p')");
+        session().open_rs();
+        client_totals_recount(session().cn, session().clientTable, session().buyList);
+    }
+    void build(const char* condition, PeriodCopies copies = PeriodCopies::All) {
+        buildPeriodCopies(session(), QString::fromUtf8(condition), copies);
+    }
+    int count(const RecordsetPtr& cursor) { return cursor->isOpen() ? cursor->RecordCount() : -1; }
+
+    TestBooks books;
+};
+
+TEST_F(PeriodCopiesTest, SixCopiesHoldThePeriodAndTheirCursorsAreOpen) {
+    build("日期 >= #2004-1-1# And 日期 <= #2004-12-31#");
+    EXPECT_EQ(count(session().clientTable2), 3);
+    EXPECT_EQ(count(session().buyList2), 5);
+    EXPECT_EQ(count(session().productTable2), 1);
+    EXPECT_EQ(count(session().product_Bank2), 1);
+    EXPECT_EQ(count(session().return_Bank2), 1);
+    EXPECT_EQ(count(session().no_use_Bank2), 1);
+    EXPECT_EQ(books.stored("SELECT name FROM sqlite_master WHERE name = 'out_of_Bank2'"), u"")
+        << "transfers have no copy";
+}
+
+TEST_F(PeriodCopiesTest, TheCopyOfACustomerCarriesTheTotalsOfThePeriodAlone) {
+    build("日期 = #2004-3-5#");
+    EXPECT_EQ(books.stored("SELECT 客户编号, 消费合计, 差额利润, 购买数, 差额利润率 FROM clientTable2"),
+              u"7|100.0|20.0|2.0|20%");
+    EXPECT_EQ(books.stored("SELECT 消费合计 FROM clientTable WHERE 客户编号 = '7'"), u"200.0")
+        << "the customer himself keeps his own";
+}
+
+TEST_F(PeriodCopiesTest, ACustomerWhoseLinesSumToNothingPaidHasZeroInAllFourFields) {
+    build("日期 = #2004-3-6#");
+    EXPECT_EQ(books.stored("SELECT 客户编号, 消费合计, 差额利润, 购买数, 差额利润率 FROM clientTable2"),
+              u"9|0.0|0.0|0.0|0");
+}
+
+TEST_F(PeriodCopiesTest, TheThirdQuarterEndsBeforeTheFirstOfOctober) {
+    build("日期 >= #2004-7-1# And 日期 < #2004-10-1#");
+    EXPECT_EQ(books.stored("SELECT 订单号 FROM buyList2"), u"3");
+}
+
+TEST_F(PeriodCopiesTest, TheConditionStaysAsFilterOnLinesAndProducts) {
+    build("日期 < #2004-1-5#");
+    EXPECT_EQ(session().buyList->Filter(), u"日期 < #2004-1-5#");
+    EXPECT_EQ(count(session().buyList), 1);
+    EXPECT_EQ(session().productTable->Filter(), u"日期 < #2004-1-5#");
+    EXPECT_EQ(count(session().productTable), 0);
+}
+
+TEST_F(PeriodCopiesTest, AnImpossibleMonthLosesTheCopiesAndLeavesTheFilters) {
+    build("日期 >= #2004-1-1#");
+    session().buyList->setFilter("客户编号 = '7'");
+    build("日期 >= #2004-13-1#");
+    for (const auto& cursor : {session().clientTable2, session().buyList2, session().productTable2,
+                               session().product_Bank2, session().return_Bank2, session().no_use_Bank2})
+        EXPECT_FALSE(cursor->isOpen());
+    EXPECT_EQ(books.stored("SELECT name FROM sqlite_master WHERE name IN ('clientTable2', 'buyList2', "
+                           "'productTable2', 'product_Bank2', 'return_Bank2', 'no_use_Bank2')"),
+              u"");
+    EXPECT_EQ(session().buyList->Filter(), u"客户编号 = '7'");
+}
+
+TEST_F(PeriodCopiesTest, AMissingCopyIsMadeAndAnOldOneReplaced) {
+    books.execute("DROP TABLE return_Bank2");
+    build("日期 >= #2004-1-1#");
+    EXPECT_EQ(count(session().return_Bank2), 2);
+    build("日期 >= #2005-1-1#");
+    EXPECT_EQ(count(session().return_Bank2), 1);
+    EXPECT_EQ(count(session().buyList2), 0);
+}
+
+TEST_F(PeriodCopiesTest, TheRegisterGetsCustomersLinesAndProductsOnly) {
+    build("日期 >= #2004-1-1#", PeriodCopies::ForTheRegister);
+    EXPECT_EQ(count(session().productTable2), 1);
+    EXPECT_FALSE(session().product_Bank2->isOpen());
+    EXPECT_FALSE(session().return_Bank2->isOpen());
+    EXPECT_EQ(count(session().buyList), 5) << "the filter is put all the same";
+}
+
+TEST_F(PeriodCopiesTest, EachAskerGetsItsPeriodNumber) {
+    const std::pair<int, int> marks[] = {{1, 7},   {2, 9},   {3, 4},   {11, 12}, {15, 16}, {18, 19},
+                                         {20, 21}, {23, 23}, {17, 17}, {7, 7},   {4, 4}};
+    for (const auto& [before, after] : marks) {
+        session().showSource = before;
+        showPeriodSource(session());
+        EXPECT_EQ(session().showSource, after) << before;
+    }
+    EXPECT_EQ(session().clientShowSource, 7);
+    EXPECT_EQ(session().saleShowSource, 9);
+    EXPECT_EQ(session().stockShowSource, 4);
+}
+
+TEST_F(PeriodCopiesTest, TheYearsOfTheLinesAscendEachOnce) {
+    EXPECT_EQ(yearsOfLines(session()), (QStringList{"2003", "2004"}));
+    TestBooks empty;
+    empty.session().open_rs();
+    EXPECT_EQ(yearsOfLines(empty.session()), QStringList());
+}
+
+TEST_F(PeriodCopiesTest, ALineWithoutADateHasNoYear) {
+    session().buyList->AddNew();
+    session().buyList->Fields("订单号").setValue(QStringLiteral("9"));
+    session().buyList->Update();
+    EXPECT_EQ(yearsOfLines(session()), (QStringList{"2003", "2004"}));
+}
+
+TEST_F(PeriodCopiesTest, TheOlderDialogFiltersTheShownCursorAndKeepsItsFirstAndLastDate) {
+    session().showSource = 2;
+    filterShownCursor(session(), "日期 >= #2004-1-1# And 日期 <= #2004-9-30#");
+    EXPECT_EQ(count(session().buyList), 4);
+    EXPECT_EQ(session().buyList->Sort(), u"日期");
+    EXPECT_EQ(session().periodDate1 + u'/' + session().periodDate2, u"2004-3-5/2004-9-30");
+    filterShownCursor(session(), "日期 > #2010-1-1#");
+    EXPECT_EQ(session().periodDate1 + session().periodDate2, u"");
+    session().showSource = 18;
+    session().reopen(session().return_Bank, "Select * From return_Bank");
+    session().periodDate1 = "x";
+    filterShownCursor(session(), "日期 > #2005-1-1#");
+    EXPECT_EQ(count(session().return_Bank), 1);
+    EXPECT_EQ(session().periodDate1, u"x") << "kept for customers, lines and products only";
+}
+
+} // namespace

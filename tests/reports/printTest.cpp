@@ -1,0 +1,242 @@
+#include "recordset/error.h"
+#include "reports/reportRun.h"
+#include "support/errorOf.h"
+#include "support/pdfReader.h"
+#include "support/reportRows.h"
+
+#include <QFile>
+#include <QImage>
+#include <QPrinter>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace {
+
+struct Member {
+    const char16_t* report;
+    const char* table;
+};
+constexpr Member kMembers[] = {{u"print_rs3", "productTable"},       {u"showprint_rs3", "productTable"},
+                               {u"showprint_rs4", "productTable2"},  {u"showprint_rs15", "product_Bank"},
+                               {u"showprint_rs16", "product_Bank2"}, {u"showprint_rs17", "stock_Count_Bank"},
+                               {u"showprint_rs18", "return_Bank"},   {u"showprint_rs19", "return_Bank2"},
+                               {u"showprint_rs20", "no_use_Bank"},   {u"showprint_rs21", "no_use_Bank2"},
+                               {u"showprint_rs23", "out_of_Bank"},   {u"showprint_rs24", "out_of_Bank"}};
+
+class Printing : public testing::Test {
+protected:
+    Session& session() { return books.session(); }
+    QString path(const char* name = "out.pdf") { return folder.filePath(QString::fromUtf8(name)); }
+    const RecordsetPtr& open(const ReportDescription& report, const char* table, int count,
+                             int pageSize = 40) {
+        fillStockTable(books, QString::fromUtf8(table), count);
+        RecordsetPtr& slot = session().*report.cursor;
+        session().reopen(slot, QStringLiteral("Select * From ") + QString::fromUtf8(table));
+        slot->setPageSize(pageSize);
+        return slot;
+    }
+    ReportDrawing drawing(const ReportDescription& report) {
+        return {report, layout, session().*report.cursor, heads(report)};
+    }
+    static QStringList heads(const ReportDescription& report) {
+        QStringList texts;
+        for (std::size_t i = 0; i < report.head.size(); ++i)
+            texts << QStringLiteral("头%1").arg(i);
+        return texts;
+    }
+    /// What one page of the report has on it, by its millimetres.
+    std::vector<PageRecording::Item> recorded(const ReportDescription& report, int pageIndex) {
+        PageRecording page;
+        const ReportDrawing drawn = drawing(report);
+        ReportPageDrawing(drawn, page).drawTable(pageIndex);
+        return page.items();
+    }
+    /// Words of the PDF that stand where the recording has a text beginning so, within a tenth of a
+    /// millimetre.
+    void expectPlaces(const std::vector<PageRecording::Item>& items, const std::vector<PdfWord>& words,
+                      int page, const std::string& name) {
+        int compared = 0;
+        for (const PageRecording::Item& item : items) {
+            if (!item.font || item.text == u"|" || item.text.isEmpty())
+                continue;
+            const QString first = item.text.split(u' ').first();
+            const auto found = std::find_if(words.begin(), words.end(), [&](const PdfWord& word) {
+                // A cell that touches its separator is read as one word with it.
+                const double bar = word.text.startsWith(u'|') ? -2 : 0;
+                return word.page == page && word.text.endsWith(first) && std::abs(word.y - item.y) < 0.1 &&
+                       std::abs(word.x - item.x - bar) < 0.1;
+            });
+            EXPECT_NE(found, words.end())
+                << name << ": " << item.text.toStdString() << " at " << item.x << ", " << item.y;
+            ++compared;
+        }
+        EXPECT_GT(compared, 10) << name;
+    }
+
+    TestBooks books;
+    QTemporaryDir folder;
+    ReportLayout layout;
+};
+
+TEST_F(Printing, EveryReportPrintsItsPagesForEveryNumberOfRows) {
+    for (const Member& member : kMembers) {
+        const ReportDescription& report = *findReport(member.report);
+        const std::string name = QString::fromUtf16(member.report).toStdString();
+        layout = defaultLayout(report, "标题");
+        for (const auto& [count, pages] : {std::pair{1, 1}, {39, 1}, {40, 1}, {41, 2}, {500, 13}}) {
+            books.execute(QStringLiteral("DELETE FROM \"%1\"").arg(QString::fromUtf8(member.table)));
+            session().cn.forgetImage(QString::fromUtf8(member.table));
+            const RecordsetPtr& rows = open(report, member.table, count);
+            ASSERT_EQ(rows->RecordCount(), count) << name;
+            const auto job = PrintJob::toPdf(path(), report.orientation);
+            ASSERT_EQ(printPages(drawing(report), *job, 1, rows->PageCount(), {}), PrintEnd::Done) << name;
+            EXPECT_EQ(pdfPages(path()), pages) << name << count;
+            const auto words = pdfWords(path());
+            for (int page = 1; page <= pages; page += std::max(1, pages - 1))
+                expectPlaces(recorded(report, page - 1), words, page, name);
+            EXPECT_TRUE(pdfText(path(), pages).endsWith(QStringLiteral("第 %1 页").arg(pages)))
+                << name << pdfText(path(), pages).toStdString();
+        }
+    }
+}
+
+TEST_F(Printing, EverythingStandsOnTheSheetAndTheFontsAreInTheFile) {
+    for (const Member& member : kMembers) {
+        const ReportDescription& report = *findReport(member.report);
+        layout = defaultLayout(report, "标题");
+        books.execute(QStringLiteral("DELETE FROM \"%1\"").arg(QString::fromUtf8(member.table)));
+        session().cn.forgetImage(QString::fromUtf8(member.table));
+        open(report, member.table, 40);
+        for (const PageRecording::Item& item : recorded(report, 0)) {
+            const double right = item.font ? item.x + item.font->textWidth(item.text) : item.right;
+            EXPECT_TRUE(item.x >= 0 && right <= 297 && item.y >= 0 && item.y + 10 <= 210)
+                << item.text.toStdString();
+        }
+        const auto job = PrintJob::toPdf(path(), report.orientation);
+        printPages(drawing(report), *job, 1, 1, {});
+        const QString fonts = QString::fromUtf8(outputOf("pdffonts", {path()}));
+        EXPECT_EQ(fonts.count("yes no  yes"), 2) << fonts.toStdString();
+        EXPECT_TRUE(QString::fromUtf8(outputOf("pdfinfo", {path()})).contains("842 x 595 pts (A4)") ||
+                    QString::fromUtf8(outputOf("pdfinfo", {path()})).contains("841.9 x 595"));
+    }
+}
+
+TEST_F(Printing, RulesAndTextsOfAPrinterStandWhereThoseOfThePdfStand) {
+    const ReportDescription& report = *findReport(u"showprint_rs15");
+    layout = defaultLayout(report, "标题");
+    open(report, "product_Bank", 40);
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(path());
+    printer.setFullPage(true);
+    printer.setPageLayout(
+        QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, QMarginsF(0, 0, 0, 0)));
+    {
+        QPainter painter(&printer);
+        PainterPage page(painter, printer.logicalDpiX() / 25.4, PainterPage::Medium::Paper);
+        const ReportDrawing drawn = drawing(report);
+        ReportPageDrawing(drawn, page).drawTable(0);
+    }
+    expectPlaces(recorded(report, 0), pdfWords(path()), 1, "printer");
+    outputOf("pdftoppm", {"-r", "254", "-gray", "-singlefile", path(), path("page")});
+    const QImage image(path("page.pgm"));
+    ASSERT_FALSE(image.isNull());
+    for (const PageRecording::Item& item : recorded(report, 0)) {
+        if (item.font)
+            continue;
+        int darkest = 255;
+        const int y = int(std::lround(item.y * 10));
+        for (int dy = -1; dy <= 1; ++dy)
+            darkest = std::min(darkest, qGray(image.pixel(int((item.x + 30.7) * 10), y + dy)));
+        EXPECT_LT(darkest, 128) << "no rule at " << item.y << " mm";
+    }
+}
+
+TEST_F(Printing, AJobOfAThousandFullPagesGoesOnInAnotherDocument) {
+    const ReportDescription& report = *findReport(u"showprint_rs15");
+    layout = defaultLayout(report, "标题");
+    const RecordsetPtr& rows = open(report, "product_Bank", 1003, 1);
+    const auto job = PrintJob::toPdf(path(), report.orientation);
+    EXPECT_EQ(printPages(drawing(report), *job, 1, rows->PageCount(), {}), PrintEnd::Done);
+    EXPECT_EQ(pdfPages(path()), 1000);
+    EXPECT_EQ(pdfPages(path("out-2.pdf")), 3);
+    EXPECT_FALSE(QFile::exists(path("out-3.pdf")));
+    const auto exact = PrintJob::toPdf(path("exact.pdf"), report.orientation);
+    EXPECT_EQ(printPages(drawing(report), *exact, 1, 1000, {}), PrintEnd::Done);
+    EXPECT_EQ(pdfPages(path("exact.pdf")), 1000);
+    EXPECT_FALSE(QFile::exists(path("exact-2.pdf"))) << "no empty document behind the last page";
+}
+
+TEST_F(Printing, AShortPageEndsTheJobAndBearsThePageCount) {
+    const ReportDescription& report = *findReport(u"showprint_rs15");
+    layout = defaultLayout(report, "标题");
+    open(report, "product_Bank", 41);
+    const auto job = PrintJob::toPdf(path(), report.orientation);
+    int behindFull = 0;
+    PrintSteps steps;
+    steps.after = [&behindFull](int) { return ++behindFull > 0; };
+    EXPECT_EQ(printPages(drawing(report), *job, 1, 9, steps), PrintEnd::Done);
+    EXPECT_EQ(behindFull, 1);
+    EXPECT_EQ(pdfPages(path()), 2);
+    EXPECT_TRUE(pdfText(path(), 2).endsWith("第 2 页"));
+}
+
+TEST_F(Printing, WhatStopsARunLeavesTheDocumentOpenAndTheNextRunGoesOnInIt) {
+    const ReportDescription& report = *findReport(u"showprint_rs15");
+    layout = defaultLayout(report, "标题");
+    open(report, "product_Bank", 80);
+    auto job = PrintJob::toPdf(path(), report.orientation);
+    PrintSteps steps;
+    steps.after = [](int) -> bool { fail(ErrorNumber::IsClosed, "x"); };
+    EXPECT_EQ(errorOf([&] { printPages(drawing(report), *job, 1, 2, steps); }), ErrorNumber::IsClosed);
+    EXPECT_FALSE(QFile::exists(path()));
+    EXPECT_EQ(printPages(drawing(report), *job, 2, 2, {}), PrintEnd::Done);
+    EXPECT_EQ(pdfPages(path()), 2);
+}
+
+TEST_F(Printing, AJobThatIsDroppedIsFinishedFirst) {
+    const ReportDescription& report = *findReport(u"showprint_rs15");
+    layout = defaultLayout(report, "标题");
+    open(report, "product_Bank", 80);
+    auto job = PrintJob::toPdf(path(), report.orientation);
+    PrintSteps steps;
+    steps.after = [](int) -> bool { fail(ErrorNumber::IsClosed, "x"); };
+    EXPECT_THROW(printPages(drawing(report), *job, 1, 2, steps), RuntimeError);
+    job.reset();
+    EXPECT_EQ(pdfPages(path()), 1) << "the sheet that was ended, and no blank one";
+}
+
+TEST_F(Printing, AFileThatCannotBeMadeIsAFault) {
+    const ReportDescription& report = *findReport(u"showprint_rs15");
+    layout = defaultLayout(report, "标题");
+    open(report, "product_Bank", 1);
+    const auto job = PrintJob::toPdf(folder.filePath("missing/out.pdf"), report.orientation);
+    EXPECT_EQ(printPages(drawing(report), *job, 1, 1, {}), PrintEnd::Failed);
+    EXPECT_FALSE(job->fault().isEmpty());
+}
+
+TEST_F(Printing, AFileThatIsCutIsAFaultAndTheOldOneStays) {
+    const ReportDescription& report = *findReport(u"showprint_rs15");
+    layout = defaultLayout(report, "标题");
+    const RecordsetPtr& rows = open(report, "product_Bank", 400);
+    QFile old(path());
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+    old.close();
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{20000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const auto job = PrintJob::toPdf(path(), report.orientation);
+    const PrintEnd end = printPages(drawing(report), *job, 1, rows->PageCount(), {});
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(end, PrintEnd::Failed);
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    EXPECT_EQ(old.readAll(), "old");
+}
+
+} // namespace

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <QString>
+#include <QStringList>
+#include <QXmlStreamReader>
+
+#include <vector>
+
+/// A piece of text in a PDF file, in millimetres from the page's top left corner.
+struct PdfWord {
+    int page = 0;
+    double x = 0;
+    double y = 0;
+    QString text;
+};
+
+inline QByteArray outputOf(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished();
+    return process.readAllStandardOutput();
+}
+
+/// Every word of a PDF with its place, as another program reads it.
+inline std::vector<PdfWord> pdfWords(const QString& path) {
+    constexpr double millimetresPerPoint = 25.4 / 72;
+    std::vector<PdfWord> words;
+    QXmlStreamReader xml(
+        outputOf(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), path, QStringLiteral("-")}));
+    int page = 0;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (xml.name() == u"page")
+            ++page;
+        if (xml.name() != u"word")
+            continue;
+        const auto place = xml.attributes();
+        PdfWord word;
+        word.page = page;
+        word.x = place.value(QStringLiteral("xMin")).toDouble() * millimetresPerPoint;
+        word.y = place.value(QStringLiteral("yMin")).toDouble() * millimetresPerPoint;
+        word.text = xml.readElementText();
+        words.push_back(word);
+    }
+    return words;
+}
+
+inline int pdfPages(const QString& path) {
+    static const QRegularExpression pages(QStringLiteral("Pages:\\s+(\\d+)"));
+    return pages.match(QString::fromUtf8(outputOf(QStringLiteral("pdfinfo"), {path}))).captured(1).toInt();
+}
+
+/// The text of one page, a blank between words.
+inline QString pdfText(const QString& path, int page) {
+    return QString::fromUtf8(
+               outputOf(QStringLiteral("pdftotext"),
+                        {QStringLiteral("-layout"), QStringLiteral("-f"), QString::number(page),
+                         QStringLiteral("-l"), QString::number(page), path, QStringLiteral("-")}))
+        .simplified();
+}
