@@ -1,0 +1,58 @@
+#include "support/pdfReader.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct End {
+    int code;
+    QString report;
+};
+
+End printed(const char* report, const char* table, int rows, const QString& pdf) {
+    QProcess process;
+    process.start(QStringLiteral(REPORT_WORKER), {report, table, QString::number(rows), pdf});
+    process.waitForFinished(60000);
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardError())};
+}
+
+constexpr std::pair<const char*, const char*> kStopping[] = {{"print_rs3", "productTable"},
+                                                             {"showprint_rs3", "productTable"},
+                                                             {"showprint_rs4", "productTable2"},
+                                                             {"showprint_rs16", "product_Bank2"}};
+
+TEST(PrintStop, AFullPageEndsTheProcessWithItsReportAndThePageIsInTheFile) {
+    for (const auto& [report, table] : kStopping) {
+        for (const int rows : {40, 41, 500}) {
+            const QTemporaryDir folder;
+            const QString pdf = folder.filePath("out.pdf");
+            const End end = printed(report, table, rows, pdf);
+            EXPECT_EQ(end.code, 1) << report << rows;
+            EXPECT_TRUE(end.report.contains(QStringLiteral("错误 3704"))) << end.report.toStdString();
+            EXPECT_EQ(pdfPages(pdf), 1) << report << rows;
+            EXPECT_TRUE(pdfText(pdf, 1).endsWith(QStringLiteral("第 1 页"))) << report << rows;
+        }
+    }
+}
+
+TEST(PrintStop, AShortReportOfTheSameMembersPrintsAndTheProgramLives) {
+    for (const auto& [report, table] : kStopping) {
+        const QTemporaryDir folder;
+        const QString pdf = folder.filePath("out.pdf");
+        const End end = printed(report, table, 39, pdf);
+        EXPECT_EQ(end.code, 0) << report << end.report.toStdString();
+        EXPECT_EQ(pdfPages(pdf), 1) << report;
+    }
+}
+
+TEST(PrintStop, AReportThatReadsItsOwnCursorPrintsOnBehindAFullPage) {
+    const QTemporaryDir folder;
+    const QString pdf = folder.filePath("out.pdf");
+    EXPECT_EQ(printed("showprint_rs15", "product_Bank", 41, pdf).code, 0);
+    EXPECT_EQ(pdfPages(pdf), 2);
+}
+
+} // namespace
