@@ -1,5 +1,7 @@
 #include "benchmark.h"
 
+#include <QCoreApplication>
+#include <QProcess>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -47,4 +49,22 @@ void alternate(BenchReport& report, const QString& work, double wanted, const st
         referenceTimes.push_back(milliseconds(reference));
     }
     report.add({work, median(oursTimes), median(referenceTimes), QStringLiteral("ms"), wanted});
+}
+
+void say(const char* name, double value) {
+    std::printf("%s %f\n", name, value);
+}
+
+QMap<QString, double> childFigures(const QString& what, const QString& path) {
+    QProcess child;
+    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--measure"), what, path});
+    child.waitForFinished(-1);
+    QMap<QString, double> figures;
+    for (const QByteArray& line : child.readAllStandardOutput().split('\n')) {
+        const auto words = line.split(' ');
+        if (words.size() == 2)
+            figures[QString::fromLatin1(words[0])] = words[1].toDouble();
+    }
+    return figures;
 }

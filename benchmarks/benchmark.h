@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 
 #include <functional>
@@ -38,3 +39,9 @@ double median(std::vector<double> values);
 void alternate(BenchReport& report, const QString& work, double wanted, const std::function<void()>& ours,
                const std::function<void()>& reference, int rounds = 5,
                const std::function<void()>& before = {});
+
+/// Prints a figure of this process for the one that started it.
+void say(const char* name, double value);
+
+/// The figures that a process of its own says about `what` over the shop at `path`.
+QMap<QString, double> childFigures(const QString& what, const QString& path);

@@ -1,6 +1,8 @@
 // Every figure beside its reference from the same run. bench [CUSTOMERS PRODUCTS LINES]
 #include "engineBench.h"
+#include "periodBench.h"
 #include "recordset/error.h"
+#include "reportBench.h"
 #include "saleBench.h"
 #include "support/sampleData.h"
 #include "windowBench.h"
@@ -31,6 +33,8 @@ int main(int argc, char** argv) {
         makeSample(smallPath, SampleSize());
         runEngineBench(report, path, folder.path());
         runSaleBench(report, path, folder.path());
+        runPeriodBench(report, path, folder.path());
+        runReportBench(report, path);
         runWindowBench(report, path, smallPath);
     } catch (const RuntimeError& error) {
         std::fprintf(stderr, "%s\n", error.what());

@@ -7,6 +7,7 @@
 #include "data/schema.h"
 #include "plainSqlite.h"
 #include "recordset/tableImage.h"
+#include "reportBench.h"
 #include "shell/MDIForm1.h"
 
 #include <QApplication>
@@ -14,7 +15,6 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QMap>
-#include <QProcess>
 #include <QScrollBar>
 #include <QSqlDatabase>
 #include <QSqlTableModel>
@@ -26,10 +26,6 @@ namespace {
 
 constexpr int kScrollSteps = 200;
 constexpr int kRounds = 5;
-
-void say(const char* name, double value) {
-    std::printf("%s %f\n", name, value);
-}
 
 /// Most memory that the process has held so far, in MiB.
 double peakMemory() {
@@ -162,20 +158,6 @@ void measureStart(QApplication& application, const QElapsedTimer& since, const Q
         }));
 }
 
-QMap<QString, double> childFigures(const QString& what, const QString& path) {
-    QProcess child;
-    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--measure"), what, path});
-    child.waitForFinished(-1);
-    QMap<QString, double> figures;
-    for (const QByteArray& line : child.readAllStandardOutput().split('\n')) {
-        const auto words = line.split(' ');
-        if (words.size() == 2)
-            figures[QString::fromLatin1(words[0])] = words[1].toDouble();
-    }
-    return figures;
-}
-
 /// Figures of several alternating runs of two kinds of child, the medians of each.
 class ChildPairs {
 public:
@@ -240,6 +222,8 @@ int measureInThisProcess(int argc, char** argv) {
         measureGrid(path);
     else if (what == u"sqlgrid")
         measureSqlGrid(path);
+    else if (what == u"reports")
+        measureReports(path);
     else if (what == u"bare")
         measureBare(since);
     else
