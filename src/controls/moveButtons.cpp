@@ -31,16 +31,12 @@ void moveInRecordset(const RecordsetPtr& recordset, int button) {
 MoveButtons::MoveButtons(const QString& name, const QString& positionName, QWidget* parent)
     : QWidget(parent) {
     static const char* const captions[] = {"<<", "<", ">", ">>"};
-    static const QString tips[] = {QStringLiteral("第一条"), QStringLiteral("上一条"),
-                                   QStringLiteral("下一条"), QStringLiteral("最后一条")};
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
     for (int i = 0; i < 4; ++i) {
         auto* button = new QPushButton(QString::fromLatin1(captions[i]), this);
         button->setObjectName(QStringLiteral("%1(%2)").arg(name).arg(i));
-        button->setToolTip(tips[i]);
-        button->setAccessibleName(tips[i]);
         button->setFixedWidth(button->fontMetrics().horizontalAdvance(QStringLiteral(">>>>")) + 10);
         button->setAutoDefault(false);
         connect(button, &QPushButton::clicked, this, [this, i] { Q_EMIT pressed(i); });
@@ -57,11 +53,21 @@ MoveButtons::MoveButtons(const QString& name, const QString& positionName, QWidg
             row->addWidget(m_position);
         }
     }
+    setUnit(QStringLiteral("条"));
 }
 
 void MoveButtons::setPosition(const QString& text) {
     if (m_position)
         m_position->setText(text);
+}
+
+void MoveButtons::setUnit(const QString& unit) {
+    static const QString steps[] = {QStringLiteral("第一"), QStringLiteral("上一"), QStringLiteral("下一"),
+                                    QStringLiteral("最后一")};
+    for (std::size_t i = 0; i < m_buttons.size(); ++i) {
+        m_buttons[i]->setToolTip(steps[i] + unit);
+        m_buttons[i]->setAccessibleName(steps[i] + unit);
+    }
 }
 
 void MoveButtons::setPositionWidth(const QString& text) {

@@ -23,6 +23,8 @@ public:
     MoveButtons(const QString& name, const QString& positionName, QWidget* parent = nullptr);
 
     void setPosition(const QString& text);
+    /// What the tool tips call one step: "条" as they open, "页".
+    void setUnit(const QString& unit);
     /// Makes the position box as wide as this text.
     void setPositionWidth(const QString& text);
     void setButtonsEnabled(bool enabled);

@@ -100,6 +100,7 @@ QWidget* ReportForm::buildPanel() {
 QWidget* ReportForm::buildPages() {
     auto* group = new QGroupBox(QStringLiteral("页"));
     m_pages = new MoveButtons(QStringLiteral("Command4"), QStringLiteral("Text1(2)"), group);
+    m_pages->setUnit(QStringLiteral("页"));
     m_pages->setPositionWidth(QStringLiteral("第 100000 页"));
     connect(m_pages, &MoveButtons::pressed, this, &ReportForm::turnPage);
     m_firstPage = makeLabel(QStringLiteral("Text1(1)"), {}, group);

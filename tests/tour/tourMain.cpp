@@ -119,7 +119,7 @@ private:
         main.click(QStringLiteral("Toolbar1(2)"));
         Driver time(*window("timeDefineFm2"));
         const QStringList years = time.entries(QStringLiteral("Combo1"));
-        time.pick(QStringLiteral("Combo1"), years.last());
+        time.pick(QStringLiteral("Combo1"), years.at(years.size() - 2));
         time.click(QStringLiteral("Option5"));
         shoot(window("timeDefineFm2"), "period");
         time.click(QStringLiteral("Command1"));
