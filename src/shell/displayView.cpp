@@ -110,7 +110,7 @@ void DisplayView::activate() {
 }
 
 void DisplayView::showDates(const RecordsetPtr& cursor, int viewNumber) {
-    const bool isPeriod = viewNumber == m_description.period;
+    const bool isPeriod = viewNumber != m_description.whole;
     if (cursor->hasRows() && (!isPeriod || m_description.periodDatesFromRows)) {
         cursor->setSort(QStringLiteral("日期"));
         m_first->setText(cursor->Fields(QStringLiteral("日期")).text());
