@@ -29,6 +29,16 @@ QLineEdit* makeSearchBox(const QString& name, const QString& toolTip, QPushButto
     return box;
 }
 
+QLineEdit* makeShownBox(const QString& name, const QString& toolTip, QWidget* parent) {
+    auto* box = new QLineEdit(parent);
+    box->setObjectName(name);
+    box->setToolTip(toolTip);
+    box->setAccessibleName(toolTip);
+    box->setAlignment(Qt::AlignCenter);
+    box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("2004-12-31 00")) + 16);
+    return box;
+}
+
 QColor colourOfNumber(int blueGreenRed) {
     return QColor(blueGreenRed & 0xFF, (blueGreenRed >> 8) & 0xFF, (blueGreenRed >> 16) & 0xFF);
 }

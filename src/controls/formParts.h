@@ -17,6 +17,9 @@ QLabel* makeLabel(const QString& name, const QString& text, QWidget* parent);
 /// A search box with its tool tip, whose Enter presses `button`.
 QLineEdit* makeSearchBox(const QString& name, const QString& toolTip, QPushButton* button, QWidget* parent);
 
+/// A narrow box in the middle of whose line a figure or a date is shown, with its tool tip.
+QLineEdit* makeShownBox(const QString& name, const QString& toolTip, QWidget* parent);
+
 /// A colour given as one number in the order blue, green, red.
 QColor colourOfNumber(int blueGreenRed);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sales/lineBoxes.h"
+
 #include <QGroupBox>
 #include <QWidget>
 
@@ -10,18 +12,6 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class RecordBoxes;
-
-/// Two small buttons, up and down, that add to or take 1 from a number.
-class UpDown : public QWidget {
-    Q_OBJECT
-
-public:
-    explicit UpDown(const QString& name, QWidget* parent = nullptr);
-
-Q_SIGNALS:
-    /// +1 or -1.
-    void stepped(int by);
-};
 
 /// The product side of the purchase window: grid, position, search. Widgets alone.
 class ProductPanel : public QGroupBox {

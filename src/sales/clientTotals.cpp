@@ -5,13 +5,6 @@
 
 namespace {
 
-void writeSums(const RecordsetPtr& clients, const LineSums& sums) {
-    clients->Fields(QStringLiteral("消费合计")).setValue(checkedFinite(sums.paid));
-    clients->Fields(QStringLiteral("差额利润")).setValue(checkedFinite(sums.margin));
-    clients->Fields(QStringLiteral("购买数")).setValue(checkedFinite(sums.quantity));
-    clients->Update();
-}
-
 /// Puts the customer cursor, its filter cleared, on the customer of the current line; false if he is not
 /// there.
 bool findClientOfLine(Session& session) {
@@ -27,8 +20,15 @@ bool findClientOfLine(Session& session) {
 
 } // namespace
 
+void writeClientSums(const RecordsetPtr& clients, const LineSums& sums) {
+    clients->Fields(QStringLiteral("消费合计")).setValue(checkedFinite(sums.paid));
+    clients->Fields(QStringLiteral("差额利润")).setValue(checkedFinite(sums.margin));
+    clients->Fields(QStringLiteral("购买数")).setValue(checkedFinite(sums.quantity));
+    clients->Update();
+}
+
 void writeClientTotals(const RecordsetPtr& clients, const LineSums& sums, const QString& rate) {
-    writeSums(clients, sums);
+    writeClientSums(clients, sums);
     clients->Fields(QStringLiteral("差额利润率")).setValue(rate + u'%');
     clients->Update();
 }
@@ -39,7 +39,7 @@ void cost_profit_num(Session& session, KeptRate rate) {
     if (findClientOfLine(session)) {
         const LineSums sums = sumsOfView(session.buyList);
         if (rate == KeptRate::None)
-            writeSums(session.clientTable, sums);
+            writeClientSums(session.clientTable, sums);
         else
             writeClientTotals(session.clientTable, sums, rateText(float(marginRate(sums))));
     }

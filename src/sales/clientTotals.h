@@ -3,6 +3,9 @@
 #include "data/recount.h"
 #include "data/session.h"
 
+/// Writes 消费合计, 差额利润 and 购买数 into the current row of a customer cursor, and updates it.
+void writeClientSums(const RecordsetPtr& clients, const LineSums& sums);
+
 /// Writes 消费合计, 差额利润, 购买数 and the rate text with its "%" ("0%" where nothing was paid) into the
 /// current row of a customer cursor, and updates it.
 void writeClientTotals(const RecordsetPtr& clients, const LineSums& sums, const QString& rate);

@@ -3,6 +3,7 @@
 #include "controls/prompts.h"
 #include "sales/buyFm1.h"
 #include "sales/dataInputFm1.h"
+#include "sales/paybackFm1.h"
 
 namespace {
 
@@ -32,6 +33,10 @@ void registerSales(CommandTable& commands, ViewHost& host, Prompts& prompts) {
                       [&host, &prompts] { return new dataInputFm1(host, prompts); });
     host.registerWindow(QStringLiteral("buyFm1"),
                         [&host, &prompts] { return new buyFm1(host.session(), prompts); });
+    host.registerView(QStringLiteral("paybackFm1"),
+                      [&host, &prompts] { return new paybackFm1(host, prompts); });
+    commands.add(QStringLiteral("maintain_order"),
+                 [&host] { host.showFromMenu(QStringLiteral("paybackFm1")); });
     commands.add(QStringLiteral("management_client"),
                  [&host] { host.showFromMenu(QStringLiteral("dataInputFm1")); });
     commands.add(QStringLiteral("show_one_client2"),

@@ -1,6 +1,7 @@
 #include "shell/displayView.h"
 
 #include "controls/dataGrid.h"
+#include "controls/formParts.h"
 #include "controls/moveButtons.h"
 #include "data/sourceTable.h"
 #include "recordset/ignoringErrors.h"
@@ -25,6 +26,7 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     m_grid = new DataGrid(prompts, this);
     m_grid->setObjectName(QStringLiteral("DataGrid1"));
     m_grid->setEmptyText(QString::fromUtf16(description.emptyText));
+    m_grid->setEditable(description.editable);
     m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
     m_first = makeDateBox(QStringLiteral("Text2"), &Session::displayDate1);
     m_last = makeDateBox(QStringLiteral("Text3"), &Session::displayDate2);
@@ -37,8 +39,10 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_moves);
     bottom->addStretch(1);
-    if (panel)
+    if (panel) {
         bottom->addWidget(panel);
+        connect(panel, &DisplayPanel::commandStarts, m_grid, &DataGrid::commitEditor);
+    }
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addLayout(dates);
@@ -59,12 +63,7 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
 }
 
 QLineEdit* DisplayView::makeDateBox(const QString& name, QString Session::*shown) {
-    auto* box = new QLineEdit(this);
-    box->setObjectName(name);
-    box->setToolTip(QStringLiteral("时间显示"));
-    box->setAccessibleName(QStringLiteral("时间显示"));
-    box->setAlignment(Qt::AlignCenter);
-    box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("2004-12-31 00")) + 16);
+    QLineEdit* box = makeShownBox(name, QStringLiteral("时间显示"), this);
     connect(box, &QLineEdit::textChanged, this,
             [this, shown](const QString& text) { m_session.*shown = text; });
     return box;
@@ -78,8 +77,18 @@ const RecordsetPtr& DisplayView::cursorOf(int viewNumber) const {
     return *sourceCursor(m_session, viewNumber);
 }
 
+int DisplayView::viewNumber() const {
+    return m_description.ownSource ? m_description.whole : m_session.showSource;
+}
+
 RecordsetPtr DisplayView::cursor() const {
-    return isMember(m_session.showSource) ? cursorOf(m_session.showSource) : nullptr;
+    return isMember(viewNumber()) ? cursorOf(viewNumber()) : nullptr;
+}
+
+void DisplayView::leave() {
+    m_grid->commitEditor();
+    if (m_panel)
+        m_panel->left(wholeCursor());
 }
 
 void DisplayView::load() {
@@ -94,7 +103,7 @@ void DisplayView::activate() {
     const RecordsetPtr shown = cursor();
     if (!shown)
         return;
-    m_shown = m_session.showSource;
+    m_shown = viewNumber();
     {
         const QuietWalk walk(shown);
         m_grid->bind(shown, {QStringLiteral("流水号")});
@@ -151,7 +160,8 @@ void DisplayView::Time_AA() {
 }
 
 void DisplayView::data_whole_show() {
-    setSource(m_description.whole);
+    m_grid->commitEditor();
+    setSource(m_description.ownSource ? m_description.ownSource : m_description.whole);
     const RecordsetPtr& whole = wholeCursor();
     if (!whole->isOpen())
         return;
@@ -162,29 +172,32 @@ void DisplayView::data_whole_show() {
 }
 
 void DisplayView::openDialog(const QString& name, qint16 Session::*code, int value) {
+    m_grid->commitEditor();
     const RecordsetPtr shown = cursor();
     if (m_description.family && shown)
         m_session.*m_description.family = m_session.showSource;
     if (!shown || !shown->hasRows())
         return;
+    m_session.showSource = viewNumber();
     m_session.*code = qint16(value);
     m_host.openWindow(name, ViewHost::MainWindow::Stays);
 }
 
 void DisplayView::data_order() {
-    openDialog(QStringLiteral("orderFm1"), &Session::orderCode, m_session.showSource);
+    openDialog(QStringLiteral("orderFm1"), &Session::orderCode, viewNumber());
 }
 
 void DisplayView::data_search() {
-    openDialog(QStringLiteral("searchFm1"), &Session::searchCode, searchCodeOf(m_session.showSource));
+    openDialog(QStringLiteral("searchFm1"), &Session::searchCode, searchCodeOf(viewNumber()));
 }
 
 void DisplayView::data_print() {
+    m_grid->commitEditor();
     const RecordsetPtr shown = cursor();
     if (!shown || !shown->hasRows())
         return;
     m_session.reportFormTitle = QString::fromUtf16(m_description.reportTitle);
-    const bool isWhole = m_session.showSource == m_description.whole;
+    const bool isWhole = viewNumber() == m_description.whole;
     m_host.openWindow(QString::fromUtf16(isWhole ? m_description.wholeReport : m_description.periodReport),
                       ViewHost::MainWindow::Hidden);
 }

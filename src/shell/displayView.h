@@ -23,6 +23,9 @@ struct DisplayDescription {
     int Session::*family = nullptr;   // the family's view number, kept in step with showSource
     bool clearsFilter = false;        // an activation of the whole table takes its filter off
     bool periodDatesFromRows = false; // with rows, the period copy shows their dates too
+    bool editable = false;            // cells can be typed into
+    /// Whole-show code of a view that shows its one table whatever showSource says; 0 for any other view.
+    int ownSource = 0;
 };
 
 /// What a display view has beside its grid.
@@ -36,6 +39,12 @@ public:
     virtual void sourceShown(const RecordsetPtr& /*cursor*/, int /*viewNumber*/) {}
     /// After a change of the current row or the view; `chosen` where the user chose the row in the grid.
     virtual void rowChanged(const RecordsetPtr& /*cursor*/, bool /*chosen*/) {}
+    /// When another view takes the view's place.
+    virtual void left(const RecordsetPtr& /*cursor*/) {}
+
+Q_SIGNALS:
+    /// A command of the panel is about to run: what is being typed in the grid comes first.
+    void commandStarts();
 };
 
 /// A read-only view of one table: grid, position, dates, and the five toolbar operations. A member of the
@@ -49,7 +58,8 @@ public:
 
     void load() override;
     void activate() override;
-    bool shows(int showSource) const override { return m_shown == showSource; }
+    void leave() override;
+    bool shows(int showSource) const override { return m_description.ownSource || m_shown == showSource; }
 
     void Time_AA();
     void data_whole_show();
@@ -63,6 +73,8 @@ private:
     /// The cursor of a view number of this view.
     const RecordsetPtr& cursorOf(int viewNumber) const;
     const RecordsetPtr& wholeCursor() const { return cursorOf(m_description.whole); }
+    /// The view number that the view acts by.
+    int viewNumber() const;
     /// The cursor of the present view number; null where it is none of this view's.
     RecordsetPtr cursor() const;
     void setSource(int viewNumber);

@@ -79,6 +79,15 @@ const QStringList& productColumns() {
     return columns;
 }
 
+const QStringList& productBoxCaptions() {
+    static const QStringList captions{
+        QStringLiteral("日    期"), QStringLiteral("产品编号"), QStringLiteral("品    名"),
+        QStringLiteral("规    格"), QStringLiteral("产    地"), QStringLiteral("厂    家"),
+        QStringLiteral("计量单位"), QStringLiteral("数    量"), QStringLiteral("成    本"),
+        QStringLiteral("折    扣"), QStringLiteral("出售单价")};
+    return captions;
+}
+
 QStringList clearRecord(Session& session) {
     QStringList texts(ProductBox::Count, QString());
     texts[ProductBox::Date] = session.todayText();

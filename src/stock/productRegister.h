@@ -18,6 +18,9 @@ inline constexpr int Date = 0, Number = 1, Name = 2, Spec = 3, Place = 4, Maker 
 /// The columns of the boxes, in box order.
 const QStringList& productColumns();
 
+/// Their captions, in the same order.
+const QStringList& productBoxCaptions();
+
 /// Texts of an empty form: today, quantity, cost and price "0".
 QStringList clearRecord(Session& session);
 

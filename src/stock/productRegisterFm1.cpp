@@ -10,6 +10,8 @@
 #include "recordset/error.h"
 #include "recordset/textNumber.h"
 #include "stock/productRegister.h"
+#include "stock/stockCount.h"
+#include "stock/stockOut.h"
 
 #include <QCoreApplication>
 #include <QGridLayout>
@@ -18,15 +20,6 @@
 #include <QPushButton>
 
 namespace {
-
-const QStringList& boxCaptions() {
-    static const QStringList captions{
-        QStringLiteral("日    期"), QStringLiteral("产品编号"), QStringLiteral("品    名"),
-        QStringLiteral("规    格"), QStringLiteral("产    地"), QStringLiteral("厂    家"),
-        QStringLiteral("计量单位"), QStringLiteral("数    量"), QStringLiteral("成    本"),
-        QStringLiteral("折    扣"), QStringLiteral("出售单价")};
-    return captions;
-}
 
 /// A button that leads to another view, and what must hold before it goes there.
 struct Gateway {
@@ -111,8 +104,8 @@ QWidget* productRegisterFm1::buildPanel() {
     m_stockFlag = makeLabel(QStringLiteral("Label8"), QStringLiteral("增加产品数量"), panel);
     m_stockFlag->setFont(m_productFlag->font());
     m_stockFlag->hide();
-    m_boxes =
-        new RecordBoxes(QStringLiteral("Text2"), boxCaptions(), BoxKeys{Qt::Key_Up, Qt::Key_Down}, panel);
+    m_boxes = new RecordBoxes(QStringLiteral("Text2"), productBoxCaptions(),
+                              BoxKeys{Qt::Key_Up, Qt::Key_Down}, panel);
     m_boxes->limitToNumbers({ProductBox::Quantity, ProductBox::Cost, ProductBox::Price});
     auto* head = new QHBoxLayout;
     head->addWidget(m_heading);
@@ -442,13 +435,38 @@ void productRegisterFm1::openView(int number) {
 }
 
 bool productRegisterFm1::canOpen(int number) {
-    if (number == 11)
+    const RecordsetPtr& products = m_session.productTable;
+    switch (number) {
+    case 10:
+        if (!products->isOpen())
+            return false;
+        products->clearFilter();
+        if (products->hasRows())
+            displayMode = 2;
+        return products->hasRows();
+    case 11:
         return m_session.product_Bank->hasRows();
-    if (!m_session.productTable->isOpen())
-        return false;
-    m_session.productTable->clearFilter();
+    case 12:
+        return continueStockCount(m_session);
+    case 13:
+        if (!canCountStock(m_session))
+            return false;
+        newStockCount(m_session);
+        return true;
+    default:
+        return openHistory(number);
+    }
+}
+
+bool productRegisterFm1::openHistory(int number) {
     if (!m_session.productTable->hasRows())
         return false;
-    displayMode = 2;
+    for (const Gateway& gateway : kGateways) {
+        if (gateway.command != number)
+            continue;
+        const StockOut* road = findStockOut(gateway.view);
+        m_session.reopen(m_session.*road->history,
+                         QStringLiteral("Select * From ") + QString::fromUtf16(road->table));
+    }
     return true;
 }

@@ -1,6 +1,9 @@
 #include "stock/stockCommands.h"
 
+#include "recordset/ignoringErrors.h"
 #include "stock/productRegisterFm1.h"
+#include "stock/stockCount.h"
+#include "stock/stockOutForms.h"
 #include "stock/stockPanels.h"
 #include "stock/stockViews.h"
 #include "stock/stockWindows.h"
@@ -12,6 +15,8 @@ DisplayPanel* makePanel(QStringView view, ViewHost& host, Prompts& prompts) {
         return new StockPanel(host, prompts);
     if (view == u"stock_BankFm1")
         return new StockInPanel(host, prompts);
+    if (view == u"stock_CountFm1")
+        return new StockCountPanel(host);
     return nullptr;
 }
 
@@ -28,6 +33,42 @@ void showStock(ViewHost& host) {
         session.productTable->Requery();
     session.viewReturnState = QStringLiteral("Open");
     host.active()->activate();
+}
+
+/// A new count; one that is in front of the user is not made anew, it only shows all its rows.
+void countStockAnew(ViewHost& host) {
+    static const QString name = QStringLiteral("stock_CountFm1");
+    Session& session = host.session();
+    if (!canCountStock(session))
+        return;
+    session.activeViewName = name;
+    if (host.isActive(name))
+        return session.stock_Count_Bank->clearFilter();
+    newStockCount(session);
+    host.showFromMenu(name);
+}
+
+void continueCount(ViewHost& host) {
+    IgnoringErrors errors;
+    errors.run([&] { openStockCount(host.session()); });
+    host.showFromMenu(QStringLiteral("stock_CountFm1"));
+}
+
+void registerStockOuts(CommandTable& commands, ViewHost& host, Prompts& prompts) {
+    for (const StockOut& road : stockOuts()) {
+        host.registerView(QString::fromUtf16(road.chooser),
+                          [&host, &prompts, &road] { return new StockOutChooser(road, host, prompts); });
+        host.registerWindow(QString::fromUtf16(road.dialog), [&host, &prompts, &road] {
+            return new StockOutDialog(road, static_cast<StockOutChooser&>(*host.active()), host, prompts);
+        });
+    }
+    const std::pair<const char16_t*, const char16_t*> openers[] = {
+        {u"no_Sales_stock1", u"stock_ReturnFm1"},
+        {u"no_Sales_stock2", u"stock_out_of_BankFm1"},
+        {u"no_Sales_stock3", u"stock_no_use_BankFm1"}};
+    for (const auto& [command, view] : openers)
+        commands.add(QString::fromUtf16(command),
+                     [&host, view = QString::fromUtf16(view)] { host.showFromMenu(view); });
 }
 
 } // namespace
@@ -55,4 +96,7 @@ void registerStock(CommandTable& commands, ViewHost& host, Prompts& prompts) {
         commands.add(QString::fromUtf16(command),
                      [&host, view = QString::fromUtf16(view)] { host.showFromMenu(view); });
     commands.add(QStringLiteral("show_stock"), [&host] { showStock(host); });
+    commands.add(QStringLiteral("count_stock1"), [&host] { countStockAnew(host); });
+    commands.add(QStringLiteral("count_stock2"), [&host] { continueCount(host); });
+    registerStockOuts(commands, host, prompts);
 }

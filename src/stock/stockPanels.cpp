@@ -4,10 +4,13 @@
 #include "controls/prompts.h"
 #include "data/sourceTable.h"
 #include "recordset/textNumber.h"
+#include "stock/stockCount.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMainWindow>
 #include <QPushButton>
+#include <QStatusBar>
 
 StockSumsBox::StockSumsBox(QWidget* parent)
     : QWidget(parent) {
@@ -131,4 +134,38 @@ void StockInPanel::deleteRow() {
         return;
     if (m_prompts.confirm(QStringLiteral("确实要删除该记录吗？")) && m_session.product_Bank->currentRow())
         deleteStockIn(m_session);
+}
+
+StockCountPanel::StockCountPanel(ViewHost& host)
+    : m_host(host) {
+    const std::tuple<const char16_t*, const char16_t*, void (*)(Session&)> commands[] = {
+        {u"Command2", u"保存", saveStockCount},
+        {u"Command3", u"取消", cancelStockCount},
+        {u"Command7", u"实物数字段清空", clearStockCount}};
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    for (const auto& [name, caption, command] : commands) {
+        QPushButton* button = makeButton(QString::fromUtf16(name), QString::fromUtf16(caption), this);
+        connect(button, &QPushButton::clicked, this, [this, run = command] {
+            Q_EMIT commandStarts();
+            run(m_host.session());
+        });
+        row->addWidget(button);
+    }
+}
+
+void StockCountPanel::rowChanged(const RecordsetPtr& cursor, bool /*chosen*/) {
+    if (!cursor->hasRows())
+        return;
+    if (cursor->isEOF())
+        cursor->MoveLast();
+    else if (cursor->isBOF())
+        cursor->MoveFirst();
+}
+
+void StockCountPanel::left(const RecordsetPtr& cursor) {
+    if (cursor->isOpen() && cursor->pendingCount() > 0)
+        m_host.mainWindow().statusBar()->showMessage(
+            QStringLiteral("盘点表有 %1 条记录还没有保存，“继续盘点”可以接着做。")
+                .arg(cursor->pendingCount()));
 }

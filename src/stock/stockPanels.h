@@ -63,3 +63,17 @@ private:
     Prompts& m_prompts;
     QPushButton* m_delete;
 };
+
+/// Saving, giving up and clearing what was typed into the stock count.
+class StockCountPanel : public DisplayPanel {
+    Q_OBJECT
+
+public:
+    explicit StockCountPanel(ViewHost& host);
+
+    void rowChanged(const RecordsetPtr& cursor, bool chosen) override;
+    void left(const RecordsetPtr& cursor) override;
+
+private:
+    ViewHost& m_host;
+};

@@ -57,6 +57,18 @@ constexpr DisplayDescription kDisplays[] = {
      .wholeReport = u"showprint_rs23",
      .periodReport = u"showprint_rs24",
      .emptyText = u"没有调拨记录。"},
+    {.name = u"stock_CountFm1",
+     .caption = u"库存盘点",
+     .table = u"stock_Count_Bank",
+     .whole = ShowSource::StockCount,
+     .period = ShowSource::StockCount,
+     .sort = u"品名",
+     .reportTitle = u"库 存 盘 点",
+     .wholeReport = u"showprint_rs17",
+     .periodReport = u"showprint_rs17",
+     .emptyText = u"还没有盘点表。\n用“产品管理”—“库存盘点”—“新建盘点表”建立。",
+     .editable = true,
+     .ownSource = ShowSource::StockIn},
 };
 
 } // namespace

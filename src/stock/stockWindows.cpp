@@ -23,14 +23,9 @@ DataGrid* makeGrid(Prompts& prompts, QWidget* parent, const QString& emptyText) 
     return grid;
 }
 
-QLineEdit* makeShownBox(const QString& name, const QString& toolTip, QWidget* parent) {
-    auto* box = new QLineEdit(parent);
-    box->setObjectName(name);
-    box->setToolTip(toolTip);
-    box->setAccessibleName(toolTip);
+QLineEdit* makeReadOnlyBox(const QString& name, const QString& toolTip, QWidget* parent) {
+    QLineEdit* box = makeShownBox(name, toolTip, parent);
     box->setReadOnly(true);
-    box->setAlignment(Qt::AlignCenter);
-    box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("2004-12-31 00")) + 16);
     return box;
 }
 
@@ -42,7 +37,7 @@ StockFm2::StockFm2(ViewHost& host, Prompts& prompts)
     , m_session(host.session()) {
     m_grid = makeGrid(prompts, this, QStringLiteral("没有需要补充库存的产品。"));
     m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
-    m_threshold = makeShownBox(QStringLiteral("Text4"), QStringLiteral("库存安全数"), this);
+    m_threshold = makeReadOnlyBox(QStringLiteral("Text4"), QStringLiteral("库存安全数"), this);
     auto* more = makeButton(QStringLiteral("Command3(0)"), QStringLiteral("库存安全数加"), this);
     auto* less = makeButton(QStringLiteral("Command3(1)"), QStringLiteral("减"), this);
     connect(more, &QPushButton::clicked, this, [this] { changeThreshold(1); });
@@ -152,8 +147,8 @@ statisticFm4::statisticFm4(ViewHost& host, Prompts& prompts)
     , m_session(host.session()) {
     m_grid = makeGrid(prompts, this, QStringLiteral("没有库存。"));
     m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
-    m_first = makeShownBox(QStringLiteral("Text2"), QStringLiteral("时间显示"), this);
-    m_last = makeShownBox(QStringLiteral("Text3"), QStringLiteral("时间显示"), this);
+    m_first = makeReadOnlyBox(QStringLiteral("Text2"), QStringLiteral("时间显示"), this);
+    m_last = makeReadOnlyBox(QStringLiteral("Text3"), QStringLiteral("时间显示"), this);
     m_sums = new StockSumsBox(this);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_moves);

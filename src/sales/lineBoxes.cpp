@@ -1,0 +1,33 @@
+#include "sales/lineBoxes.h"
+
+#include <QToolButton>
+#include <QVBoxLayout>
+
+const QStringList& lineCaptions() {
+    static const QStringList captions{
+        QStringLiteral("订 单 号"), QStringLiteral("客户编号"), QStringLiteral("产品编号"),
+        QStringLiteral("时    间"), QStringLiteral("品    名"), QStringLiteral("产    地"),
+        QStringLiteral("规    格"), QStringLiteral("厂    家"), QStringLiteral("单    价"),
+        QStringLiteral("计量单位"), QStringLiteral("数    量"), QStringLiteral("应    付"),
+        QStringLiteral("折    扣"), QStringLiteral("实    付")};
+    return captions;
+}
+
+UpDown::UpDown(const QString& name, QWidget* parent)
+    : QWidget(parent) {
+    setObjectName(name);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    for (const int by : {1, -1}) {
+        auto* button = new QToolButton(this);
+        button->setObjectName(QStringLiteral("%1(%2)").arg(name).arg(by > 0 ? 0 : 1));
+        button->setArrowType(by > 0 ? Qt::UpArrow : Qt::DownArrow);
+        button->setAccessibleName(by > 0 ? QStringLiteral("加一") : QStringLiteral("减一"));
+        button->setAutoRepeat(true);
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setFixedSize(22, 14);
+        connect(button, &QToolButton::clicked, this, [this, by] { Q_EMIT stepped(by); });
+        column->addWidget(button);
+    }
+}

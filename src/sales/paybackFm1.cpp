@@ -1,0 +1,300 @@
+#include "sales/paybackFm1.h"
+
+#include "controls/dataGrid.h"
+#include "controls/formParts.h"
+#include "controls/moveButtons.h"
+#include "controls/prompts.h"
+#include "controls/recordBoxes.h"
+#include "recordset/textNumber.h"
+#include "sales/lineBoxes.h"
+
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+paybackFm1::paybackFm1(ViewHost& host, Prompts& prompts)
+    : View(QStringLiteral("paybackFm1"), QStringLiteral("订单维护"))
+    , m_host(host)
+    , m_session(host.session())
+    , m_prompts(prompts)
+    , m_book(m_session) {
+    auto* column = new QVBoxLayout;
+    column->addWidget(buildLines(), 3);
+    column->addWidget(buildLine(), 2);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(buildOrders(), 2);
+    row->addLayout(column, 7);
+    connect(m_orders, &DataGrid::rowChosen, this, &paybackFm1::chooseOrder);
+    connect(m_lines, &DataGrid::rowChosen, this, &paybackFm1::chooseLine);
+    m_orders->setRowHandler([this] { m_orderMoves->setPosition(positionText(m_book.orders())); });
+    m_lines->setRowHandler([this] { linesMoved(); });
+    connect(m_orderMoves, &MoveButtons::pressed, this,
+            [this](int button) { moveInRecordset(m_book.orders(), button); });
+    connect(m_lineMoves, &MoveButtons::pressed, this,
+            [this](int button) { moveInRecordset(m_book.lines(), button); });
+    connect(m_boxes, &RecordBoxes::changed, this, &paybackFm1::boxChanged);
+}
+
+QPushButton* paybackFm1::addButton(const char* name, const QString& caption, void (paybackFm1::*action)()) {
+    QPushButton* button = makeButton(QString::fromLatin1(name), caption, this);
+    connect(button, &QPushButton::clicked, this, action);
+    return button;
+}
+
+QWidget* paybackFm1::buildOrders() {
+    auto* side = new QGroupBox(QStringLiteral("购物订单号"), this);
+    m_orders = new DataGrid(m_prompts, side);
+    m_orders->setObjectName(QStringLiteral("DataGrid2"));
+    m_orders->setEmptyText(QStringLiteral("还没有订单。"));
+    m_orderMoves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text2"), side);
+    QPushButton* find = addButton("Command6", QStringLiteral("查询"), &paybackFm1::search);
+    m_search = makeSearchBox(QStringLiteral("Text1"), QStringLiteral("输入订单号"), find, side);
+    auto* top = new QHBoxLayout;
+    top->addWidget(m_search, 1);
+    top->addWidget(find);
+    auto* column = new QVBoxLayout(side);
+    column->addLayout(top);
+    column->addWidget(m_orders, 1);
+    column->addWidget(m_orderMoves, 0, Qt::AlignHCenter);
+    column->addWidget(addButton("Command2", QStringLiteral("删除整个订单"), &paybackFm1::deleteOrder));
+    return side;
+}
+
+QWidget* paybackFm1::buildLines() {
+    auto* side = new QGroupBox(QStringLiteral("订单明细"), this);
+    m_order = makeLabel(QStringLiteral("Label3"), QStringLiteral("订单号"), side);
+    m_lines = new DataGrid(m_prompts, side);
+    m_lines->setObjectName(QStringLiteral("DataGrid1"));
+    m_lines->setEmptyText(QStringLiteral("请在左边点一个订单号。"));
+    m_lineMoves = new MoveButtons(QStringLiteral("Command5"), QStringLiteral("Text5"), side);
+    auto* top = new QHBoxLayout;
+    top->addWidget(m_order, 1);
+    top->addLayout(buildTotals());
+    auto* column = new QVBoxLayout(side);
+    column->addLayout(top);
+    column->addWidget(m_lines, 1);
+    column->addWidget(m_lineMoves, 0, Qt::AlignHCenter);
+    return side;
+}
+
+QLayout* paybackFm1::buildTotals() {
+    auto* row = new QHBoxLayout;
+    m_quantity = makeLabel(QStringLiteral("Label5"), QStringLiteral("0"), this);
+    m_paid = makeLabel(QStringLiteral("Label7"), QStringLiteral("0"), this);
+    const std::pair<QString, QLabel*> figures[] = {{QStringLiteral("总件数："), m_quantity},
+                                                   {QStringLiteral("总金额："), m_paid}};
+    for (const auto& [caption, label] : figures) {
+        QFont bold = label->font();
+        bold.setBold(true);
+        label->setFont(bold);
+        label->setAccessibleName(caption);
+        label->setMinimumWidth(80);
+        row->addWidget(new QLabel(caption, this));
+        row->addWidget(label);
+    }
+    return row;
+}
+
+QWidget* paybackFm1::buildLine() {
+    auto* panel = new QGroupBox(QStringLiteral("修改"), this);
+    m_boxes =
+        new RecordBoxes(QStringLiteral("Text4"), lineCaptions(), BoxKeys{Qt::Key_Left, Qt::Key_Right}, panel);
+    m_boxes->limitToNumbers(
+        {LineBox::Price, LineBox::Quantity, LineBox::Due, LineBox::Discount, LineBox::Paid});
+    auto* grid = new QGridLayout;
+    constexpr int perRow = 3;
+    for (int i = 0; i < LineBox::Count; ++i)
+        m_boxes->place(grid, i, i / perRow, i % perRow * 3);
+    const std::tuple<const char*, int, double> steppers[] = {{"UpDown1", LineBox::Quantity, 1e15},
+                                                             {"UpDown2", LineBox::Discount, 100}};
+    for (const auto& [name, box, most] : steppers) {
+        auto* stepper = new UpDown(QString::fromLatin1(name), panel);
+        connect(stepper, &UpDown::stepped, this,
+                [this, index = box, limit = most](int by) { step(index, by, limit); });
+        grid->addWidget(stepper, box / perRow, box % perRow * 3 + 2);
+    }
+    m_bought = makeShownBox(QStringLiteral("Text3"), QStringLiteral("购买该产品总数"), panel);
+    m_bought->setReadOnly(true);
+    grid->addWidget(new QLabel(QStringLiteral("购买该产品总数"), panel), LineBox::Count / perRow, 6);
+    grid->addWidget(m_bought, LineBox::Count / perRow, 7);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(addButton("Command3", QStringLiteral("保存"), &paybackFm1::save));
+    buttons->addWidget(addButton("Command4", QStringLiteral("删除"), &paybackFm1::deleteLine));
+    auto* column = new QVBoxLayout(panel);
+    column->addLayout(grid);
+    column->addLayout(buttons);
+    return panel;
+}
+
+void paybackFm1::load() {
+    Fm_Activate_paybackFm1();
+}
+
+void paybackFm1::Fm_Activate_paybackFm1() {
+    const QScopedValueRollback filling(fillGuard, qint16(Filling));
+    m_book.open();
+    m_orders->bind(m_book.orders());
+    bindLines();
+    m_search->clear();
+    m_boxes->clear();
+    for (QLabel* total : {m_quantity, m_paid})
+        total->setText(QStringLiteral("0"));
+    m_bought->setText(QStringLiteral("0"));
+    showPositions();
+}
+
+void paybackFm1::bindLines() {
+    m_lines->bind(m_book.lines(),
+                  {QStringLiteral("流水号"), QStringLiteral("成本"), QStringLiteral("差额利润")});
+}
+
+void paybackFm1::showPositions() {
+    m_orderMoves->setPosition(positionText(m_book.orders()));
+    m_lineMoves->setPosition(positionText(m_book.lines()));
+}
+
+void paybackFm1::linesMoved() {
+    m_lineMoves->setPosition(positionText(m_book.lines()));
+    showLine();
+}
+
+void paybackFm1::showLine() {
+    const QScopedValueRollback filling(fillGuard, qint16(Filling));
+    const RecordsetPtr& lines = m_book.lines();
+    if (lines->hasRows() && lines->currentRow())
+        m_boxes->setTexts(m_book.record_Display());
+    else
+        m_boxes->clear();
+    lineEdited = 0;
+}
+
+void paybackFm1::showTotals() {
+    const BasketTotals totals = m_book.totals();
+    m_quantity->setText(plainNumber(totals.quantity));
+    m_paid->setText(plainNumber(totals.paid));
+}
+
+void paybackFm1::showBought() {
+    m_bought->setText(plainNumber(m_book.boughtOfProduct()));
+}
+
+void paybackFm1::chooseOrder() {
+    if (m_deleting || !m_book.orders()->hasRows() || !m_book.orders()->currentRow())
+        return;
+    m_order->setText(QStringLiteral("订单号： ") + m_book.chooseOrder());
+    bindLines();
+    showPositions();
+    showLine();
+    showTotals();
+    showBought();
+}
+
+void paybackFm1::chooseLine() {
+    if (m_deleting || !m_book.lines()->hasRows())
+        return;
+    showLine();
+    showTotals();
+    showBought();
+    m_boxes->focus(LineBox::Quantity);
+}
+
+void paybackFm1::search() {
+    const QString number = trimBlanks(m_search->text());
+    if (!m_book.orders()->hasRows() || number.isEmpty())
+        return;
+    // The lines are not loaded: the order found is still to be clicked.
+    if (!m_book.findOrder(number))
+        m_prompts.tell(QStringLiteral("无此订单号！"));
+    m_orderMoves->setPosition(positionText(m_book.orders()));
+}
+
+void paybackFm1::boxChanged(int index) {
+    if (fillGuard == Filling)
+        return;
+    lineEdited = -1;
+    if ((index != LineBox::Quantity && index != LineBox::Discount) || !m_book.lines()->hasRows())
+        return;
+    // The typed quantity stays, with the old amounts beside it, where the stock refuses it: that is meant.
+    if (index == LineBox::Quantity && !stock_check())
+        return;
+    const QScopedValueRollback filling(fillGuard, qint16(Filling));
+    const LineAmounts amounts = orderLineAmounts(
+        m_boxes->text(LineBox::Quantity), m_boxes->text(LineBox::Price), m_boxes->text(LineBox::Discount));
+    if (m_boxes->text(LineBox::Discount) != amounts.discount) {
+        m_boxes->setText(LineBox::Discount, amounts.discount);
+        // Selected, so that the next digit replaces the 100 instead of making 1009 of it.
+        m_boxes->box(LineBox::Discount)->selectAll();
+    }
+    m_boxes->setText(LineBox::Due, amounts.due);
+    m_boxes->setText(LineBox::Paid, amounts.paid);
+}
+
+bool paybackFm1::stock_check() {
+    const RecordsetPtr& lines = m_book.lines();
+    if (!lines->currentRow())
+        return true;
+    const QString fault = orderStockFault(m_session, lines->Fields(QStringLiteral("产品编号")).text(),
+                                          m_boxes->text(LineBox::Quantity));
+    if (!fault.isEmpty())
+        m_prompts.tell(fault);
+    return fault.isEmpty();
+}
+
+void paybackFm1::step(int box, int by, double most) {
+    const double number = valOrMost(m_boxes->text(box)) + by;
+    m_boxes->setText(box, plainNumber(by < 0 ? std::max(0.0, number) : std::min(number, most)));
+}
+
+bool paybackFm1::canChange() const {
+    return !m_deleting && m_book.orderChosen() && m_book.lines()->hasRows() && m_book.lines()->currentRow();
+}
+
+void paybackFm1::save() {
+    if (!canChange())
+        return;
+    m_book.save(m_boxes->texts());
+    showLine();
+    showTotals();
+    showBought();
+    m_prompts.tell(orderTotalsText(m_book.totals()));
+}
+
+void paybackFm1::deleteLine() {
+    if (!canChange() ||
+        !m_prompts.confirm(QStringLiteral("确实要删除该记录吗？"), QStringLiteral("删除提示")) ||
+        !canChange())
+        return;
+    const OrderMaintenance::Deleted deleted = m_book.deleteLine();
+    showLine();
+    showTotals();
+    showBought();
+    showPositions();
+    if (deleted.toldTotals)
+        m_prompts.tell(orderTotalsText(m_book.totals()));
+}
+
+void paybackFm1::deleteOrder() {
+    if (!canChange() ||
+        !m_prompts.confirm(QStringLiteral("确实要删除该订单吗？"), QStringLiteral("删除提示")) ||
+        !canChange())
+        return;
+    {
+        const QScopedValueRollback deleting(m_deleting, true);
+        m_book.deleteOrder([this] {
+            showPositions();
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        });
+    }
+    showLine();
+    showTotals();
+    m_bought->setText(QStringLiteral("0"));
+    showPositions();
+}

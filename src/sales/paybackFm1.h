@@ -1,0 +1,74 @@
+#pragma once
+
+#include "sales/orderMaintenance.h"
+#include "shell/view.h"
+#include "shell/viewHost.h"
+
+class DataGrid;
+class MoveButtons;
+class Prompts;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class RecordBoxes;
+class UpDown;
+
+/// Changes finished orders: rewrites or deletes a line, deletes an order, and puts the stock right each time.
+class paybackFm1 : public View {
+    Q_OBJECT
+
+public:
+    paybackFm1(ViewHost& host, Prompts& prompts);
+
+    void load() override;
+    void activate() override {}
+    bool loadActivates() const override { return true; }
+
+private:
+    enum FillGuard : qint16 { Typing = 1, Filling = 2 };
+
+    // Building.
+    QWidget* buildOrders();
+    QWidget* buildLines();
+    QWidget* buildLine();
+    QLayout* buildTotals();
+    QPushButton* addButton(const char* name, const QString& caption, void (paybackFm1::*action)());
+
+    // Commands.
+    void Fm_Activate_paybackFm1();
+    void chooseOrder();
+    void chooseLine();
+    void search();
+    void save();
+    void deleteLine();
+    void deleteOrder();
+    void step(int box, int by, double most);
+    void boxChanged(int index);
+
+    bool stock_check();
+    bool canChange() const;
+    void bindLines();
+    void showLine();
+    void showTotals();
+    void showBought();
+    void showPositions();
+    void linesMoved();
+
+    ViewHost& m_host;
+    Session& m_session;
+    Prompts& m_prompts;
+    OrderMaintenance m_book;
+    DataGrid* m_orders = nullptr;
+    DataGrid* m_lines = nullptr;
+    MoveButtons* m_orderMoves = nullptr;
+    MoveButtons* m_lineMoves = nullptr;
+    RecordBoxes* m_boxes = nullptr;
+    QLineEdit* m_search = nullptr;
+    QLineEdit* m_bought = nullptr;
+    QLabel* m_order = nullptr;
+    QLabel* m_quantity = nullptr;
+    QLabel* m_paid = nullptr;
+    qint16 fillGuard = Typing;
+    qint16 lineEdited = 0;
+    bool m_deleting = false; // while an order goes, no other can be chosen
+};

@@ -1,0 +1,317 @@
+#include "stock/stockOutForms.h"
+
+#include "controls/dataGrid.h"
+#include "controls/formParts.h"
+#include "controls/moveButtons.h"
+#include "controls/prompts.h"
+#include "controls/recordBoxes.h"
+#include "data/searchTexts.h"
+#include "recordset/error.h"
+#include "recordset/textNumber.h"
+#include "stock/productRegister.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace {
+
+namespace MovementBox {
+constexpr int Quantity = 0, Amount = 1, Remark = 2;
+}
+
+} // namespace
+
+StockOutChooser::StockOutChooser(const StockOut& road, ViewHost& host, Prompts& prompts)
+    : View(QString::fromUtf16(road.chooser), QString::fromUtf16(road.caption))
+    , m_road(road)
+    , m_host(host)
+    , m_session(host.session())
+    , m_prompts(prompts) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(buildGridSide(), 5);
+    row->addWidget(buildPanel(), 3);
+    connect(m_moves, &MoveButtons::pressed, this, [this](int button) {
+        moveInRecordset(m_session.productTable, button);
+        showPosition();
+    });
+    m_grid->setRowHandler([this] { rowChanged(); });
+    // The date of a movement cannot be chosen: it is always today.
+    connect(m_boxes->box(ProductBox::Date), &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (const QString today = m_session.todayText(); text != today)
+            m_boxes->setText(ProductBox::Date, today);
+    });
+    offer(ViewOperation::data_order, [this] { data_order(); });
+}
+
+QPushButton* StockOutChooser::addButton(const char* name, const QString& caption,
+                                        void (StockOutChooser::*action)()) {
+    QPushButton* button = makeButton(QString::fromLatin1(name), caption, this);
+    connect(button, &QPushButton::clicked, this, action);
+    return button;
+}
+
+QLineEdit* StockOutChooser::makeDateBox(const QString& name, QString Session::*shown) {
+    QLineEdit* box = makeShownBox(name, QStringLiteral("时间显示"), this);
+    connect(box, &QLineEdit::textChanged, this,
+            [this, shown](const QString& text) { m_session.*shown = text; });
+    return box;
+}
+
+QWidget* StockOutChooser::buildGridSide() {
+    auto* side = new QGroupBox(QStringLiteral("销售库存"), this);
+    m_grid = new DataGrid(m_prompts, side);
+    m_grid->setObjectName(QStringLiteral("DataGrid1"));
+    m_grid->setEmptyText(QStringLiteral("没有库存产品。"));
+    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text5"), side);
+    QPushButton* find = addButton("Command2", QStringLiteral("查询"), &StockOutChooser::search);
+    m_search = makeSearchBox(QStringLiteral("Text4"),
+                             QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, side);
+    m_first = makeDateBox(QStringLiteral("Text1"), &Session::displayDate1);
+    m_last = makeDateBox(QStringLiteral("Text3"), &Session::displayDate2);
+    auto* top = new QHBoxLayout;
+    top->addWidget(new QLabel(QStringLiteral("产品查询"), side));
+    top->addWidget(m_search, 1);
+    top->addWidget(find);
+    top->addWidget(addButton("Command3", QStringLiteral("全库显示"), &StockOutChooser::showAll));
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(m_moves);
+    bottom->addStretch(1);
+    bottom->addWidget(m_first);
+    bottom->addWidget(m_last);
+    auto* column = new QVBoxLayout(side);
+    column->addLayout(top);
+    column->addWidget(m_grid, 1);
+    column->addLayout(bottom);
+    return side;
+}
+
+QWidget* StockOutChooser::buildPanel() {
+    static const QString figures[] = {QStringLiteral("原销售库存数"), QStringLiteral("加减销售库存数"),
+                                      QStringLiteral("现有销售库存数")};
+    auto* panel = new QGroupBox(QString::fromUtf16(m_road.caption), this);
+    m_boxes = new RecordBoxes(QStringLiteral("Text2"), productBoxCaptions(),
+                              BoxKeys{Qt::Key_Up, Qt::Key_Down}, panel);
+    auto* boxes = new QGridLayout;
+    m_boxes->layOut(boxes, 1);
+    auto* grid = new QGridLayout;
+    for (int i = 0; i < 3; ++i) {
+        m_figures[i] = makeLabel(QStringLiteral("Label7(%1)").arg(i), QStringLiteral("0"), panel);
+        m_figures[i]->setAccessibleName(figures[i]);
+        m_figures[i]->setAlignment(Qt::AlignCenter);
+        QFont bold = m_figures[i]->font();
+        bold.setBold(true);
+        m_figures[i]->setFont(bold);
+        QLabel* caption = makeLabel(QStringLiteral("Label6(%1)").arg(i), figures[i], panel);
+        caption->setAlignment(Qt::AlignCenter);
+        grid->addWidget(caption, 0, i);
+        grid->addWidget(m_figures[i], 1, i);
+    }
+    auto* column = new QVBoxLayout(panel);
+    column->addLayout(boxes);
+    column->addLayout(grid);
+    column->addStretch(1);
+    column->addWidget(
+        addButton("Command5", QString::fromUtf16(m_road.action), &StockOutChooser::startMovement));
+    return panel;
+}
+
+void StockOutChooser::load() {
+    RecordsetPtr& history = m_session.*m_road.history;
+    if (!history->isOpen())
+        m_session.reopen(history, QStringLiteral("Select * From ") + QString::fromUtf16(m_road.table));
+    if (m_session.productTable->isOpen())
+        m_session.productTable->clearFilter();
+    m_first->clear();
+    m_last->clear();
+    m_search->clear();
+    m_boxes->setTexts(clearChoice());
+    showFigures(QStringLiteral("0"));
+}
+
+void StockOutChooser::activate() {
+    // Coming back from its dialog, the view keeps what that left on the screen.
+    if (std::exchange(m_session.viewReturnState, QStringLiteral("Open")) == u"Close")
+        return;
+    const RecordsetPtr& products = m_session.productTable;
+    {
+        const QuietWalk walk(products);
+        m_grid->bind(products, {QStringLiteral("流水号")});
+        showDates();
+    }
+    rowChanged();
+}
+
+void StockOutChooser::showDates() {
+    const RecordsetPtr& products = m_session.productTable;
+    if (!products->hasRows()) {
+        m_first->setText(QStringLiteral("0000-0-0"));
+        m_last->setText(QStringLiteral("0000-0-0"));
+        return;
+    }
+    products->setSort(QStringLiteral("日期"));
+    m_first->setText(products->Fields(QStringLiteral("日期")).text());
+    products->MoveLast();
+    m_last->setText(products->Fields(QStringLiteral("日期")).text());
+}
+
+void StockOutChooser::rowChanged() {
+    const RecordsetPtr& products = m_session.productTable;
+    if (!products->isOpen())
+        return;
+    if (products->hasRows() && products->isEOF())
+        products->MoveLast();
+    else if (products->hasRows() && products->isBOF())
+        products->MoveFirst();
+    showPosition();
+    showProduct();
+    showFigures(products->currentRow() ? products->Fields(QStringLiteral("数量")).text()
+                                       : QStringLiteral("0"));
+}
+
+void StockOutChooser::showProduct() {
+    const bool any = m_session.productTable->hasRows() && m_session.productTable->currentRow();
+    m_boxes->setTexts(any ? displayRecord(m_session) : clearChoice());
+}
+
+void StockOutChooser::showFigures(const QString& quantity) {
+    m_figures[0]->setText(quantity);
+    m_figures[1]->setText(QStringLiteral("0"));
+    m_figures[2]->setText(quantity);
+}
+
+void StockOutChooser::showPosition() {
+    m_moves->setPosition(positionText(m_session.productTable));
+}
+
+QStringList StockOutChooser::boxes() const {
+    return m_boxes->texts();
+}
+
+void StockOutChooser::showTaken(const QString& text) {
+    m_figures[1]->setText(text);
+}
+
+void StockOutChooser::showBooked() {
+    m_figures[2]->setText(m_session.productTable->Fields(QStringLiteral("数量")).text());
+    showProduct();
+}
+
+void StockOutChooser::search() {
+    const RecordsetPtr& products = m_session.productTable;
+    if (!products->isOpen())
+        return;
+    products->clearFilter();
+    if (!products->hasRows() || m_search->text().isEmpty())
+        return;
+    try {
+        products->setFilter(productSearch(trimBlanks(m_search->text())));
+    } catch (const RuntimeError&) {
+        if (!m_road.searchCaught)
+            throw;
+        m_prompts.tell(QStringLiteral("日期输入错误，请按 2004-2-1 或 2004-11-21 格式输入！"));
+    }
+}
+
+void StockOutChooser::showAll() {
+    if (m_session.productTable->isOpen())
+        m_session.productTable->clearFilter();
+    showPosition();
+}
+
+void StockOutChooser::data_order() {
+    if (!m_session.productTable->hasRows())
+        return;
+    m_session.orderCode = ShowSource::Products;
+    m_host.openWindow(QStringLiteral("orderFm1"), ViewHost::MainWindow::Stays);
+}
+
+void StockOutChooser::data_print() {
+    const int number = m_session.showSource;
+    if (number != ShowSource::StockIn && number != ShowSource::PeriodStockIn)
+        return;
+    // The title is that of the stock-in list, for all three roads: that is meant.
+    m_session.reportFormTitle = QStringLiteral("产 品 入 库 清 单");
+    m_host.openWindow(QString::fromUtf16(number == ShowSource::StockIn ? m_road.report : m_road.periodReport),
+                      ViewHost::MainWindow::Disabled);
+}
+
+void StockOutChooser::startMovement() {
+    if (canMoveStock(m_session))
+        m_host.openWindow(QString::fromUtf16(m_road.dialog), ViewHost::MainWindow::Stays);
+}
+
+StockOutDialog::StockOutDialog(const StockOut& road, StockOutChooser& chooser, ViewHost& host,
+                               Prompts& prompts)
+    : Dialog(QString::fromUtf16(road.dialog), QString::fromUtf16(road.caption))
+    , m_road(road)
+    , m_chooser(chooser)
+    , m_host(host)
+    , m_session(host.session())
+    , m_prompts(prompts) {
+    m_boxes = new RecordBoxes(QStringLiteral("Text6"),
+                              {QString::fromUtf16(road.quantityCaption),
+                               QString::fromUtf16(road.amountCaption), QStringLiteral("说    明")},
+                              std::nullopt, this);
+    m_boxes->limitToNumbers({MovementBox::Quantity, MovementBox::Amount});
+    const RecordsetPtr& history = m_session.*road.history;
+    if (history->isOpen())
+        m_boxes->box(MovementBox::Remark)
+            ->setMaxLength(history->Fields(QStringLiteral("说明")).DefinedSize());
+    m_boxes->setTexts({QStringLiteral("0"), QStringLiteral("0"), QString()});
+    connect(m_boxes->box(MovementBox::Quantity), &QLineEdit::textChanged, this,
+            &StockOutDialog::quantityChanged);
+    QPushButton* confirmButton = makeButton(QStringLiteral("Command1"), QStringLiteral("确认"), this);
+    QPushButton* cancelButton = makeButton(QStringLiteral("Command2"), QStringLiteral("取消"), this);
+    connect(confirmButton, &QPushButton::clicked, this, &StockOutDialog::confirm);
+    connect(cancelButton, &QPushButton::clicked, this, &QWidget::close);
+    auto* grid = new QGridLayout;
+    m_boxes->layOut(grid, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(confirmButton);
+    buttons->addWidget(cancelButton);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(grid);
+    column->addLayout(buttons);
+    resize(360, sizeHint().height());
+}
+
+void StockOutDialog::quantityChanged() {
+    if (!m_session.productTable->hasRows() || !m_session.productTable->currentRow())
+        return;
+    const double quantity = val(m_boxes->text(MovementBox::Quantity));
+    const double onHand = stockOnHand(m_session);
+    if (quantity > onHand) {
+        m_prompts.tell(QString::fromUtf16(m_road.excessMessage) + plainNumber(onHand));
+        // The box changes once more, and that change goes on from here.
+        return m_boxes->setText(MovementBox::Quantity, plainNumber(onHand));
+    }
+    m_chooser.showTaken(plainNumber(quantity == 0 ? 0 : -quantity));
+    m_boxes->setText(MovementBox::Amount, plainNumber(amountAtCost(m_session, quantity)));
+}
+
+void StockOutDialog::confirm() {
+    const Movement movement{val(trimBlanks(m_boxes->text(MovementBox::Quantity))),
+                            val(trimBlanks(m_boxes->text(MovementBox::Amount))),
+                            m_boxes->text(MovementBox::Remark)};
+    if ((m_session.*m_road.history)->isOpen() && movement.quantity == 0)
+        return m_prompts.tell(QString::fromUtf16(m_road.zeroMessage));
+    if (!m_prompts.confirm(QString::fromUtf16(m_road.question)))
+        return;
+    if (!m_session.productTable->isOpen() || !m_session.productTable->currentRow())
+        return;
+    if (bookStockOut(m_session, m_road, m_chooser.boxes(), movement) == MoveResult::WriteFailed)
+        m_prompts.tell(QStringLiteral("输入数据格式错误或数据类型不匹配！"));
+    m_chooser.showBooked();
+    close();
+}
+
+void StockOutDialog::wayOut() {
+    m_session.viewReturnState = QStringLiteral("Close");
+    finish();
+    m_chooser.activate();
+}

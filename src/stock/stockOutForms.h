@@ -1,0 +1,82 @@
+#pragma once
+
+#include "shell/view.h"
+#include "shell/viewHost.h"
+#include "stock/stockOut.h"
+
+class DataGrid;
+class MoveButtons;
+class Prompts;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class RecordBoxes;
+
+/// Shows the sales stock and the current product, and opens the dialog of a movement for it.
+class StockOutChooser : public View {
+    Q_OBJECT
+
+public:
+    StockOutChooser(const StockOut& road, ViewHost& host, Prompts& prompts);
+
+    void load() override;
+    void activate() override;
+    void data_order();
+    /// The print routine; no command of the toolbar reaches it.
+    void data_print();
+
+    /// Texts of the product's boxes.
+    QStringList boxes() const;
+    void showTaken(const QString& text);
+    /// After a booking: the new quantity, and the product again.
+    void showBooked();
+
+private:
+    QWidget* buildGridSide();
+    QWidget* buildPanel();
+    QLineEdit* makeDateBox(const QString& name, QString Session::*shown);
+    QPushButton* addButton(const char* name, const QString& caption, void (StockOutChooser::*action)());
+    void showProduct();
+    void showFigures(const QString& quantity);
+    void showDates();
+    void rowChanged();
+    void showPosition();
+    void search();
+    void showAll();
+    void startMovement();
+
+    const StockOut& m_road;
+    ViewHost& m_host;
+    Session& m_session;
+    Prompts& m_prompts;
+    DataGrid* m_grid = nullptr;
+    MoveButtons* m_moves = nullptr;
+    RecordBoxes* m_boxes = nullptr;
+    QLineEdit* m_search = nullptr;
+    QLineEdit* m_first = nullptr;
+    QLineEdit* m_last = nullptr;
+    QLabel* m_figures[3] = {};
+};
+
+/// Quantity, amount and remark of one movement. It acts on whatever product is current in the chooser behind
+/// it.
+class StockOutDialog : public Dialog {
+    Q_OBJECT
+
+public:
+    StockOutDialog(const StockOut& road, StockOutChooser& chooser, ViewHost& host, Prompts& prompts);
+
+protected:
+    void wayOut() override;
+
+private:
+    void quantityChanged();
+    void confirm();
+
+    const StockOut& m_road;
+    StockOutChooser& m_chooser;
+    ViewHost& m_host;
+    Session& m_session;
+    Prompts& m_prompts;
+    RecordBoxes* m_boxes = nullptr;
+};
