@@ -25,14 +25,15 @@ struct Acknowledged {
 class ShopWorker {
 public:
     ShopWorker(Session& session, unsigned seed);
+    virtual ~ShopWorker() = default;
 
     /// Opens the cursors as the program does at start.
     void open();
     /// One action, durable when it returns.
-    void step();
+    virtual void step();
     const Acknowledged& acknowledged() const { return m_done; }
 
-private:
+protected:
     void addCustomer();
     void addProduct();
     void stockUp();
