@@ -50,6 +50,9 @@ public:
         purchase();
         shoot(&m_main, "register-after-sale");
         stock();
+        orders();
+        stockOut();
+        count();
         main.choose(QStringLiteral("help"));
         shoot(m_main.host().window(QStringLiteral("manualFm1")), "user-guide");
     }
@@ -124,6 +127,59 @@ private:
         shoot(window("timeDefineFm2"), "period");
         time.click(QStringLiteral("Command1"));
         shoot(&m_main, "stock-in-of-a-year");
+    }
+
+    void orders() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("maintain_order"));
+        main.click(QStringLiteral("Command1(3)"));
+        main.clickCell(QStringLiteral("DataGrid2"), main.rows(QStringLiteral("DataGrid2")) - 1,
+                       QStringLiteral("订单号"));
+        main.clickCell(QStringLiteral("DataGrid1"), 1, QStringLiteral("品名"));
+        main.type(QStringLiteral("Text4(10)"), QStringLiteral("3"));
+        shoot(&m_main, "order-changed");
+        whenBoxOpens("order-saved");
+        main.click(QStringLiteral("Command3"));
+        main.clickCell(QStringLiteral("DataGrid1"), 0, QStringLiteral("品名"));
+        whenBoxOpens("line-deletion-question");
+        QTimer::singleShot(200, [this] { whenBoxOpens(nullptr); });
+        main.click(QStringLiteral("Command4"));
+        shoot(&m_main, "line-deleted");
+    }
+
+    void stockOut() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("no_Sales_stock1"));
+        main.clickCell(QStringLiteral("DataGrid1"), main.rows(QStringLiteral("DataGrid1")) - 2,
+                       QStringLiteral("品名"));
+        main.click(QStringLiteral("Command5"));
+        Driver dialog(*window("stock_ReturnFm3"));
+        dialog.type(QStringLiteral("Text6(0)"), QStringLiteral("2"));
+        dialog.type(QStringLiteral("Text6(2)"), QStringLiteral("包装破损"));
+        shoot(&m_main, "return");
+        shoot(window("stock_ReturnFm3"), "return-dialog");
+        whenBoxOpens("return-question");
+        dialog.click(QStringLiteral("Command1"));
+        shoot(&m_main, "return-booked");
+    }
+
+    void count() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("count_stock1"));
+        main.click(QStringLiteral("Command1(0)"));
+        const std::pair<int, const char*> found[] = {{0, "149"}, {1, "32"}, {2, "12"}};
+        for (const auto& [row, quantity] : found)
+            main.editCell(QStringLiteral("DataGrid1"), row, QStringLiteral("实物数"),
+                          QString::fromLatin1(quantity));
+        main.editCell(QStringLiteral("DataGrid1"), 0, QStringLiteral("亏_盈"), QStringLiteral("亏1"));
+        main.editCell(QStringLiteral("DataGrid1"), 2, QStringLiteral("亏_盈"), QStringLiteral("盈2"));
+        main.click(QStringLiteral("Command2"));
+        shoot(&m_main, "stock-count");
+        main.click(QStringLiteral("Toolbar1(7)"));
+        TopWindow* form = window("showprint_rs17");
+        form->resize(1280, 800);
+        shoot(form, "stock-count-report");
+        form->close();
     }
 
     void report() {
