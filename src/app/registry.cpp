@@ -1,6 +1,7 @@
 #include "app/registry.h"
 
 #include "analysis/analysisCommands.h"
+#include "maintenance/maintenanceCommands.h"
 #include "query/queryCommands.h"
 #include "reports/reportCommands.h"
 #include "sales/salesCommands.h"
@@ -18,6 +19,7 @@ void registerAll(MDIForm1& main, Prompts& prompts) {
     registerSales(main.commands(), host, prompts);
     registerStock(main.commands(), host, prompts);
     registerAnalysis(main.commands(), host, prompts);
+    registerMaintenance(main.commands(), host, prompts);
     registerQuery(host, prompts);
     registerReports(host, prompts);
 }

@@ -124,20 +124,6 @@ void deleteLinesOf(Session& session, const QString& clientNum) {
     batch.finish();
 }
 
-bool setTypedFilter(const RecordsetPtr& recordset, const std::function<QString(const QString&)>& filterFor,
-                    const QString& text) {
-    for (const QString& typed : {text, quotedInside(text)}) {
-        try {
-            recordset->setFilter(filterFor(typed));
-            return true;
-        } catch (const RuntimeError& error) {
-            if (error.number() != ErrorNumber::BadText)
-                throw;
-        }
-    }
-    return false;
-}
-
 bool searchClients(Session& session, const QString& text) {
     return setTypedFilter(session.clientTable, searchText, trimBlanks(text));
 }

@@ -43,8 +43,3 @@ void set_date1_date2(Session& session);
 
 /// Reopens the lines cursor on the customer in hand, with a further condition if one is given.
 void rs2_Search(Session& session, const QString& condition);
-
-/// Puts a search on a cursor. A typed apostrophe that the grammar refuses is tried again doubled; false where
-/// the text is refused all the same, and nothing was changed.
-bool setTypedFilter(const RecordsetPtr& recordset, const std::function<QString(const QString&)>& filterFor,
-                    const QString& text);

@@ -70,7 +70,7 @@ void OrderMaintenance::open() {
 }
 
 QString OrderMaintenance::chooseOrder() {
-    const QString number = m_orders->Fields(QStringLiteral("订单号")).text();
+    QString number = m_orders->Fields(QStringLiteral("订单号")).text();
     auto lines = std::make_shared<Recordset>(m_session.cn);
     lines->Open(QStringLiteral("Select * From buyList "));
     lines->setFilter(keyCondition(QStringLiteral("订单号"), number));
@@ -278,7 +278,7 @@ void OrderMaintenance::cost_profit_num() {
 
 QString orderStockFault(Session& session, const QString& productNum, const QString& quantity) {
     const RecordsetPtr& products = session.productTable;
-    const QString missing = QStringLiteral("库存中无此产品");
+    QString missing = QStringLiteral("库存中无此产品");
     if (!products->hasRows())
         return missing;
     const QuietWalk walk(products);

@@ -1,0 +1,206 @@
+// Reads dBase and FoxPro tables. The library gives fields as they are written; memo texts and the binary
+// types of FoxPro are read here.
+#include "import/byteReader.h"
+#include "import/dbfMemo.h"
+#include "import/importSource.h"
+
+#include "recordset/textDate.h"
+#include "recordset/textNumber.h"
+
+#include <QDate>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <shapefil.h>
+
+#include <cmath>
+
+namespace {
+
+struct CloseTable {
+    void operator()(DBFHandle table) const { DBFClose(table); }
+};
+using Table = std::unique_ptr<std::remove_pointer_t<DBFHandle>, CloseTable>;
+
+QString dateOf(const QString& digits) {
+    if (digits.size() != 8)
+        return digits.isEmpty() ? QString() : digits;
+    return QStringLiteral("%1-%2-%3")
+        .arg(digits.left(4))
+        .arg(digits.mid(4, 2).toInt())
+        .arg(digits.mid(6).toInt());
+}
+
+QString numberOf(const QString& text) {
+    return isNumeric(text) && !text.contains(u',') ? plainNumber(val(text)) : text;
+}
+
+class DbfSource : public ImportSource {
+public:
+    explicit DbfSource(const QString& path)
+        : m_path(path)
+        , m_header(headOf(path))
+        , m_memo(path) {
+        // The library looks for an ending of its own choice beside the name; a link gives it one it knows.
+        const QString link = m_folder.filePath(QStringLiteral("source.dbf"));
+        if (!m_folder.isValid() || !QFile::link(QFileInfo(path).absoluteFilePath(), link))
+            throw ImportError(QStringLiteral("文件不能打开：%1").arg(path));
+        m_table.reset(DBFOpen(QFile::encodeName(link).constData(), "rb"));
+        if (!m_table)
+            throw ImportError(QStringLiteral("不是 dBase 文件，或者文件已损坏。"));
+        const char* page = DBFGetCodePage(m_table.get());
+        m_isGbk = page && (qstrcmp(page, "LDID/77") == 0 || qstrcmp(page, "LDID/122") == 0);
+        m_isFoxPro = quint8(m_header.isEmpty() ? 0 : m_header[0]) == 0x30;
+    }
+
+    QStringList tables() override { return {tableOfFile(m_path)}; }
+
+    SourceRows read(const QString& /*table*/) override {
+        SourceRows rows;
+        const std::vector<int> fields = shownFields();
+        m_isUtf8 = !m_isGbk && looksLikeUtf8(fields);
+        for (const int field : fields)
+            rows.columns << nameOf(field);
+        const int records = recordCount();
+        for (int record = 0; record < records; ++record) {
+            if (DBFIsRecordDeleted(m_table.get(), record))
+                continue;
+            for (const int field : fields)
+                rows.cells.push_back(cell(record, field));
+        }
+        return rows;
+    }
+
+private:
+    static QByteArray headOf(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.read(32) : QByteArray();
+    }
+
+    /// Records that are wholly in the file, whatever its header promises.
+    int recordCount() const {
+        const ByteReader header(m_header);
+        const qint64 headerLength = header.u16(8);
+        const qint64 recordLength = header.u16(10);
+        if (recordLength == 0)
+            return 0;
+        const qint64 whole = (QFileInfo(m_path).size() - headerLength) / recordLength;
+        return int(std::min<qint64>(DBFGetRecordCount(m_table.get()), std::max<qint64>(0, whole)));
+    }
+
+    std::vector<int> shownFields() const {
+        std::vector<int> fields;
+        for (int i = 0; i < DBFGetFieldCount(m_table.get()); ++i)
+            if (DBFGetNativeFieldType(m_table.get(), i) != '0') // the flags of FoxPro
+                fields.push_back(i);
+        return fields;
+    }
+
+    QByteArray rawName(int field) const {
+        char name[XBASE_FLDNAME_LEN_READ + 1] = {};
+        DBFGetFieldInfo(m_table.get(), field, name, nullptr, nullptr);
+        return name;
+    }
+    QString nameOf(int field) const {
+        const QString name = decode(rawName(field)).trimmed();
+        return name.isEmpty() ? QStringLiteral("F%1").arg(field + 1) : name;
+    }
+
+    QString decode(const QByteArray& bytes) const {
+        return m_isUtf8 ? QString::fromUtf8(bytes) : decodeGbk(bytes);
+    }
+
+    /// Without a word about the encoding, a whole file of valid UTF-8 is taken for it: single Chinese words
+    /// of the other encoding may pass for UTF-8, a file of them does not.
+    bool looksLikeUtf8(const std::vector<int>& fields) const {
+        QByteArray sample;
+        for (const int field : fields)
+            sample += rawName(field) + '\n';
+        const int records = std::min(recordCount(), 200);
+        for (int record = 0; record < records; ++record)
+            for (const int field : fields)
+                if (DBFGetNativeFieldType(m_table.get(), field) == 'C')
+                    sample += QByteArray(DBFReadStringAttribute(m_table.get(), record, field)) + '\n';
+        return isUtf8(sample);
+    }
+
+    QByteArray rawBytes(int record, int field) const {
+        const char* tuple = DBFReadTuple(m_table.get(), record);
+        if (!tuple)
+            return {};
+        return QByteArray(tuple + m_table->panFieldOffset[field], m_table->panFieldSize[field]);
+    }
+
+    QString binary(char type, const QByteArray& bytes) const {
+        const ByteReader value(bytes);
+        switch (type) {
+        case 'I':
+            return QString::number(qint32(value.u32(0)));
+        case 'B':
+            return plainNumber(value.f64(0));
+        case 'Y':
+            return plainNumber(double(qint64(value.u64(0))) / 10000);
+        default:
+            return dateTime(qint64(value.u32(0)), value.u32(4));
+        }
+    }
+
+    static QString dateTime(qint64 julianDay, quint32 milliseconds) {
+        if (julianDay == 0)
+            return {};
+        const QDate date = QDate::fromJulianDay(julianDay);
+        QString text = QStringLiteral("%1-%2-%3").arg(date.year()).arg(date.month()).arg(date.day());
+        const quint32 seconds = (milliseconds + 500) / 1000;
+        if (seconds > 0 && seconds < 86400)
+            text += QStringLiteral(" %1:%2:%3")
+                        .arg(seconds / 3600)
+                        .arg(seconds / 60 % 60, 2, 10, QChar(u'0'))
+                        .arg(seconds % 60, 2, 10, QChar(u'0'));
+        return text;
+    }
+
+    QString memo(int record, int field) const {
+        const QByteArray place = rawBytes(record, field);
+        const quint32 block = place.size() == 4 ? ByteReader(place).u32(0) : place.trimmed().toUInt();
+        return block == 0 ? QString() : decode(m_memo.text(block));
+    }
+
+    QString cell(int record, int field) const {
+        const char type = DBFGetNativeFieldType(m_table.get(), field);
+        if (type == 'M')
+            return memo(record, field);
+        if (m_isFoxPro && (type == 'I' || type == 'B' || type == 'Y' || type == 'T'))
+            return binary(type, rawBytes(record, field));
+        if (DBFIsAttributeNULL(m_table.get(), record, field))
+            return {};
+        const QString text = decode(DBFReadStringAttribute(m_table.get(), record, field));
+        switch (type) {
+        case 'D':
+            return dateOf(text.trimmed());
+        case 'L':
+            return QStringLiteral("TtYy").contains(text) && !text.isEmpty() ? QStringLiteral("True")
+                                                                            : QStringLiteral("False");
+        case 'N':
+        case 'F':
+            return numberOf(text.trimmed());
+        default:
+            return text;
+        }
+    }
+
+    QString m_path;
+    QByteArray m_header;
+    DbfMemo m_memo;
+    QTemporaryDir m_folder;
+    Table m_table;
+    bool m_isGbk = false;
+    bool m_isUtf8 = false;
+    bool m_isFoxPro = false;
+};
+
+} // namespace
+
+std::unique_ptr<ImportSource> openDbfSource(const QString& path) {
+    return std::make_unique<DbfSource>(path);
+}

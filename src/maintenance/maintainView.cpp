@@ -1,0 +1,160 @@
+#include "maintenance/maintainView.h"
+
+#include "controls/dataGrid.h"
+#include "controls/formParts.h"
+#include "controls/moveButtons.h"
+#include "controls/prompts.h"
+#include "data/searchTexts.h"
+#include "recordset/error.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+MaintainView::MaintainView(const MaintainedTable& table, ViewHost& host, Prompts& prompts)
+    : View(QString::fromUtf16(table.view), QString::fromUtf16(table.caption))
+    , m_table(table)
+    , m_host(host)
+    , m_session(host.session())
+    , m_prompts(prompts) {
+    m_grid = new DataGrid(prompts, this);
+    m_grid->setObjectName(QStringLiteral("DataGrid1"));
+    m_grid->setEditable(true);
+    m_grid->setEmptyText(QStringLiteral("没有记录。"));
+    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addLayout(buildSearch());
+    column->addWidget(m_grid, 1);
+    column->addLayout(buildCommands());
+    connect(m_moves, &MoveButtons::pressed, this, [this](int button) {
+        m_grid->commitEditor();
+        moveInRecordset(cursor(), button);
+        showPosition();
+    });
+    m_grid->setRowHandler([this] { showPosition(); });
+    offer(ViewOperation::data_order, [this] { data_order(); });
+    offer(ViewOperation::data_whole_show, [this] { data_whole_show(); });
+}
+
+QPushButton* MaintainView::addCommand(const char16_t* name, const char16_t* caption,
+                                      void (MaintainView::*action)()) {
+    QPushButton* button = makeButton(QString::fromUtf16(name), QString::fromUtf16(caption), this);
+    connect(button, &QPushButton::clicked, this, [this, action] {
+        m_grid->commitEditor();
+        (this->*action)();
+    });
+    return button;
+}
+
+QLayout* MaintainView::buildSearch() {
+    QLabel* title = makeLabel(QStringLiteral("Label1"), QString::fromUtf16(m_table.title), this);
+    QPushButton* find = addCommand(u"Command6", u"查询", &MaintainView::search);
+    m_search = makeSearchBox(QStringLiteral("Text2"), QString::fromUtf16(m_table.searchHint), find, this);
+    if (*m_table.searchFields)
+        m_search->setToolTip(m_search->toolTip() + u'\n' + QString::fromUtf16(m_table.searchFields));
+    auto* row = new QHBoxLayout;
+    row->addWidget(title);
+    row->addWidget(m_search, 1);
+    row->addWidget(find);
+    return row;
+}
+
+QLayout* MaintainView::buildCommands() {
+    auto* row = new QHBoxLayout;
+    row->addWidget(m_moves);
+    row->addStretch(1);
+    row->addWidget(addCommand(m_table.save, m_table.saveCaption, &MaintainView::save));
+    row->addWidget(addCommand(m_table.discard, u"取消修改", &MaintainView::discard));
+    row->addWidget(addCommand(m_table.remove, u"删除", &MaintainView::removeRow));
+    row->addWidget(addCommand(m_table.removeAll, m_table.removeAllCaption, &MaintainView::removeAll));
+    return row;
+}
+
+void MaintainView::bind() {
+    m_grid->bind(cursor(), QString::fromUtf16(m_table.hidden).split(u' '));
+    showPosition();
+}
+
+void MaintainView::showPosition() {
+    m_moves->setPosition(positionText(cursor()));
+}
+
+void MaintainView::activate() {
+    if (std::exchange(m_session.viewReturnState, QStringLiteral("Open")) == u"Close")
+        return;
+    bind();
+    if (m_table.sortsAtActivation && cursor()->hasRows())
+        cursor()->setSort(QString::fromUtf16(m_table.sort));
+}
+
+void MaintainView::leave() {
+    m_grid->commitEditor();
+    discardEdits(cursor());
+}
+
+void MaintainView::data_order() {
+    m_grid->commitEditor();
+    if (!cursor()->hasRows())
+        return;
+    m_session.orderCode = qint16(m_table.code);
+    m_host.openWindow(QStringLiteral("orderFm1"), ViewHost::MainWindow::Stays);
+}
+
+void MaintainView::data_whole_show() {
+    m_grid->commitEditor();
+    if (m_table.readsAfresh)
+        m_session.reopen(m_session.*m_table.cursor,
+                         QStringLiteral("Select * From ") + QString::fromUtf16(m_table.table));
+    if (!cursor()->isOpen())
+        return;
+    cursor()->clearFilter();
+    if (*m_table.sort && cursor()->hasRows())
+        cursor()->setSort(QString::fromUtf16(m_table.sort));
+    bind();
+}
+
+bool MaintainView::applySearch(const QString& text) {
+    if (m_table.broken == BrokenSearch::FindsNothing)
+        return setTypedFilter(cursor(), m_table.condition, text);
+    try {
+        cursor()->setFilter(m_table.condition(text));
+    } catch (const RuntimeError&) {
+        m_prompts.tell(QStringLiteral("日期格式错误，请按 2004-1-5 或 2004-10-15 格式输入！"));
+    }
+    return true;
+}
+
+void MaintainView::search() {
+    if (m_search->text().isEmpty() || !cursor()->isOpen())
+        return;
+    const bool searched = applySearch(m_search->text());
+    bind();
+    if (*m_table.nothingFound && (!searched || !cursor()->hasRows()))
+        m_prompts.tell(QString::fromUtf16(m_table.nothingFound));
+}
+
+void MaintainView::save() {
+    saveEdits(m_session, cursor());
+}
+
+void MaintainView::discard() {
+    discardEdits(cursor());
+}
+
+void MaintainView::removeRow() {
+    if (!cursor()->hasRows() || !cursor()->currentRow() ||
+        !m_prompts.confirm(QString::fromUtf16(m_table.question), QString::fromUtf16(m_table.questionTitle)))
+        return;
+    m_table.removeRow(m_session, [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); });
+    showPosition();
+}
+
+void MaintainView::removeAll() {
+    if (!cursor()->isOpen() || !m_prompts.confirm(QStringLiteral("确实要删除全库记录吗？")))
+        return;
+    removeAllRows(m_session, m_table);
+    showPosition();
+}

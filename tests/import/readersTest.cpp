@@ -1,0 +1,143 @@
+#include "import/sampleFile.h"
+#include "import/textReader.h"
+#include "recordset/textDate.h"
+#include "recordset/textNumber.h"
+#include "support/printQt.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QStringList samples() {
+    QStringList names;
+    const QDir folder(QStringLiteral(SAMPLES "/import/expected"));
+    for (const QString& prefix : {QString(), QStringLiteral("edge/")})
+        for (const QString& name :
+             QDir(folder.filePath(prefix)).entryList({QStringLiteral("*.json")}, QDir::Files))
+            if (name != u"after_import.json")
+                names << prefix + name.chopped(5);
+    return names;
+}
+
+/// Whether a cell is what the expectation says of a column of that type.
+bool isSame(const QString& cell, const QJsonValue& expected, const QString& type) {
+    const QString wanted = expected.toString();
+    if (cell == wanted)
+        return true;
+    if (type == u"number" && isNumeric(wanted) && isNumeric(cell))
+        return std::abs(val(cell) - val(wanted)) < 1e-6;
+    if (type == u"date")
+        return isDate(cell) && isDate(wanted) && parseDate(cell) == parseDate(wanted);
+    return false;
+}
+
+void expectTable(const SourceRows& rows, const QJsonObject& table, const std::string& name) {
+    const QJsonArray columns = table[QStringLiteral("columns")].toArray();
+    const QJsonArray wanted = table[QStringLiteral("rows")].toArray();
+    if (wanted.isEmpty() && rows.columns.isEmpty())
+        return;
+    ASSERT_EQ(rows.columns.size(), columns.size()) << name;
+    for (int i = 0; i < columns.size(); ++i)
+        EXPECT_EQ(rows.columns[i], columns[i].toObject()[QStringLiteral("name")].toString()) << name;
+    ASSERT_EQ(rows.rowCount(), wanted.size()) << name;
+    int wrong = 0;
+    for (int row = 0; row < wanted.size() && wrong < 5; ++row)
+        for (int i = 0; i < columns.size(); ++i) {
+            const QJsonValue expected = wanted[row].toArray()[i];
+            if (isSame(rows.cell(row, i), expected, columns[i].toObject()[QStringLiteral("type")].toString()))
+                continue;
+            ++wrong;
+            ADD_FAILURE() << name << " row " << row << " column " << rows.columns[i].toStdString() << ": \""
+                          << rows.cell(row, i).toStdString() << "\" for \""
+                          << expected.toString().toStdString() << '"';
+        }
+}
+
+void expectTables(ImportSource& source, const SampleFile& sample) {
+    const std::string name = sample.name.toStdString();
+    QStringList listed = source.tables();
+    for (const QJsonValue& each : sample.tables()) {
+        const QJsonObject table = each.toObject();
+        const QString tableName = table[QStringLiteral("name")].toString();
+        EXPECT_EQ(listed.removeAll(tableName), 1) << name << ": " << tableName.toStdString();
+        expectTable(source.read(tableName), table, name + "/" + tableName.toStdString());
+    }
+    // A text file has its one table, whatever is in it.
+    EXPECT_TRUE(listed.isEmpty() || sample.tables().isEmpty()) << name << " lists more: " << listed.join(u' ').toStdString();
+}
+
+TEST(ImportReaders, EverySampleIsReadToItsExpectedRows) {
+    int read = 0;
+    for (const QString& name : samples()) {
+        const SampleFile sample = sampleFile(name);
+        const QString outcome = sample.outcome();
+        if (outcome.startsWith(u"unreadable") || outcome == u"refused_name")
+            continue;
+        ++read;
+        try {
+            const auto source = openImportSource(sample.kind(), sample.path());
+            expectTables(*source, sample);
+        } catch (const ImportError& error) {
+            if (outcome != u"no_rows")
+                ADD_FAILURE() << name.toStdString() << ": " << error.what();
+        }
+    }
+    EXPECT_GT(read, 25);
+}
+
+TEST(ImportReaders, ADamagedSampleIsRefusedOrGivesTrueRowsAlone) {
+    for (const QString& name : samples()) {
+        const SampleFile sample = sampleFile(name);
+        if (!sample.outcome().startsWith(u"unreadable"))
+            continue;
+        try {
+            const auto source = openImportSource(sample.kind(), sample.path());
+            for (const QString& table : source->tables()) {
+                const SourceRows rows = source->read(table);
+                const int count = rows.rowCount();
+                const int most =
+                    sample.outcome() == u"unreadable" ? 0 : sample.expected["max_rows"].toInt(count);
+                EXPECT_LE(count, most) << name.toStdString();
+                EXPECT_TRUE(sample.outcome() != u"unreadable_or_import" || count == 5) << name.toStdString();
+            }
+        } catch (const ImportError&) {
+        }
+    }
+}
+
+TEST(ImportReaders, ATextSourceWithoutColumnsOrRowsIsEmpty) {
+    EXPECT_EQ(parseDelimited("").rowCount(), 0);
+    EXPECT_EQ(parseDelimited("a,b\r\n").columns, (QStringList{"a", "b"}));
+    EXPECT_EQ(parseDelimited("a,b\r\n\r\n\r\n").rowCount(), 0);
+}
+
+TEST(ImportReaders, QuotesCommasAndLineEndsInsideAFieldBelongToIt) {
+    const SourceRows rows = parseDelimited("a,b\n\"x,\"\"y\"\"\r\nz\",2\n\n3\n\"open");
+    EXPECT_EQ(rows.rowCount(), 3);
+    EXPECT_EQ(rows.cell(0, 0), u"x,\"y\"\r\nz");
+    EXPECT_EQ(rows.cell(0, 1), u"2");
+    EXPECT_EQ(rows.cell(1, 0), u"3");
+    EXPECT_TRUE(rows.cell(1, 1).isNull()) << "a line that ends early";
+    EXPECT_EQ(rows.cell(2, 0), u"open");
+}
+
+TEST(ImportReaders, TheDelimiterIsTheOneMostOftenInTheHeaderOutsideQuotes) {
+    EXPECT_EQ(delimiterOf("a,b\tc\td\n,,,,,"), u'\t');
+    EXPECT_EQ(delimiterOf("a;b;c,d"), u';');
+    EXPECT_EQ(delimiterOf("a;b,c"), u',') << "comma on a tie";
+    EXPECT_EQ(delimiterOf("\"a;b;c\",d"), u',');
+    EXPECT_EQ(delimiterOf("a"), u',');
+}
+
+TEST(ImportReaders, TextIsUtf8ByItsMarkOrStrictlyAndElseOfWindows) {
+    EXPECT_EQ(decodeText("\xEF\xBB\xBF"
+                         "\xE7\xBA\xB8"),
+              u"纸");
+    EXPECT_EQ(decodeText("\xE7\xBA\xB8"), u"纸");
+    EXPECT_EQ(decodeText("\xB4\xF2\xD3\xA1\xD6\xBD"), u"打印纸");
+    EXPECT_EQ(decodeText("\xFF\xFE\xB8\x7E"), u"纸");
+}
+
+} // namespace
