@@ -23,9 +23,6 @@ const QStringList& commandsNotYet() {
         QStringLiteral("distribution_analysis1"),
         QStringLiteral("distribution_analysis2"),
         QStringLiteral("statistic_achievement"),
-        QStringLiteral("Input_Data1"),
-        QStringLiteral("Input_Data2"),
-        QStringLiteral("Input_Data3"),
     };
     return names;
 }

@@ -4,6 +4,7 @@
 #include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFontDialog>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -51,7 +52,23 @@ std::optional<QString> WindowPrompts::input(const QString& text, const QString& 
 
 std::optional<QString> WindowPrompts::saveFile(const QString& title, const QString& proposal,
                                                const QString& filter) {
-    const QString name = QFileDialog::getSaveFileName(QApplication::activeWindow(), title, proposal, filter);
+    QFileDialog dialog(QApplication::activeWindow(), title, QString(), filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDirectory(QFileInfo(proposal).absolutePath());
+    dialog.selectFile(QFileInfo(proposal).fileName());
+    // The ending is added before the dialog asks whether a file may be replaced.
+    const QString ending = QFileInfo(proposal).suffix();
+    dialog.setDefaultSuffix(ending);
+    for (const QString& each : dialog.nameFilters())
+        if (!ending.isEmpty() && each.contains(QStringLiteral("*.") + ending))
+            dialog.selectNameFilter(each);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().first();
+}
+
+std::optional<QString> WindowPrompts::openFile(const QString& title, const QString& filter) {
+    const QString name = QFileDialog::getOpenFileName(QApplication::activeWindow(), title, {}, filter);
     return name.isEmpty() ? std::nullopt : std::optional(name);
 }
 

@@ -25,6 +25,8 @@ public:
     /// A name for a file to be written; nothing where the user cancels. `filter` as in "CSV (*.csv)".
     virtual std::optional<QString> saveFile(const QString& title, const QString& proposal,
                                             const QString& filter) = 0;
+    /// A file to be read; nothing where the user cancels. `filter` as in "CSV (*.csv);;所有文件 (*.*)".
+    virtual std::optional<QString> openFile(const QString& title, const QString& filter) = 0;
     /// A font with its effects and its colour; nothing where the user cancels.
     virtual std::optional<FontChoice> chooseFont(const QString& title, const FontChoice& start) = 0;
 };
@@ -38,5 +40,6 @@ public:
     std::optional<QString> input(const QString& text, const QString& title) override;
     std::optional<QString> saveFile(const QString& title, const QString& proposal,
                                     const QString& filter) override;
+    std::optional<QString> openFile(const QString& title, const QString& filter) override;
     std::optional<FontChoice> chooseFont(const QString& title, const FontChoice& start) override;
 };

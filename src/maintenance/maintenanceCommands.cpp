@@ -2,6 +2,8 @@
 
 #include "controls/prompts.h"
 #include "maintenance/backup.h"
+#include "maintenance/fileInputFm2.h"
+#include "maintenance/fileInputFm3.h"
 #include "maintenance/maintainView.h"
 
 namespace {
@@ -9,12 +11,26 @@ namespace {
 void dataBackup(Session& session, Prompts& prompts) {
     const auto target =
         prompts.saveFile(QStringLiteral("选择目标文件"), session.appPath + QStringLiteral("/backup.mdb"),
-                         QStringLiteral("mdb文件 (*.mdb);;所有文件 (*.*)"));
+                         QStringLiteral("所有文件 (*.*);;mdb文件 (*.mdb)"));
     if (!target)
         return;
     prompts.tell(backUpDatabase(session.cn.path(), withDefaultEnding(*target))
                      ? QStringLiteral("备份成功！")
                      : QStringLiteral("备份失败！"));
+}
+
+void registerImport(CommandTable& commands, ViewHost& host, Prompts& prompts) {
+    // One import at a time: what the first window pairs is what the second one brings in.
+    const auto plan = std::make_shared<ImportPlan>();
+    host.registerWindow(QStringLiteral("FileInputFm2"),
+                        [&host, &prompts, plan] { return new FileInputFm2(*plan, host, prompts); });
+    host.registerWindow(QStringLiteral("FileInputFm3"),
+                        [&host, &prompts, plan] { return new FileInputFm3(*plan, host, prompts); });
+    for (const ImportTarget& target : importTargets())
+        commands.add(QString::fromUtf16(target.command), [&host, number = target.number] {
+            host.session().importTarget = qint16(number);
+            host.openWindow(QStringLiteral("FileInputFm2"), ViewHost::MainWindow::Stays);
+        });
 }
 
 } // namespace
@@ -27,5 +43,6 @@ void registerMaintenance(CommandTable& commands, ViewHost& host, Prompts& prompt
         commands.add(QStringLiteral("maintain_Data%1").arg(++number),
                      [&host, view] { host.showFromMenu(view); });
     }
+    registerImport(commands, host, prompts);
     commands.add(QStringLiteral("dataBackup1"), [&host, &prompts] { dataBackup(host.session(), prompts); });
 }

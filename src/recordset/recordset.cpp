@@ -65,6 +65,18 @@ void Recordset::Open(const QString& source) {
         Close();
         throw;
     }
+    startAfresh();
+}
+
+void Recordset::OpenPicture(std::shared_ptr<TableImage> picture) {
+    if (isOpen())
+        fail(ErrorNumber::IsOpen, QStringLiteral("记录集已打开"));
+    m_source.clear();
+    attachPicture(std::move(picture));
+    startAfresh();
+}
+
+void Recordset::startAfresh() {
     m_pageSize = 10;
     m_filterText.clear();
     m_sortText.clear();
@@ -99,7 +111,11 @@ void Recordset::attach(std::shared_ptr<TableImage> image) {
 }
 
 void Recordset::openResult(const SqlStatement& statement) {
-    attach(runQuery(m_connection, statement));
+    attachPicture(runQuery(m_connection, statement));
+}
+
+void Recordset::attachPicture(std::shared_ptr<TableImage> picture) {
+    attach(std::move(picture));
     m_fields.clear();
     for (int i = 0; i < m_image->columnCount(); ++i)
         m_fields.push_back(i);

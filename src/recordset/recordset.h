@@ -85,6 +85,8 @@ public:
     /// Runs a statement of the dialect. One that gives no rows leaves the recordset closed. Throws IsOpen,
     /// BadText, TableMissing, NoSuchField, TableExists, DropMissing, Engine.
     void Open(const QString& source);
+    /// Opens on rows that another reader gave, as a fixed picture. Throws IsOpen.
+    void OpenPicture(std::shared_ptr<TableImage> picture);
     void Close();
     /// 0 closed, 1 open.
     int State() const { return m_image ? 1 : 0; }
@@ -193,6 +195,8 @@ private:
     void openResult(const SqlStatement& statement);
     void selectFields(const SqlStatement& statement);
     void attach(std::shared_ptr<TableImage> image);
+    void attachPicture(std::shared_ptr<TableImage> picture);
+    void startAfresh();
     void readKeyset(const SqlStatement& statement);
 
     // View and position.

@@ -45,7 +45,10 @@ void Recordset::writeRow(RowId row) {
     }
     const Row inserted = m_image->insert(cells);
     m_edits.drop(row);
-    std::replace(m_keyset.rows.rbegin(), m_keyset.rows.rend(), row, RowId(inserted));
+    // New rows stand at the end of the keyset.
+    if (const auto place = std::find(m_keyset.rows.rbegin(), m_keyset.rows.rend(), row);
+        place != m_keyset.rows.rend())
+        *place = inserted;
     m_insertedAs[row] = inserted;
     std::erase_if(m_added, [row](const AddedRow& added) { return added.row == row; });
     for (AddedRow& added : m_added)

@@ -338,6 +338,18 @@ void TableImage::remove(Row row) {
     tell([row](ImageClient& client) { client.rowDeleted(row); });
 }
 
+void TableImage::discardFrom(Row first) {
+    for (Row row = size(); row-- > first;) {
+        if (m_deleted[row])
+            continue;
+        tell([row](ImageClient& client) { client.rowAboutToBeDeleted(row); });
+        m_deleted[row] = 1;
+        ++m_deletedCount;
+        tell([row](ImageClient& client) { client.rowDeleted(row); });
+    }
+    ++m_version;
+}
+
 void TableImage::removeAll() {
     requireWritable();
     m_connection->write(QStringLiteral("DELETE FROM %1").arg(quotedName(m_table)));

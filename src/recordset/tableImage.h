@@ -72,6 +72,8 @@ public:
     void update(Row row, const CellChanges& cells);
     void remove(Row row);
     void removeAll();
+    /// Takes back rows from a slot on that the database rolled back; nothing is written.
+    void discardFrom(Row first);
     /// The table is gone from the database: the rows stay for reading, writing fails.
     void markDropped() { m_dropped = true; }
     void appendPictureRow(const std::vector<CellValue>& cells);

@@ -45,6 +45,10 @@ public:
         ++saveQuestions;
         return saveName;
     }
+    std::optional<QString> openFile(const QString&, const QString& filter) override {
+        fileFilter = filter;
+        return openName;
+    }
     std::optional<FontChoice> chooseFont(const QString& title, const FontChoice& start) override {
         fontTitles << title;
         fontStart = start;
@@ -52,6 +56,8 @@ public:
     }
 
     std::optional<QString> saveName;
+    std::optional<QString> openName;
+    QString fileFilter;
     int saveQuestions = 0;
     std::optional<FontChoice> fontAnswer; // of every font dialog; none cancels
     FontChoice fontStart;

@@ -1,0 +1,238 @@
+#include "maintenance/fileInputFm2.h"
+
+#include "controls/formParts.h"
+#include "controls/prompts.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+namespace {
+
+/// A kind of source: its button, the names it takes, and what it says to others.
+struct SourceButton {
+    SourceKind kind;
+    const char16_t* caption;
+    const char16_t* filter;
+    const char16_t* endings; // the last four characters, parted by blanks
+    const char16_t* refusal;
+    const char16_t* refusalTitle;
+};
+constexpr SourceButton kSources[] = {
+    {SourceKind::Dbf, u"打开.dbf文件", u"数据库文件(*.DBF) (*.dbf *.DBF);;所有文件(*.*) (*.*)", u".dbf .DBF",
+     u"不是.DBF 数据文件类型，请重新选择！", u"提示信息"},
+    {SourceKind::Txt, u"打开.txt文件", u"纯文本文件(*.TXT) (*.txt *.TXT);;所有文件(*.*) (*.*)", u".txt .TXT",
+     u"不是 .TXT 数据文件类型，请重新选择！", u"提示"},
+    {SourceKind::Xls, u"打开.xls文件", u"Excel文件(*.XLS) (*.xls *.XLS);;所有文件(*.*) (*.*)", u".xls .XLS",
+     u"不是 .XLS 数据文件类型，请重新选择！", u"提示信息"},
+    {SourceKind::Mdb, u"打开.mdb文件", u"数据库文件(*.MDB) (*.mdb);;所有文件(*.*) (*.*)", u".mdb",
+     u"数据库类型不是 .mdb类型 ，\r\n请重新选择 .mdb数据库 ！", u"提示信息"},
+};
+
+QListWidget* makeList(const QString& name, const QString& meaning, QWidget* parent) {
+    auto* list = new QListWidget(parent);
+    list->setObjectName(name);
+    list->setAccessibleName(meaning);
+    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    return list;
+}
+
+QStringList namesOf(const QListWidget* list) {
+    QStringList names;
+    for (int i = 0; i < list->count(); ++i)
+        names << list->item(i)->text();
+    return names;
+}
+
+/// Moves the selected names, or all, to the end of the other list.
+void moveNames(QListWidget* from, QListWidget* to, bool all) {
+    for (int i = 0; i < from->count();) {
+        if (all || from->item(i)->isSelected())
+            to->addItem(from->takeItem(i)->text());
+        else
+            ++i;
+    }
+}
+
+} // namespace
+
+FileInputFm2::FileInputFm2(ImportPlan& plan, ViewHost& host, Prompts& prompts)
+    : TopWindow(QStringLiteral("FileInputFm2"), {})
+    , m_plan(plan)
+    , m_host(host)
+    , m_session(host.session())
+    , m_prompts(prompts) {
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(buildSource());
+    column->addWidget(makeLabel(QStringLiteral("Label4"), QStringLiteral("建立字段对应关系"), this));
+    column->addLayout(buildPairs(), 1);
+    m_note = new QWidget(this);
+    m_note->setObjectName(QStringLiteral("Picture2"));
+    m_noteText = makeLabel(
+        QStringLiteral("Label2"),
+        QStringLiteral("日期、产品编号、品名、客户编号、订单号、成本、单价、数量、实付是必选字段名！"),
+        m_note);
+    auto* note = new QHBoxLayout(m_note);
+    note->setContentsMargins(0, 0, 0, 0);
+    note->addWidget(m_noteText);
+    m_note->hide();
+    m_hint = makeLabel(QStringLiteral("importHint"), {}, this);
+    setTextColour(m_hint, QColor(0xB0, 0x44, 0x3A));
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(m_note);
+    bottom->addWidget(m_hint, 1);
+    QPushButton* run = makeButton(QStringLiteral("Command4"), QStringLiteral("导入"), this);
+    QPushButton* back = makeButton(QStringLiteral("Command5"), QStringLiteral("返回"), this);
+    connect(run, &QPushButton::clicked, this, &FileInputFm2::startRun);
+    connect(back, &QPushButton::clicked, this, &QWidget::close);
+    bottom->addWidget(run);
+    bottom->addWidget(back);
+    column->addLayout(bottom);
+    resize(860, 560);
+    shownAgain();
+}
+
+void FileInputFm2::shownAgain() {
+    if (const ImportTarget* target = findImportTarget(m_session.importTarget))
+        setWindowTitle(QString::fromUtf16(target->caption));
+}
+
+QLayout* FileInputFm2::buildSource() {
+    auto* row = new QHBoxLayout;
+    auto* buttons = new QVBoxLayout;
+    for (int i = 0; i < 4; ++i) {
+        QPushButton* button =
+            makeButton(QStringLiteral("Command7(%1)").arg(i), QString::fromUtf16(kSources[i].caption), this);
+        connect(button, &QPushButton::clicked, this, [this, i] { openSource(i); });
+        buttons->addWidget(button);
+    }
+    m_tables = makeList(QStringLiteral("List5"), QStringLiteral("数据源"), this);
+    m_tables->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_tables->setMaximumHeight(150);
+    m_tables->setEnabled(false);
+    m_take = makeButton(QStringLiteral("Command6"), QStringLiteral("确认"), this);
+    m_take->setEnabled(false);
+    connect(m_take, &QPushButton::clicked, this, &FileInputFm2::takeTable);
+    auto* tables = new QVBoxLayout;
+    tables->addWidget(makeLabel(QStringLiteral("Label1"), QStringLiteral("数据源"), this));
+    tables->addWidget(m_tables);
+    row->addLayout(buttons);
+    row->addLayout(tables, 1);
+    row->addWidget(m_take, 0, Qt::AlignBottom);
+    return row;
+}
+
+QLayout* FileInputFm2::buildPairs() {
+    auto* row = new QHBoxLayout;
+    row->addLayout(buildPair(QStringLiteral("来源字段"), QStringLiteral("Command2"), m_sourceLeft,
+                             QStringLiteral("List1"), m_sourceRight, QStringLiteral("List2")));
+    row->addSpacing(12);
+    row->addLayout(buildPair(QStringLiteral("目标字段"), QStringLiteral("Command3"), m_targetLeft,
+                             QStringLiteral("List4"), m_targetRight, QStringLiteral("List3")));
+    return row;
+}
+
+QLayout* FileInputFm2::buildPair(const QString& caption, const QString& buttons, QListWidget*& left,
+                                 const QString& leftName, QListWidget*& right, const QString& rightName) {
+    static const QString steps[] = {QStringLiteral(">"), QStringLiteral(">>"), QStringLiteral("<"),
+                                    QStringLiteral("<<")};
+    left = makeList(leftName, caption, this);
+    right = makeList(rightName, caption + QStringLiteral("（已选）"), this);
+    auto* grid = new QGridLayout;
+    grid->addWidget(new QLabel(caption, this), 0, 0);
+    grid->addWidget(new QLabel(QStringLiteral("对应顺序"), this), 0, 2);
+    grid->addWidget(left, 1, 0, 5, 1);
+    grid->addWidget(right, 1, 2, 5, 1);
+    for (int i = 0; i < 4; ++i) {
+        QPushButton* button = makeButton(QStringLiteral("%1(%2)").arg(buttons).arg(i), steps[i], this);
+        QListWidget* from = i < 2 ? left : right;
+        QListWidget* to = i < 2 ? right : left;
+        connect(button, &QPushButton::clicked, this,
+                [from, to, all = i % 2 == 1] { moveNames(from, to, all); });
+        grid->addWidget(button, i + 1, 1);
+    }
+    grid->setRowStretch(5, 1);
+    return grid;
+}
+
+void FileInputFm2::openSource(int index) {
+    const SourceButton& button = kSources[index];
+    const auto path =
+        m_prompts.openFile(QString::fromUtf16(button.caption), QString::fromUtf16(button.filter));
+    if (!path)
+        return;
+    sourceOpened = true;
+    m_hint->clear();
+    m_tables->clear();
+    m_source.reset();
+    if (!QString::fromUtf16(button.endings).split(u' ').contains(path->right(4))) {
+        m_prompts.tell(QString::fromUtf16(button.refusal), QString::fromUtf16(button.refusalTitle));
+        sourceOpened = false;
+        return;
+    }
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    try {
+        m_source = openImportSource(button.kind, *path);
+        m_tables->addItems(m_source->tables());
+        if (m_tables->count() == 1)
+            m_tables->setCurrentRow(0);
+    } catch (const ImportError& error) {
+        m_hint->setText(error.text());
+    }
+    QApplication::restoreOverrideCursor();
+    m_tables->setEnabled(m_source != nullptr);
+    m_take->setEnabled(m_source != nullptr);
+}
+
+void FileInputFm2::Com_confirmation() {
+    const QListWidgetItem* chosen = m_tables->currentItem();
+    m_rows = {};
+    if (!sourceOpened || !m_source || !chosen)
+        return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    try {
+        m_rows = m_source->read(chosen->text());
+    } catch (const ImportError& error) {
+        m_hint->setText(error.text());
+    }
+    QApplication::restoreOverrideCursor();
+    m_plan.target = findImportTarget(m_session.importTarget);
+}
+
+void FileInputFm2::setup_nameList() {
+    for (QListWidget* list : {m_sourceLeft, m_sourceRight, m_targetLeft, m_targetRight})
+        list->clear();
+    m_sourceLeft->addItems(m_rows.columns);
+    m_targetLeft->addItems(pairableColumns(m_session, *m_plan.target));
+}
+
+void FileInputFm2::takeTable() {
+    m_hint->clear();
+    Com_confirmation();
+    if (m_rows.rowCount() == 0 || !m_plan.target)
+        return;
+    setup_nameList();
+    m_noteText->setText(QString::fromUtf16(m_plan.target->note));
+    m_note->show();
+}
+
+void FileInputFm2::startRun() {
+    const QStringList source = namesOf(m_sourceRight);
+    const QStringList target = namesOf(m_targetRight);
+    if (source.isEmpty() || target.isEmpty() || !m_plan.target)
+        return;
+    if (source.size() != target.size())
+        return m_prompts.tell(QStringLiteral("字段对应个数不匹配！"));
+    if (!m_prompts.confirm(QStringLiteral("确实要导入数据吗？ ")))
+        return;
+    m_plan.sourceColumns = source;
+    m_plan.targetColumns = target;
+    m_plan.rows = chosenColumns(m_rows, source);
+    setEnabled(false);
+    TopWindow* run = m_host.openWindow(QStringLiteral("FileInputFm3"), ViewHost::MainWindow::Disabled);
+    connect(run, &TopWindow::finished, this, [this] { finish(); });
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "maintenance/importTransfer.h"
+#include "shell/view.h"
+#include "shell/viewHost.h"
+
+class Prompts;
+class QLabel;
+class QListWidget;
+class QPushButton;
+
+/// Opens a foreign file, takes a table of it, pairs its columns with those of the target, and starts the run.
+class FileInputFm2 : public TopWindow {
+    Q_OBJECT
+
+public:
+    /// `plan` is what the run works by; this window fills it.
+    FileInputFm2(ImportPlan& plan, ViewHost& host, Prompts& prompts);
+
+    void shownAgain() override;
+
+private:
+    QLayout* buildSource();
+    QLayout* buildPairs();
+    QLayout* buildPair(const QString& caption, const QString& buttons, QListWidget*& left,
+                       const QString& leftName, QListWidget*& right, const QString& rightName);
+    void openSource(int index);
+    void Com_confirmation();
+    void setup_nameList();
+    void takeTable();
+    void startRun();
+
+    ImportPlan& m_plan;
+    ViewHost& m_host;
+    Session& m_session;
+    Prompts& m_prompts;
+    std::unique_ptr<ImportSource> m_source;
+    SourceRows m_rows; // of the table that was taken
+    bool sourceOpened = false;
+    QListWidget* m_tables = nullptr;
+    QListWidget* m_sourceLeft = nullptr;
+    QListWidget* m_sourceRight = nullptr;
+    QListWidget* m_targetLeft = nullptr;
+    QListWidget* m_targetRight = nullptr;
+    QPushButton* m_take = nullptr;
+    QWidget* m_note = nullptr;
+    QLabel* m_noteText = nullptr;
+    QLabel* m_hint = nullptr;
+};

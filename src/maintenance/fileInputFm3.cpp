@@ -1,0 +1,166 @@
+#include "maintenance/fileInputFm3.h"
+
+#include "controls/dataGrid.h"
+#include "controls/formParts.h"
+#include "controls/moveButtons.h"
+#include "controls/prompts.h"
+#include "recordset/ignoringErrors.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+
+namespace {
+
+constexpr int kBetweenRepaints = 66; // milliseconds
+
+} // namespace
+
+FileInputFm3::FileInputFm3(const ImportPlan& plan, ViewHost& host, Prompts& prompts)
+    : TopWindow(QStringLiteral("FileInputFm3"), QStringLiteral("数据转换"))
+    , m_plan(plan)
+    , m_session(host.session())
+    , m_prompts(prompts)
+    , importSource(sourceRecordset(m_session, plan))
+    , m_target(targetRecordset(m_session, plan)) {
+    auto* sides = new QHBoxLayout;
+    sides->addWidget(buildSide(QStringLiteral("DataGrid1"), QStringLiteral("Label1"),
+                               QStringLiteral("来源数据"), QStringLiteral("Command1"),
+                               QStringLiteral("Text1"), m_sourceGrid, m_sourceMoves, importSource));
+    sides->addWidget(buildSide(QStringLiteral("DataGrid2"), QStringLiteral("Label2"),
+                               QStringLiteral("目标数据"), QStringLiteral("Command2"),
+                               QStringLiteral("Text2"), m_targetGrid, m_targetMoves, m_target));
+    m_note = new QWidget(this);
+    m_note->setObjectName(QStringLiteral("Picture2"));
+    m_noteText = makeLabel(QStringLiteral("Label3"), QStringLiteral("正在整理数据，请等待..."), m_note);
+    auto* note = new QHBoxLayout(m_note);
+    note->setContentsMargins(0, 0, 0, 0);
+    note->addWidget(m_noteText);
+    m_progress = new QProgressBar(this);
+    m_progress->setObjectName(QStringLiteral("importProgress"));
+    m_progress->setRange(0, std::max(1, plan.rows.rowCount()));
+    QPushButton* done = makeButton(QStringLiteral("Command3"), QStringLiteral("完成"), this);
+    connect(done, &QPushButton::clicked, this, &FileInputFm3::refresh);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(m_note);
+    bottom->addWidget(m_progress, 1);
+    bottom->addWidget(done);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(sides, 1);
+    column->addLayout(bottom);
+    resize(1100, 560);
+}
+
+QWidget* FileInputFm3::buildSide(const QString& gridName, const QString& labelName, const QString& caption,
+                                 const QString& buttons, const QString& positionName, DataGrid*& grid,
+                                 MoveButtons*& moves, const RecordsetPtr& recordset) {
+    auto* side = new QWidget(this);
+    grid = new DataGrid(m_prompts, side);
+    grid->setObjectName(gridName);
+    moves = new MoveButtons(buttons, positionName, side);
+    auto* column = new QVBoxLayout(side);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(makeLabel(labelName, caption, side));
+    column->addWidget(grid, 1);
+    column->addWidget(moves, 0, Qt::AlignHCenter);
+    grid->bind(recordset, {QStringLiteral("流水号")});
+    connect(moves, &MoveButtons::pressed, this, [this, recordset](int button) {
+        moveInRecordset(recordset, button);
+        showPositions();
+    });
+    grid->setRowHandler([this] {
+        if (!m_running)
+            showPositions();
+    });
+    return side;
+}
+
+void FileInputFm3::showPositions() {
+    m_sourceMoves->setPosition(positionText(importSource));
+    m_targetMoves->setPosition(positionText(m_target));
+}
+
+void FileInputFm3::showEvent(QShowEvent* event) {
+    TopWindow::showEvent(event);
+    if (std::exchange(m_started, true))
+        return;
+    QTimer::singleShot(0, this, [this] { Com_transfer(); });
+}
+
+void FileInputFm3::Com_transfer() {
+    m_noteText->setText(QStringLiteral("正在检验数据，请等待..."));
+    m_note->repaint();
+    QString fault = missingPair(m_plan);
+    if (fault.isEmpty())
+        fault = judgement_Date(m_plan);
+    if (!fault.isEmpty())
+        return m_prompts.tell(fault);
+    m_note->hide();
+    transferRows();
+}
+
+void FileInputFm3::transferRows() {
+    m_running = true;
+    ImportTransfer transfer(m_session, m_plan, m_target);
+    while (!transfer.finished() && transfer.fault().isEmpty() && !m_stop) {
+        transfer.run(kBetweenRepaints);
+        showStep(transfer);
+        // The block is committed: now the grids can be paged and the window closed.
+        QCoreApplication::processEvents();
+    }
+    m_running = false;
+    tellEnd(transfer);
+    if (m_stop)
+        wayOut();
+}
+
+void FileInputFm3::showStep(const ImportTransfer& transfer) {
+    m_progress->setValue(transfer.done());
+    m_sourceMoves->setPosition(QStringLiteral("%1/%2").arg(transfer.done()).arg(importSource->RecordCount()));
+    m_targetMoves->setPosition(QStringLiteral("%1/%1").arg(m_target->RecordCount()));
+}
+
+void FileInputFm3::tellEnd(const ImportTransfer& transfer) {
+    if (importSource->hasRows())
+        importSource->MoveLast();
+    if (m_target->hasRows())
+        m_target->MoveLast();
+    showPositions();
+    if (!transfer.fault().isEmpty()) {
+        m_noteText->setText(transfer.fault());
+        m_note->show();
+    } else if (transfer.finished() && transfer.clean()) {
+        m_prompts.tell(QStringLiteral("数据导入成功！"), QStringLiteral("OK"));
+    }
+}
+
+void FileInputFm3::refresh() {
+    if (m_running)
+        return;
+    if (m_plan.target->recounts) {
+        m_noteText->setText(QStringLiteral("正在整理数据，请等待..."));
+        m_note->show();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        refreshAfterImport(m_session, *m_plan.target, [this](int done, int total) {
+            m_progress->setRange(0, total);
+            m_progress->setValue(done);
+            m_progress->repaint();
+        });
+        m_note->hide();
+    }
+    close();
+}
+
+void FileInputFm3::wayOut() {
+    if (m_running) {
+        m_stop = true;
+        return;
+    }
+    m_sourceGrid->unbind();
+    m_targetGrid->unbind();
+    com_return(m_session, *m_plan.target);
+    finish();
+}

@@ -1,0 +1,206 @@
+#include "maintenance/importTransfer.h"
+
+#include "recordset/error.h"
+#include "recordset/ignoringErrors.h"
+#include "recordset/tableImage.h"
+#include "recordset/textNumber.h"
+
+#include <QElapsedTimer>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kBlock = 2000; // rows a transaction
+
+constexpr ImportTarget kTargets[] = {
+    {.number = 1,
+     .command = u"Input_Data1",
+     .caption = u"数据导入--> 客户资料表(clientTable)",
+     .table = u"clientTable",
+     .shared = &Session::clientTable,
+     .derived = u"差额利润 消费合计 差额利润率 购买数",
+     .note = u"客户编号 是必选字段名！",
+     .required = u"客户编号",
+     .numbers = u"",
+     .checksDates = false,
+     .recounts = true},
+    {.number = 2,
+     .command = u"Input_Data2",
+     .caption = u"数据导入--> 购物明细表(buyList)",
+     .table = u"buyList",
+     .shared = &Session::buyList,
+     .derived = u"差额利润",
+     .note = u"日期、产品编号、品名、客户编号、订单号、成本、单价、数量、实付 是必选字段名！",
+     .required = u"日期 客户编号 数量 实付",
+     .numbers = u"成本 单价 数量 合计 实付",
+     .checksDates = true,
+     .recounts = true},
+    {.number = 3,
+     .command = u"Input_Data3",
+     .caption = u"数据导入--> 销售库存表(productTable)",
+     .table = u"productTable",
+     .shared = &Session::productTable,
+     .derived = u"",
+     .note = u"日期、产品编号、品名、成本、单价、数量 是必选字段名！",
+     .required = u"产品编号 单价 成本 数量",
+     .numbers = u"成本 单价 数量",
+     .checksDates = false,
+     .recounts = false},
+};
+
+QStringList words(const char16_t* text) {
+    return QString::fromUtf16(text).split(u' ', Qt::SkipEmptyParts);
+}
+
+/// Four digits and then "-": nothing more of a date is looked at.
+bool beginsLikeADate(const QString& text) {
+    return text.size() >= 5 && text[4] == u'-' &&
+           std::all_of(text.begin(), text.begin() + 4, [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+} // namespace
+
+std::span<const ImportTarget> importTargets() {
+    return kTargets;
+}
+
+const ImportTarget* findImportTarget(int number) {
+    for (const ImportTarget& target : kTargets)
+        if (target.number == number)
+            return &target;
+    return nullptr;
+}
+
+QStringList pairableColumns(Session& session, const ImportTarget& target) {
+    const RecordsetPtr& shared = session.*target.shared;
+    QStringList columns = shared->isOpen() ? shared->fieldNames() : QStringList();
+    for (const QString& derived : words(target.derived))
+        columns.removeAll(derived);
+    return columns;
+}
+
+SourceRows chosenColumns(const SourceRows& rows, const QStringList& columns) {
+    SourceRows chosen;
+    std::vector<int> places;
+    for (const QString& column : columns) {
+        places.push_back(int(rows.columns.indexOf(column)));
+        chosen.columns << column;
+    }
+    chosen.cells.reserve(std::size_t(rows.rowCount()) * places.size());
+    for (int row = 0; row < rows.rowCount(); ++row)
+        for (const int place : places)
+            chosen.cells.push_back(place < 0 ? QString() : rows.cell(row, place));
+    return chosen;
+}
+
+QString judgement_field(const ImportPlan& plan, const QString& targetColumn) {
+    return plan.sourceColumns.value(plan.targetColumns.indexOf(targetColumn));
+}
+
+QString missingPair(const ImportPlan& plan) {
+    for (const QString& column : words(plan.target->required))
+        if (judgement_field(plan, column).isEmpty())
+            return column + QStringLiteral(" 是必选字段名！");
+    return {};
+}
+
+QString judgement_Date(const ImportPlan& plan) {
+    const int column = int(plan.targetColumns.indexOf(QStringLiteral("日期")));
+    if (!plan.target->checksDates || column < 0)
+        return {};
+    for (int row = 0; row < plan.rows.rowCount(); ++row)
+        if (!beginsLikeADate(trimBlanks(plan.rows.cell(row, column))))
+            return QStringLiteral("第") + QString::number(row + 1) +
+                   QStringLiteral("记录， 日期格式不符，请转换为如下格式\r\n2004-1-1 或 2004-10-10");
+    return {};
+}
+
+RecordsetPtr sourceRecordset(Session& session, const ImportPlan& plan) {
+    std::vector<ColumnInfo> columns;
+    for (const QString& name : plan.sourceColumns)
+        columns.push_back(ColumnInfo::fromDeclaration(name, QStringLiteral("TEXT(65535)")));
+    auto picture = std::make_shared<TableImage>(columns);
+    std::vector<CellValue> cells(columns.size());
+    for (int row = 0; row < plan.rows.rowCount(); ++row) {
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            const QString& text = plan.rows.cell(row, int(i));
+            cells[i] = text.isNull() ? CellValue() : CellValue(text);
+        }
+        picture->appendPictureRow(cells);
+    }
+    auto source = std::make_shared<Recordset>(session.cn);
+    source->OpenPicture(picture);
+    return source;
+}
+
+RecordsetPtr targetRecordset(Session& session, const ImportPlan& plan) {
+    auto target = std::make_shared<Recordset>(session.cn);
+    target->Open(QStringLiteral("Select ") + plan.targetColumns.join(QStringLiteral(", ")) +
+                 QStringLiteral(" From ") + QString::fromUtf16(plan.target->table));
+    return target;
+}
+
+ImportTransfer::ImportTransfer(Session& session, const ImportPlan& plan, RecordsetPtr target)
+    : m_session(session)
+    , m_plan(plan)
+    , m_target(std::move(target)) {
+    const QStringList numbers = words(plan.target->numbers);
+    for (int i = 0; i < m_target->fieldCount(); ++i) {
+        m_sizes.push_back(m_target->Fields(i).DefinedSize());
+        m_isNumber.push_back(numbers.contains(plan.targetColumns[i]));
+    }
+}
+
+void ImportTransfer::run(int milliseconds) {
+    const auto image = m_session.cn.image(QString::fromUtf16(m_plan.target->table));
+    const Row mark = image->size();
+    const int start = m_done;
+    QElapsedTimer clock;
+    clock.start();
+    const QuietWalk walk(m_target);
+    try {
+        WriteBatch batch(m_session.cn);
+        while (!finished() && m_done - start < kBlock && clock.elapsed() < milliseconds)
+            transferRow(m_done++);
+        batch.finish();
+    } catch (const DatabaseLost& lost) {
+        // The block went back as a whole, a full disk mostly: what was committed before it stands.
+        m_target->CancelBatch(3);
+        image->discardFrom(mark);
+        m_done = start;
+        m_clean = false;
+        m_fault = QString::fromUtf8(lost.what());
+    }
+}
+
+void ImportTransfer::transferRow(int row) {
+    IgnoringErrors errors;
+    errors.run([&] { m_target->AddNew(); });
+    for (int i = 0; i < m_target->fieldCount(); ++i) {
+        const QString& text = m_plan.rows.cell(row, i);
+        errors.run([&] {
+            if (m_isNumber[std::size_t(i)])
+                m_target->Fields(i).setValue(val(trimBlanks(text)));
+            else
+                m_target->Fields(i).setValue(trimBlanks(trimBlanks(text).left(m_sizes[std::size_t(i)])));
+        });
+    }
+    if (!errors.run([&] { m_target->Update(); }))
+        m_target->CancelUpdate();
+    m_clean = m_clean && errors.number() == 0;
+}
+
+void com_return(Session& session, const ImportTarget& target) {
+    const RecordsetPtr& shared = session.*target.shared;
+    if (shared->isOpen())
+        shared->Requery();
+}
+
+void refreshAfterImport(Session& session, const ImportTarget& target, const Progress& progress) {
+    com_return(session, target);
+    if (session.buyList->isOpen())
+        lineMarginRefresh(session.cn, session.buyList);
+    if (session.clientTable->isOpen() && session.buyList->isOpen())
+        client_totals_recount(session.cn, session.clientTable, session.buyList, progress);
+}

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "data/recount.h"
+#include "data/session.h"
+#include "import/importSource.h"
+
+#include <functional>
+#include <span>
+
+/// One of the three tables into which foreign rows go.
+struct ImportTarget {
+    int number; // importTarget
+    const char16_t* command;
+    const char16_t* caption; // of the window
+    const char16_t* table;
+    RecordsetPtr Session::*shared;
+    const char16_t* derived;  // columns that the system works out, parted by blanks
+    const char16_t* note;     // the required columns, as the window tells them
+    const char16_t* required; // the required columns, as the run asks for them, in this order
+    const char16_t* numbers;  // columns stored by the value of their leading digits
+    bool checksDates;
+    bool recounts;
+};
+
+std::span<const ImportTarget> importTargets();
+/// The target of an importTarget number. Null for an unknown one.
+const ImportTarget* findImportTarget(int number);
+
+/// Column names of the target that can be paired.
+QStringList pairableColumns(Session& session, const ImportTarget& target);
+
+/// What is brought in: the n-th source column goes into the n-th target column.
+struct ImportPlan {
+    const ImportTarget* target = nullptr;
+    QStringList sourceColumns;
+    QStringList targetColumns;
+    SourceRows rows; // the chosen columns, in the order of sourceColumns
+};
+
+/// The source rows reduced to the chosen columns, in their order.
+SourceRows chosenColumns(const SourceRows& rows, const QStringList& columns);
+
+/// The source column paired with a target column, "" without one.
+QString judgement_field(const ImportPlan& plan, const QString& targetColumn);
+
+/// The message of the first required column that is not paired; empty if all are.
+QString missingPair(const ImportPlan& plan);
+
+/// The message of the first row whose date does not begin with four digits and "-"; empty if there is none.
+QString judgement_Date(const ImportPlan& plan);
+
+/// Source rows as a recordset, for a grid.
+RecordsetPtr sourceRecordset(Session& session, const ImportPlan& plan);
+
+/// Opens the chosen columns of the target.
+RecordsetPtr targetRecordset(Session& session, const ImportPlan& plan);
+
+/// The transfer row by row, in blocks that are one transaction each. Failed statements are passed over.
+class ImportTransfer {
+public:
+    ImportTransfer(Session& session, const ImportPlan& plan, RecordsetPtr target);
+
+    /// Transfers rows until the time is up or the block is full, and commits them.
+    void run(int milliseconds);
+    int done() const { return m_done; }
+    bool finished() const { return m_done >= m_plan.rows.rowCount(); }
+    /// Whether no statement failed so far.
+    bool clean() const { return m_clean; }
+    /// Why the rest could not be written at all; empty while it can.
+    const QString& fault() const { return m_fault; }
+
+private:
+    void transferRow(int row);
+
+    Session& m_session;
+    const ImportPlan& m_plan;
+    RecordsetPtr m_target;
+    std::vector<int> m_sizes;
+    std::vector<bool> m_isNumber;
+    int m_done = 0;
+    bool m_clean = true;
+    QString m_fault;
+};
+
+/// Reads the shared cursor on the target again.
+void com_return(Session& session, const ImportTarget& target);
+
+/// What follows an import of customers or lines: margins of the lines, then the customers' totals.
+void refreshAfterImport(Session& session, const ImportTarget& target, const Progress& progress);
