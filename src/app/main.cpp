@@ -1,5 +1,6 @@
 #include "app/appearance.h"
 #include "app/errorReport.h"
+#include "app/oldBooks.h"
 #include "app/registry.h"
 #include "app/shopApplication.h"
 #include "app/startUp.h"
@@ -20,6 +21,16 @@ void requireDatabase(const QString& path) {
         return;
     showReport(fault);
     std::exit(1);
+}
+
+/// Takes over the books of an old installation, or ends where that cannot be or is not wanted.
+void acceptOldBooks(const QString& path) {
+    WindowPrompts prompts;
+    const OldBooksResult result = meetOldBooks(path, prompts);
+    if (result.outcome == OldBooks::Refused)
+        showReport(result.fault);
+    if (result.outcome == OldBooks::Refused || result.outcome == OldBooks::Declined)
+        std::exit(result.outcome == OldBooks::Refused ? 1 : 0);
 }
 
 int run(ShopApplication& application, const QString& appPath, const QString& databasePath,
@@ -52,6 +63,7 @@ int main(int argc, char** argv) {
     const QString appPath = QCoreApplication::applicationDirPath();
     const QString databasePath = appPath + u'/' + databaseFileName();
     application.setDatabasePath(databasePath);
+    acceptOldBooks(databasePath);
     requireDatabase(databasePath);
     DatabaseLock lock(databasePath);
     if (!lock.fault().isEmpty()) {

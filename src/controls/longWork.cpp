@@ -12,3 +12,9 @@ bool LongWork::step(int done) {
     m_window.setValue(done);
     return !m_window.wasCanceled();
 }
+
+void LongWork::stepOf(int done, int total) {
+    m_window.setCancelButton(nullptr);
+    m_window.setMaximum(total);
+    m_window.setValue(done);
+}

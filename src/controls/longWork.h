@@ -11,6 +11,8 @@ public:
 
     /// Shows how far the work is; false once the user wants it to stop.
     bool step(int done);
+    /// The same for work whose length is known only now; it cannot be stopped.
+    void stepOf(int done, int total);
 
 private:
     QProgressDialog m_window;

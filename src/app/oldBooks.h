@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+class Prompts;
+
+enum class OldBooks {
+    None,      // the file is not that of an old installation
+    TakenOver, // it was, and is in the present format now
+    Declined,  // the user wants it left as it is
+    Refused,   // it cannot be taken over; `fault` says why
+};
+
+struct OldBooksResult {
+    OldBooks outcome = OldBooks::None;
+    QString fault;
+};
+
+/// Where the database is that of an old installation: says so, asks, and takes it over.
+OldBooksResult meetOldBooks(const QString& databasePath, Prompts& prompts);

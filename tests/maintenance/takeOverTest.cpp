@@ -1,0 +1,139 @@
+#include "maintenance/takeOver.h"
+#include "data/recount.h"
+#include "data/schema.h"
+#include "data/session.h"
+#include "import/importSource.h"
+#include "recordset/textNumber.h"
+#include "support/printQt.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class TakeOver : public testing::Test {
+protected:
+    TakeOver() { QFile::copy(QStringLiteral(SAMPLES "/legacy/VelmorClientBank.mdb"), path()); }
+    QString path() const { return folder.filePath("VelmorClientBank.mdb"); }
+    static QJsonArray expectedTables() {
+        QFile file(QStringLiteral(SAMPLES "/legacy/expected.json"));
+        return file.open(QIODevice::ReadOnly)
+                   ? QJsonDocument::fromJson(file.readAll()).object()["tables"].toArray()
+                   : QJsonArray();
+    }
+    static QByteArray contents(const QString& name) {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void change(qsizetype at, const QByteArray& bytes) {
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(at) && file.write(bytes) == bytes.size());
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(TakeOver, EveryTableComesOverCellByCell) {
+    ASSERT_TRUE(isJetFile(path()));
+    ASSERT_EQ(takeOverFault(path()), u"");
+    takeOver(path());
+    ASSERT_EQ(databaseFault(path()), u"");
+    Session session(path());
+    int cells = 0;
+    for (const QJsonValue& each : expectedTables()) {
+        const QJsonObject table = each.toObject();
+        const QString name = table["name"].toString();
+        RecordsetPtr rows;
+        session.reopen(rows, QStringLiteral("Select * From ") + name);
+        const QJsonArray wanted = table["rows"].toArray();
+        ASSERT_EQ(rows->RecordCount(), wanted.size()) << name.toStdString();
+        const QJsonArray columns = table["columns"].toArray();
+        for (int row = 0; row < wanted.size(); ++row)
+            for (int i = 0; i < columns.size(); ++i) {
+                const QString column = columns[i].toObject()["name"].toString();
+                const CellValue value = rows->valueAt(row, rows->fieldIndex(column));
+                const QJsonValue expected = wanted[row].toArray()[i];
+                ASSERT_EQ(isNull(value), expected.isNull())
+                    << name.toStdString() << row << column.toStdString();
+                if (expected.isNull())
+                    continue;
+                const QString text = toText(value);
+                const bool number = columns[i].toObject()["type"].toString() == u"number";
+                if (number && isNumeric(text))
+                    ASSERT_NEAR(val(text), expected.toString().toDouble(), 1e-6)
+                        << name.toStdString() << row << column.toStdString();
+                else
+                    ASSERT_EQ(text, expected.toString()) << name.toStdString() << row << column.toStdString();
+                ++cells;
+            }
+    }
+    EXPECT_GT(cells, 50000);
+}
+
+TEST_F(TakeOver, TheOldFileStaysByteForByteUnderAnotherName) {
+    const QByteArray before = contents(path());
+    const QString kept = takeOver(path());
+    EXPECT_EQ(QFileInfo(kept).fileName(), u"VelmorClientBank-旧版.mdb");
+    EXPECT_EQ(contents(kept), before);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 2) << "nothing else is left";
+}
+
+TEST_F(TakeOver, TheBooksWorkOnAndTheRecountChangesNothing) {
+    takeOver(path());
+    Session session(path());
+    session.open_rs();
+    session.readCurrent();
+    EXPECT_EQ(*session.nextClientNum, 1121);
+    EXPECT_EQ(*session.nextOrderNum, 5584);
+    EXPECT_EQ(*session.nextProductNum, 2151);
+    Statement before = session.cn.prepare("SELECT group_concat(消费合计 || 差额利润率) FROM clientTable");
+    before.step();
+    const QString figures = before.text(0);
+    client_totals_recount(session.cn, session.clientTable, session.buyList);
+    Statement after = session.cn.prepare("SELECT group_concat(消费合计 || 差额利润率) FROM clientTable");
+    after.step();
+    EXPECT_EQ(after.text(0), figures);
+}
+
+TEST_F(TakeOver, WhatARunThatWasKilledLeftBehindIsSweptAway) {
+    QFile half(path() + ".takeover");
+    ASSERT_TRUE(half.open(QIODevice::WriteOnly) && half.write("half") == 4);
+    half.close();
+    takeOver(path());
+    EXPECT_FALSE(half.exists());
+    EXPECT_EQ(databaseFault(path()), u"");
+}
+
+TEST_F(TakeOver, AProtectedFileIsRefusedAndStays) {
+    change(0x44, "\x12\x34");
+    const QByteArray before = contents(path());
+    EXPECT_TRUE(takeOverFault(path()).contains(u"密码")) << takeOverFault(path()).toStdString();
+    EXPECT_TRUE(takeOverFault(path()).contains(path()));
+    EXPECT_EQ(contents(path()), before);
+}
+
+TEST_F(TakeOver, AnotherProgramsJetFileIsRefusedByWhatItLacks) {
+    QFile::remove(path());
+    ASSERT_TRUE(QFile::copy(QStringLiteral(SAMPLES "/import/products.mdb"), path()));
+    EXPECT_TRUE(takeOverFault(path()).contains(u"缺少表 clientTable")) << takeOverFault(path()).toStdString();
+}
+
+TEST_F(TakeOver, ACutFileIsRefused) {
+    QFile::resize(path(), 600000);
+    EXPECT_FALSE(takeOverFault(path()).isEmpty());
+    EXPECT_TRUE(isJetFile(path()));
+}
+
+TEST_F(TakeOver, AFileOfThePresentFormatIsNoJetFile) {
+    QFile::remove(path());
+    createDatabase(path());
+    EXPECT_FALSE(isJetFile(path()));
+}
+
+} // namespace
