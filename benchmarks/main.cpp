@@ -1,5 +1,6 @@
 // Every figure beside its reference from the same run. bench [CUSTOMERS PRODUCTS LINES]
 #include "engineBench.h"
+#include "importBench.h"
 #include "periodBench.h"
 #include "recordset/error.h"
 #include "reportBench.h"
@@ -35,6 +36,7 @@ int main(int argc, char** argv) {
         runSaleBench(report, path, folder.path());
         runPeriodBench(report, path, folder.path());
         runReportBench(report, path);
+        runImportBench(report, folder.path());
         runWindowBench(report, path, smallPath);
     } catch (const RuntimeError& error) {
         std::fprintf(stderr, "%s\n", error.what());

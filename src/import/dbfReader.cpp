@@ -10,11 +10,13 @@
 #include <QDate>
 #include <QFile>
 #include <QFileInfo>
+#include <QStringDecoder>
 #include <QTemporaryDir>
 
 #include <shapefil.h>
 
-#include <cmath>
+#include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -32,8 +34,36 @@ QString dateOf(const QString& digits) {
         .arg(digits.mid(6).toInt());
 }
 
-QString numberOf(const QString& text) {
-    return isNumeric(text) && !text.contains(u',') ? plainNumber(val(text)) : text;
+bool isDigits(const QByteArray& bytes, qsizetype from, qsizetype to) {
+    return from < to &&
+           std::all_of(bytes.begin() + from, bytes.begin() + to, [](char c) { return c >= '0' && c <= '9'; });
+}
+
+/// A number as it is written, in its plain form; whatever is no number stays as it stands.
+QString numberOf(const QByteArray& bytes) {
+    const qsizetype start = bytes.startsWith('-') ? 1 : 0;
+    const qsizetype point = bytes.indexOf('.');
+    const qsizetype end = point < 0 ? bytes.size() : point;
+    constexpr qsizetype exactDigits = 15;
+    const bool plain = isDigits(bytes, start, end) &&
+                       (point < 0 || isDigits(bytes, point + 1, bytes.size())) &&
+                       bytes.size() <= exactDigits && (bytes[start] != '0' || end == start + 1);
+    if (!plain) {
+        const QString text = QString::fromLatin1(bytes);
+        return isNumeric(text) && !text.contains(u',') ? plainNumber(val(text)) : text;
+    }
+    qsizetype length = bytes.size();
+    if (point >= 0)
+        while (bytes[length - 1] == '0')
+            --length;
+    if (bytes[length - 1] == '.')
+        --length;
+    const QString text = QString::fromLatin1(bytes.constData(), length);
+    return text == u"-0" ? QStringLiteral("0") : text;
+}
+
+bool isAscii(const QByteArray& bytes) {
+    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return quint8(c) < 0x80; });
 }
 
 class DbfSource : public ImportSource {
@@ -51,6 +81,8 @@ public:
             throw ImportError(QStringLiteral("不是 dBase 文件，或者文件已损坏。"));
         const char* page = DBFGetCodePage(m_table.get());
         m_isGbk = page && (qstrcmp(page, "LDID/77") == 0 || qstrcmp(page, "LDID/122") == 0);
+        for (int i = 0; i < DBFGetFieldCount(m_table.get()); ++i)
+            m_types.push_back(DBFGetNativeFieldType(m_table.get(), i));
         m_isFoxPro = quint8(m_header.isEmpty() ? 0 : m_header[0]) == 0x30;
     }
 
@@ -63,11 +95,13 @@ public:
         for (const int field : fields)
             rows.columns << nameOf(field);
         const int records = recordCount();
+        rows.cells.reserve(std::size_t(records) * fields.size());
         for (int record = 0; record < records; ++record) {
-            if (DBFIsRecordDeleted(m_table.get(), record))
+            const char* tuple = DBFReadTuple(m_table.get(), record);
+            if (!tuple || tuple[0] == '*') // a deleted one
                 continue;
             for (const int field : fields)
-                rows.cells.push_back(cell(record, field));
+                rows.cells.push_back(cell(tuple, field));
         }
         return rows;
     }
@@ -91,9 +125,9 @@ private:
 
     std::vector<int> shownFields() const {
         std::vector<int> fields;
-        for (int i = 0; i < DBFGetFieldCount(m_table.get()); ++i)
-            if (DBFGetNativeFieldType(m_table.get(), i) != '0') // the flags of FoxPro
-                fields.push_back(i);
+        for (std::size_t i = 0; i < m_types.size(); ++i)
+            if (m_types[i] != '0') // the flags of FoxPro
+                fields.push_back(int(i));
         return fields;
     }
 
@@ -108,7 +142,12 @@ private:
     }
 
     QString decode(const QByteArray& bytes) const {
-        return m_isUtf8 ? QString::fromUtf8(bytes) : decodeGbk(bytes);
+        if (isAscii(bytes))
+            return QString::fromLatin1(bytes);
+        if (m_isUtf8 || !m_gbk.isValid())
+            return QString::fromUtf8(bytes);
+        m_gbk.resetState();
+        return m_gbk(bytes);
     }
 
     /// Without a word about the encoding, a whole file of valid UTF-8 is taken for it: single Chinese words
@@ -118,18 +157,29 @@ private:
         for (const int field : fields)
             sample += rawName(field) + '\n';
         const int records = std::min(recordCount(), 200);
-        for (int record = 0; record < records; ++record)
+        for (int record = 0; record < records; ++record) {
+            const char* tuple = DBFReadTuple(m_table.get(), record);
             for (const int field : fields)
-                if (DBFGetNativeFieldType(m_table.get(), field) == 'C')
-                    sample += QByteArray(DBFReadStringAttribute(m_table.get(), record, field)) + '\n';
+                if (tuple && m_types[std::size_t(field)] == 'C')
+                    sample += written(tuple, field) + '\n';
+        }
         return isUtf8(sample);
     }
 
-    QByteArray rawBytes(int record, int field) const {
-        const char* tuple = DBFReadTuple(m_table.get(), record);
-        if (!tuple)
-            return {};
-        return QByteArray(tuple + m_table->panFieldOffset[field], m_table->panFieldSize[field]);
+    /// A field of a record, not copied.
+    QByteArray rawBytes(const char* tuple, int field) const {
+        return QByteArray::fromRawData(tuple + m_table->panFieldOffset[field], m_table->panFieldSize[field]);
+    }
+    /// The same up to a zero byte, blanks off both ends.
+    QByteArray written(const char* tuple, int field) const {
+        const QByteArray raw = rawBytes(tuple, field);
+        qsizetype end = qsizetype(qstrnlen(raw.constData(), size_t(raw.size())));
+        qsizetype start = 0;
+        while (end > 0 && raw[end - 1] == ' ')
+            --end;
+        while (start < end && raw[start] == ' ')
+            ++start;
+        return QByteArray::fromRawData(raw.constData() + start, end - start);
     }
 
     QString binary(char type, const QByteArray& bytes) const {
@@ -160,32 +210,32 @@ private:
         return text;
     }
 
-    QString memo(int record, int field) const {
-        const QByteArray place = rawBytes(record, field);
+    QString memo(const char* tuple, int field) const {
+        const QByteArray place = rawBytes(tuple, field);
         const quint32 block = place.size() == 4 ? ByteReader(place).u32(0) : place.trimmed().toUInt();
         return block == 0 ? QString() : decode(m_memo.text(block));
     }
 
-    QString cell(int record, int field) const {
-        const char type = DBFGetNativeFieldType(m_table.get(), field);
+    QString cell(const char* tuple, int field) const {
+        const char type = m_types[std::size_t(field)];
         if (type == 'M')
-            return memo(record, field);
+            return memo(tuple, field);
         if (m_isFoxPro && (type == 'I' || type == 'B' || type == 'Y' || type == 'T'))
-            return binary(type, rawBytes(record, field));
-        if (DBFIsAttributeNULL(m_table.get(), record, field))
+            return binary(type, rawBytes(tuple, field));
+        const QByteArray text = written(tuple, field);
+        if (text.isEmpty())
             return {};
-        const QString text = decode(DBFReadStringAttribute(m_table.get(), record, field));
         switch (type) {
         case 'D':
-            return dateOf(text.trimmed());
+            return text == "00000000" ? QString() : dateOf(QString::fromLatin1(text));
         case 'L':
-            return QStringLiteral("TtYy").contains(text) && !text.isEmpty() ? QStringLiteral("True")
-                                                                            : QStringLiteral("False");
+            return text == "?" ? QString()
+                               : (strchr("TtYy", text[0]) ? QStringLiteral("True") : QStringLiteral("False"));
         case 'N':
         case 'F':
-            return numberOf(text.trimmed());
+            return text[0] == '*' ? QString() : numberOf(text);
         default:
-            return text;
+            return decode(text);
         }
     }
 
@@ -194,6 +244,8 @@ private:
     DbfMemo m_memo;
     QTemporaryDir m_folder;
     Table m_table;
+    std::vector<char> m_types; // of the fields, by their index
+    mutable QStringDecoder m_gbk{"GB18030"};
     bool m_isGbk = false;
     bool m_isUtf8 = false;
     bool m_isFoxPro = false;

@@ -52,6 +52,8 @@ std::unique_ptr<ImportSource> openImportSource(SourceKind kind, const QString& p
 std::unique_ptr<ImportSource> openTextSource(const QString& path);
 std::unique_ptr<ImportSource> openDbfSource(const QString& path);
 std::unique_ptr<ImportSource> openXlsSource(const QString& path);
+/// The same from the bytes of a file.
+std::unique_ptr<ImportSource> openXlsBytes(const QByteArray& file);
 std::unique_ptr<ImportSource> openMdbSource(const QString& path);
 
 /// Bare file name without its last four characters: the one table of a dbf or text source.

@@ -9,54 +9,35 @@ namespace {
 constexpr int kSilence = 8000;                  // milliseconds without a word until the reader is given up
 constexpr qint64 kMostOutput = qint64(3) << 29; // bytes
 
-[[noreturn]] void unreadable(const QString& why) {
-    throw ImportError(why.isEmpty() ? QStringLiteral("不是 Access 文件，或者文件已损坏。") : why);
-}
-
-/// What the reader says about a file, to its end.
-QByteArray readerOutput(const QStringList& arguments) {
-    QProcess reader;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    // The library listens to these, and would read other signs or other dates than the file holds.
-    for (const char* name : {"MDBICONV", "MDB_ICONV", "MDB_JET3_CHARSET", "MDBOPTS"})
-        environment.remove(QString::fromLatin1(name));
-    reader.setProcessEnvironment(environment);
-    reader.start(QCoreApplication::applicationDirPath() + QStringLiteral("/hengshanghui-reader"), arguments);
-    if (!reader.waitForStarted())
-        unreadable(QStringLiteral("找不到读取 Access 文件的程序。"));
-    QByteArray output;
-    while (reader.state() == QProcess::Running || reader.bytesAvailable() > 0) {
-        const bool spoke = reader.bytesAvailable() > 0 || reader.waitForReadyRead(kSilence);
-        output += reader.readAllStandardOutput();
-        if ((!spoke && reader.state() == QProcess::Running) || output.size() > kMostOutput) {
-            reader.kill();
-            reader.waitForFinished();
-            unreadable({});
-        }
-    }
-    if (reader.exitStatus() != QProcess::NormalExit || reader.exitCode() != 0)
-        unreadable(QString::fromUtf8(reader.readAllStandardError()).section(u'\n', -2, -2).startsWith(u'!')
-                       ? QString::fromUtf8(reader.readAllStandardError())
-                       : QString());
-    return output;
-}
-
 class MdbInProcess : public ImportSource {
 public:
-    explicit MdbInProcess(const QString& path)
-        : m_path(path) {
-        const QByteArray output = readerOutput({path});
-        QDataStream stream(output);
+    explicit MdbInProcess(const QString& path) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        // The library listens to these, and would read other signs or other dates than the file holds.
+        for (const char* name : {"MDBICONV", "MDB_ICONV", "MDB_JET3_CHARSET", "MDBOPTS"})
+            environment.remove(QString::fromLatin1(name));
+        m_reader.setProcessEnvironment(environment);
+        m_reader.start(QCoreApplication::applicationDirPath() + QStringLiteral("/hengshanghui-reader"),
+                       {path});
+        if (!m_reader.waitForStarted())
+            throw ImportError(QStringLiteral("找不到读取 Access 文件的程序。"));
+        const QByteArray bytes = answer();
+        QDataStream stream(bytes);
         stream >> m_tables;
         if (stream.status() != QDataStream::Ok)
-            unreadable({});
+            unreadable();
+    }
+    ~MdbInProcess() override {
+        m_reader.kill();
+        m_reader.waitForFinished();
     }
 
     QStringList tables() override { return m_tables; }
 
     SourceRows read(const QString& table) override {
-        const QByteArray output = readerOutput({m_path, table});
-        QDataStream stream(output);
+        m_reader.write(table.toUtf8() + '\n');
+        const QByteArray bytes = answer();
+        QDataStream stream(bytes);
         SourceRows rows;
         stream >> rows.columns;
         QString cell;
@@ -66,12 +47,34 @@ public:
         }
         if (stream.status() != QDataStream::Ok || rows.columns.isEmpty() ||
             rows.cells.size() % std::size_t(rows.columns.size()) != 0)
-            unreadable({});
+            unreadable();
         return rows;
     }
 
 private:
-    QString m_path;
+    [[noreturn]] void unreadable() {
+        m_reader.kill();
+        throw ImportError(QStringLiteral("不是 Access 文件，或者文件已损坏。"));
+    }
+
+    /// The bytes that come next; nobody waits for a reader that has ended or fallen silent.
+    QByteArray bytes(qint64 count) {
+        while (m_reader.bytesAvailable() < count)
+            if (m_reader.state() != QProcess::Running || !m_reader.waitForReadyRead(kSilence))
+                if (m_reader.bytesAvailable() < count)
+                    unreadable();
+        return m_reader.read(count);
+    }
+    QByteArray answer() {
+        qint64 length = 0;
+        const QByteArray head = bytes(sizeof length);
+        QDataStream(head) >> length;
+        if (length < 0 || length > kMostOutput)
+            unreadable();
+        return bytes(length);
+    }
+
+    QProcess m_reader;
     QStringList m_tables;
 };
 

@@ -1,8 +1,8 @@
-// hengshanghui-reader FILE [TABLE]: writes the tables of an Access file, or the columns and rows of one, for
-// the program that started it. It may die or fall silent on a damaged file; then the file cannot be read.
+// hengshanghui-reader FILE: tells the tables of an Access file to the program that started it, and then the
+// columns and rows of each table that it is asked for by a line with its name. It may die or fall silent on a
+// damaged file; then the file cannot be read.
 #include "import/importSource.h"
 
-#include <QCoreApplication>
 #include <QDataStream>
 #include <QFile>
 
@@ -16,19 +16,38 @@ void limit(int resource, rlim_t value) {
     setrlimit(resource, &bound);
 }
 
-void write(const QStringList& words, QFile& out) {
+/// One answer: its length, then its bytes.
+void answer(QFile& out, const QByteArray& bytes) {
+    QByteArray length;
+    QDataStream(&length, QIODevice::WriteOnly) << qint64(bytes.size());
+    out.write(length);
+    out.write(bytes);
+    out.flush();
+}
+
+QByteArray tablesOf(ImportSource& source) {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    const auto source = openMdbSource(words[1]);
-    if (words.size() == 2) {
-        stream << source->tables();
-    } else {
-        const SourceRows rows = source->read(words[2]);
-        stream << rows.columns;
-        for (const QString& cell : rows.cells)
-            stream << cell;
-    }
-    out.write(bytes);
+    stream << source.tables();
+    return bytes;
+}
+
+QByteArray rowsOf(ImportSource& source, const QString& table) {
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    const SourceRows rows = source.read(table);
+    stream << rows.columns;
+    for (const QString& cell : rows.cells)
+        stream << cell;
+    return bytes;
+}
+
+/// Answers with the tables, and then with the rows of each table whose name comes in, until none comes.
+void serve(const QString& path, QFile& in, QFile& out) {
+    const auto source = openMdbSource(path);
+    answer(out, tablesOf(*source));
+    for (QByteArray name = in.readLine(); !name.isEmpty(); name = in.readLine())
+        answer(out, rowsOf(*source, QString::fromUtf8(name.chopped(1))));
 }
 
 } // namespace
@@ -37,12 +56,12 @@ int main(int argc, char** argv) {
     limit(RLIMIT_AS, rlim_t(4) << 30);
     limit(RLIMIT_CPU, 300);
     limit(RLIMIT_CORE, 0);
-    QCoreApplication app(argc, argv);
+    QFile in;
     QFile out;
-    if (app.arguments().size() < 2 || !out.open(stdout, QIODevice::WriteOnly))
+    if (argc < 2 || !in.open(stdin, QIODevice::ReadOnly) || !out.open(stdout, QIODevice::WriteOnly))
         return 2;
     try {
-        write(app.arguments(), out);
+        serve(QString::fromLocal8Bit(argv[1]), in, out);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

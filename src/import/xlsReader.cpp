@@ -249,8 +249,8 @@ private:
 
 class XlsSource : public ImportSource {
 public:
-    explicit XlsSource(const QString& path) {
-        m_book.stream = compoundStream(contentsOf(path), QStringLiteral("Workbook"));
+    explicit XlsSource(const QByteArray& file) {
+        m_book.stream = compoundStream(file, QStringLiteral("Workbook"));
         WorkbookReader(m_book).read();
     }
 
@@ -274,5 +274,9 @@ private:
 } // namespace
 
 std::unique_ptr<ImportSource> openXlsSource(const QString& path) {
-    return std::make_unique<XlsSource>(path);
+    return openXlsBytes(contentsOf(path));
+}
+
+std::unique_ptr<ImportSource> openXlsBytes(const QByteArray& file) {
+    return std::make_unique<XlsSource>(file);
 }

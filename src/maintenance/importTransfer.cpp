@@ -150,6 +150,7 @@ ImportTransfer::ImportTransfer(Session& session, const ImportPlan& plan, Records
         m_sizes.push_back(m_target->Fields(i).DefinedSize());
         m_isNumber.push_back(numbers.contains(plan.targetColumns[i]));
     }
+    m_values.resize(m_sizes.size());
 }
 
 void ImportTransfer::run(int milliseconds) {
@@ -166,7 +167,6 @@ void ImportTransfer::run(int milliseconds) {
         batch.finish();
     } catch (const DatabaseLost& lost) {
         // The block went back as a whole, a full disk mostly: what was committed before it stands.
-        m_target->CancelBatch(3);
         image->discardFrom(mark);
         m_done = start;
         m_clean = false;
@@ -176,18 +176,16 @@ void ImportTransfer::run(int milliseconds) {
 
 void ImportTransfer::transferRow(int row) {
     IgnoringErrors errors;
-    errors.run([&] { m_target->AddNew(); });
-    for (int i = 0; i < m_target->fieldCount(); ++i) {
-        const QString& text = m_plan.rows.cell(row, i);
+    for (std::size_t i = 0; i < m_sizes.size(); ++i) {
+        const QString text = trimBlanks(m_plan.rows.cell(row, int(i)));
+        // A value that its column refuses leaves the cell empty, and the row comes in all the same.
+        m_values[i] = CellValue();
         errors.run([&] {
-            if (m_isNumber[std::size_t(i)])
-                m_target->Fields(i).setValue(val(trimBlanks(text)));
-            else
-                m_target->Fields(i).setValue(trimBlanks(trimBlanks(text).left(m_sizes[std::size_t(i)])));
+            m_values[i] = m_target->storable(
+                int(i), m_isNumber[i] ? CellValue(val(text)) : CellValue(trimBlanks(text.left(m_sizes[i]))));
         });
     }
-    if (!errors.run([&] { m_target->Update(); }))
-        m_target->CancelUpdate();
+    errors.run([&] { m_target->AddNew(m_values); });
     m_clean = m_clean && errors.number() == 0;
 }
 

@@ -77,6 +77,7 @@ private:
     RecordsetPtr m_target;
     std::vector<int> m_sizes;
     std::vector<bool> m_isNumber;
+    std::vector<CellValue> m_values; // of the row under way
     int m_done = 0;
     bool m_clean = true;
     QString m_fault;

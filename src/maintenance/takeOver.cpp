@@ -222,11 +222,15 @@ QString takeOverFault(const QString& path) {
 }
 
 QString takeOver(const QString& path, const std::function<void(int, int)>& progress) {
+    return takeOverFrom(*openImportSource(SourceKind::Mdb, path), path, progress);
+}
+
+QString takeOverFrom(ImportSource& source, const QString& path,
+                     const std::function<void(int, int)>& progress) {
     const QString made = path + kHalfMade;
     for (const QString& left : {made, made + QStringLiteral("-journal")})
         QFile::remove(left); // of a run that was killed
-    const auto source = openImportSource(SourceKind::Mdb, path);
-    const QStringList old = source->tables();
+    const QStringList old = source.tables();
     createDatabase(made);
     {
         Filling filling(made);
@@ -237,7 +241,7 @@ QString takeOver(const QString& path, const std::function<void(int, int)>& progr
                 return name.compare(table, Qt::CaseInsensitive) == 0;
             });
             if (found != old.end())
-                filling.fill(table, source->read(*found));
+                filling.fill(table, source.read(*found));
             if (progress)
                 progress(++done, int(tables.size()));
         }

@@ -4,6 +4,8 @@
 
 #include <functional>
 
+class ImportSource;
+
 /// Whether the file is a Jet database, as old installations keep their books in.
 bool isJetFile(const QString& path);
 
@@ -16,3 +18,7 @@ QString takeOverFault(const QString& path);
 /// stays beside it under the name that is given back. A process that is killed at any moment leaves the old
 /// state or the new one. `progress` is told tables done and in all. Throws ImportError, RuntimeError.
 QString takeOver(const QString& path, const std::function<void(int, int)>& progress = {});
+
+/// The same from tables that are open already.
+QString takeOverFrom(ImportSource& source, const QString& path,
+                     const std::function<void(int, int)>& progress = {});

@@ -133,6 +133,12 @@ public:
     QStringList fieldNames() const;
 
     void AddNew();
+    /// What a column stores for a value, as an assignment to the field would. Throws TypeMismatch,
+    /// TextTooLong.
+    CellValue storable(int field, const CellValue& value) const;
+    /// Adds a row with these values, one a field and storable, and writes it at once: the short way of
+    /// AddNew, assignments and Update.
+    void AddNew(const std::vector<CellValue>& values);
     void Update();
     void CancelUpdate();
     void Delete();

@@ -36,6 +36,27 @@ void Recordset::AddNew() {
     settle();
 }
 
+CellValue Recordset::storable(int field, const CellValue& value) const {
+    return converted(value, fieldInfo(field));
+}
+
+void Recordset::AddNew(const std::vector<CellValue>& values) {
+    requireWritable();
+    CellChanges cells;
+    cells.reserve(values.size());
+    for (std::size_t i = 0; i < values.size(); ++i)
+        if (!isNull(values[i]))
+            cells.emplace_back(imageColumn(int(i)), values[i]);
+    const Row inserted = m_image->insert(std::move(cells));
+    notify([](RecordsetObserver& observer) { observer.rowAboutToBeAppended(); });
+    m_keyset.rows.push_back(inserted);
+    m_view.append(inserted);
+    m_position = {Place::OnRow, m_view.end() - 1};
+    ++m_viewVersion;
+    notify([](RecordsetObserver& observer) { observer.rowAppended(); });
+    settle();
+}
+
 void Recordset::writeRow(RowId row) {
     const CellChanges cells = m_edits.cells(row);
     if (!isNewRow(row)) {

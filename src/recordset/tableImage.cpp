@@ -272,20 +272,32 @@ void TableImage::setCell(Row row, int column, const CellValue& value) {
         m_indexes[std::size_t(column)] = {};
 }
 
-Row TableImage::insert(const CellChanges& cells) {
-    requireWritable();
-    CellChanges stored = cells;
-    const auto isSerial = [this](const auto& cell) { return cell.first == m_serialColumn; };
-    if (m_serialColumn >= 0 && std::none_of(cells.begin(), cells.end(), isSerial))
-        stored.emplace_back(m_serialColumn, m_lastSerial + 1);
+Statement& TableImage::insertStatement(const CellChanges& cells) {
+    const bool same =
+        m_insertStatement &&
+        std::equal(cells.begin(), cells.end(), m_insertedColumns.begin(), m_insertedColumns.end(),
+                   [](const auto& cell, int column) { return cell.first == column; });
+    if (same)
+        return *m_insertStatement;
+    m_insertedColumns.clear();
     QString names = QStringLiteral("rowid");
     QString marks = QStringLiteral("?");
-    for (const auto& [column, value] : stored) {
+    for (const auto& [column, value] : cells) {
+        m_insertedColumns.push_back(column);
         names += QStringLiteral(", ") + quotedName(info(column).name);
         marks += QStringLiteral(", ?");
     }
-    Statement& statement = m_connection->cached(
+    m_insertStatement = &m_connection->cached(
         QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quotedName(m_table), names, marks));
+    return *m_insertStatement;
+}
+
+Row TableImage::insert(CellChanges stored) {
+    requireWritable();
+    const auto isSerial = [this](const auto& cell) { return cell.first == m_serialColumn; };
+    if (m_serialColumn >= 0 && std::none_of(stored.begin(), stored.end(), isSerial))
+        stored.emplace_back(m_serialColumn, m_lastSerial + 1);
+    Statement& statement = insertStatement(stored);
     statement.bind(1, m_lastRowid + 1);
     for (std::size_t i = 0; i < stored.size(); ++i)
         statement.bind(int(i) + 2, stored[i].second);

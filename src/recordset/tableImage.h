@@ -10,6 +10,7 @@
 #include <vector>
 
 class Connection;
+class Statement;
 
 /// Slot of a row in an image; rows keep their slot for the life of the image.
 using Row = std::uint32_t;
@@ -68,7 +69,7 @@ public:
     /// Rank of every code of a text column in the order of texts; index 0 is Null's and holds 0.
     const std::vector<quint32>& textRanks(int column) const;
 
-    Row insert(const CellChanges& cells);
+    Row insert(CellChanges cells);
     void update(Row row, const CellChanges& cells);
     void remove(Row row);
     void removeAll();
@@ -97,6 +98,7 @@ private:
     };
 
     void requireWritable() const;
+    Statement& insertStatement(const CellChanges& cells);
     void buildIndex(EqualityIndex& index, const ColumnStore& column) const;
     void scanEqual(const ColumnStore& column, const std::vector<TextPool::Code>& codes, Row from, Row to,
                    std::vector<Row>& rows) const;
@@ -123,4 +125,6 @@ private:
     /// asked.
     mutable std::unordered_map<Row, std::vector<CellValue>> m_readRows;
     mutable int m_rowReads = 0;
+    std::vector<int> m_insertedColumns; // of the statement that inserted last
+    Statement* m_insertStatement = nullptr;
 };

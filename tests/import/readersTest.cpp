@@ -65,7 +65,8 @@ void expectTables(ImportSource& source, const SampleFile& sample) {
         expectTable(source.read(tableName), table, name + "/" + tableName.toStdString());
     }
     // A text file has its one table, whatever is in it.
-    EXPECT_TRUE(listed.isEmpty() || sample.tables().isEmpty()) << name << " lists more: " << listed.join(u' ').toStdString();
+    EXPECT_TRUE(listed.isEmpty() || sample.tables().isEmpty())
+        << name << " lists more: " << listed.join(u' ').toStdString();
 }
 
 TEST(ImportReaders, EverySampleIsReadToItsExpectedRows) {

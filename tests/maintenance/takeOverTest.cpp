@@ -15,7 +15,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <map>
+#include <sys/wait.h>
+#include <unistd.h>
+
 namespace {
+
+std::unique_ptr<ImportSource> openMdbSourceOf(const QString& path) {
+    return openImportSource(SourceKind::Mdb, path);
+}
 
 class TakeOver : public testing::Test {
 protected:
@@ -134,6 +143,87 @@ TEST_F(TakeOver, AFileOfThePresentFormatIsNoJetFile) {
     QFile::remove(path());
     createDatabase(path());
     EXPECT_FALSE(isJetFile(path()));
+}
+
+/// Old books made up for a test.
+class InventedBooks : public ImportSource {
+public:
+    std::map<QString, SourceRows> books;
+
+    QStringList tables() override {
+        QStringList names;
+        for (const auto& [name, rows] : books)
+            names << name;
+        return names;
+    }
+    SourceRows read(const QString& table) override { return books.at(table); }
+};
+
+TEST_F(TakeOver, WideTextsOtherColumnOrderAndMissingTablesAreMet) {
+    InventedBooks old;
+    old.books["CLIENTTABLE"] = {{"单位名称", "客户编号", "流水号", "另一列"},
+                                {QString(150, u'长'), "8", "9", "x", "短", "7", "3", "y"}};
+    old.books["buyList"] = {{"流水号", "订单号", "日期", "数量", "折扣"},
+                            {"1", "21", "2004-1-5", "2.5", "87.5", "2", "22", "没有日期", "", QString()}};
+    old.books["stock_Count_Bank"] = {{"实物数", "亏_盈"}, {"3", "5"}};
+    takeOverFrom(old, path());
+    ASSERT_EQ(databaseFault(path()), u"");
+    Session session(path());
+    session.open_rs();
+    ASSERT_EQ(session.clientTable->RecordCount(), 2);
+    EXPECT_EQ(session.clientTable->Fields("客户编号").text(), u"7") << "by their serials";
+    session.clientTable->MoveLast();
+    EXPECT_EQ(session.clientTable->Fields("单位名称").text(), QString(150, u'长'));
+    EXPECT_EQ(session.clientTable->Fields("单位名称").DefinedSize(), 150);
+    EXPECT_EQ(session.clientTable->Fields("流水号").text(), u"9");
+    EXPECT_EQ(session.buyList->Fields("折扣").text(), u"87.5");
+    EXPECT_EQ(session.buyList->Fields("日期").text(), u"2004-1-5");
+    session.buyList->MoveLast();
+    EXPECT_TRUE(isNull(session.buyList->Fields("日期").Value()));
+    EXPECT_EQ(session.productTable->RecordCount(), 0) << "a missing table is empty";
+    session.reopen(session.stock_Count_Bank, "Select * From stock_Count_Bank");
+    EXPECT_EQ(session.stock_Count_Bank->Fields("亏_盈").text(), u"5");
+    session.clientTable->AddNew();
+    session.clientTable->Fields("客户编号").setValue(QStringLiteral("9"));
+    session.clientTable->Update();
+    EXPECT_EQ(session.clientTable->Fields("流水号").text(), u"10") << "serials go on from the highest";
+}
+
+/// Old books whose reading stops the process at a table.
+class KillingBooks : public ImportSource {
+public:
+    KillingBooks(ImportSource& books, int killAt)
+        : m_books(books)
+        , m_left(killAt) {}
+    QStringList tables() override { return m_books.tables(); }
+    SourceRows read(const QString& table) override {
+        if (m_left-- == 0)
+            std::_Exit(9);
+        return m_books.read(table);
+    }
+
+private:
+    ImportSource& m_books;
+    int m_left;
+};
+
+TEST_F(TakeOver, KilledInTheMiddleTheOldStateStandsAndTheNextRunSucceeds) {
+    const QByteArray before = contents(path());
+    for (int killAt = 0; killAt < 24; killAt += 4) {
+        const pid_t child = fork();
+        if (child == 0) {
+            const auto books = openMdbSourceOf(path());
+            KillingBooks killing(*books, killAt);
+            takeOverFrom(killing, path());
+            std::_Exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_EQ(WEXITSTATUS(status), 9) << killAt;
+        EXPECT_EQ(contents(path()), before);
+    }
+    takeOver(path());
+    EXPECT_EQ(databaseFault(path()), u"");
 }
 
 } // namespace

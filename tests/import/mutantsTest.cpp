@@ -1,0 +1,134 @@
+// Damaged variants of the sample files through the whole reading road: whatever they hold, a reader ends
+// soon, in bounds, with rows or with a refusal.
+#include "import/importSource.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <sys/resource.h>
+
+namespace {
+
+/// Mutants of each kind in this run: 60, or as many as the environment asks for.
+int mutantCount() {
+    const int asked = qEnvironmentVariableIntValue("IMPORT_MUTANTS");
+    return asked > 0 ? asked : 60;
+}
+
+struct Kind {
+    SourceKind kind;
+    const char* name;
+    std::vector<const char*> samples;
+};
+
+class Mutator {
+public:
+    explicit Mutator(unsigned seed)
+        : m_random(seed) {}
+
+    QByteArray mutant(QByteArray bytes) {
+        for (int i = 1 + below(3); i > 0; --i)
+            change(bytes);
+        return bytes;
+    }
+
+private:
+    int below(qsizetype limit) { return limit <= 0 ? 0 : int(m_random() % quint64(limit)); }
+    /// Near the start, where the headers are, or anywhere.
+    qsizetype place(const QByteArray& bytes) {
+        return below(below(2) ? bytes.size() : std::min<qsizetype>(bytes.size(), 4096));
+    }
+
+    void change(QByteArray& bytes) {
+        if (bytes.isEmpty())
+            return;
+        switch (below(5)) {
+        case 0:
+            for (int i = 1 + below(30); i > 0; --i)
+                bytes[place(bytes)] = char(below(256));
+            return;
+        case 1:
+            return bytes.truncate(below(bytes.size()));
+        case 2: {
+            const qsizetype at = place(bytes);
+            bytes.insert(at, bytes.mid(at, 1 + below(4096)));
+            return;
+        }
+        case 3:
+            bytes.remove(place(bytes), 1 + below(600));
+            return;
+        default: // a size raised
+            const qsizetype at = place(bytes);
+            for (qsizetype i = at; i < std::min(bytes.size(), at + 1 + below(4)); ++i)
+                bytes[i] = '\xFF';
+        }
+    }
+
+    std::mt19937_64 m_random;
+};
+
+class Mutants : public testing::TestWithParam<int> {
+protected:
+    static const Kind& kind() {
+        static const Kind kinds[] = {
+            {SourceKind::Dbf, "dbf", {"customers.dbf", "products.dbf", "edge/memo_types.dbf"}},
+            {SourceKind::Txt, "txt", {"customers.txt", "edge/quotes.txt", "edge/utf8_bom.txt"}},
+            {SourceKind::Xls,
+             "xls",
+             {"customers.xls", "products.xls", "edge/formulas.xls", "edge/several_sheets.xls"}},
+            {SourceKind::Mdb, "mdb", {"products.mdb", "edge/types.mdb", "edge/several_tables.mdb"}}};
+        return kinds[GetParam()];
+    }
+    static QByteArray contents(const char* name) {
+        QFile file(QStringLiteral(SAMPLES "/import/") + QString::fromUtf8(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+};
+
+TEST_P(Mutants, AreReadOrRefusedInTimeAndWithinMemory) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("mutant.%1").arg(QString::fromUtf8(kind().name)));
+    int read = 0;
+    int refused = 0;
+    qint64 slowest = 0;
+    for (int i = 0; i < mutantCount(); ++i) {
+        Mutator mutator(unsigned(i) * 4 + unsigned(GetParam()));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(mutator.mutant(contents(kind().samples[std::size_t(i) % kind().samples.size()])));
+        file.close();
+        QElapsedTimer clock;
+        clock.start();
+        try {
+            const auto source = openImportSource(kind().kind, path);
+            for (const QString& table : source->tables()) {
+                const SourceRows rows = source->read(table);
+                ASSERT_EQ(rows.cells.size(), std::size_t(rows.rowCount()) * std::size_t(rows.columns.size()));
+            }
+            ++read;
+        } catch (const ImportError&) {
+            ++refused;
+        }
+        slowest = std::max(slowest, clock.elapsed());
+        ASSERT_LT(clock.elapsed(), 30000) << "mutant " << i;
+    }
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    rusage children{};
+    getrusage(RUSAGE_CHILDREN, &children);
+    std::printf(
+        "%s: %d mutants, %d read, %d refused, slowest %lld ms, memory %ld MiB, of the reader %ld MiB\n",
+        kind().name, mutantCount(), read, refused, static_cast<long long>(slowest), usage.ru_maxrss / 1024,
+        children.ru_maxrss / 1024);
+    EXPECT_LT(usage.ru_maxrss / 1024, 2048);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, Mutants, testing::Values(0, 1, 2, 3));
+
+} // namespace
