@@ -38,6 +38,7 @@ public:
         m_reader.write(table.toUtf8() + '\n');
         const QByteArray bytes = answer();
         QDataStream stream(bytes);
+        stream.setByteOrder(QDataStream::LittleEndian);
         SourceRows rows;
         stream >> rows.columns;
         QString cell;

@@ -12,6 +12,9 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <string>
+#include <string_view>
 
 namespace {
 
@@ -32,38 +35,53 @@ struct FreeTable {
     throw ImportError(QStringLiteral("不是 Access 文件，或者文件已损坏。"));
 }
 
+/// A number of two digits, without the zero before it.
+std::string_view withoutZero(std::string_view digits) {
+    return digits.front() == '0' ? digits.substr(1) : digits;
+}
+
 /// "2024-03-05 13:20:05" as the program writes dates: no leading zeros, no midnight, no date for a time
 /// alone.
-QString dateOf(const QString& text) {
+QString dateOf(std::string_view text) {
+    const auto latin = [](std::string_view view) {
+        return QString::fromLatin1(view.data(), qsizetype(view.size()));
+    };
     if (text.size() < 19)
-        return text;
-    const QString time = QString::number(text.mid(11, 2).toInt()) + text.mid(13);
-    if (text.startsWith(QStringLiteral("1899-12-30")))
-        return time;
-    const QString date =
-        QStringLiteral("%1-%2-%3").arg(text.left(4)).arg(text.mid(5, 2).toInt()).arg(text.mid(8, 2).toInt());
-    return time == u"0:00:00" ? date : date + u' ' + time;
+        return latin(text);
+    std::string time(withoutZero(text.substr(11, 2)));
+    time += text.substr(13);
+    if (text.substr(0, 10) == "1899-12-30")
+        return latin(time);
+    std::string date(text.substr(0, 5));
+    date.append(withoutZero(text.substr(5, 2))).append("-").append(withoutZero(text.substr(8, 2)));
+    return latin(time == "0:00:00" ? date : date + ' ' + time);
 }
 
 /// A decimal as it is written, without the zeros at its end: it may have more digits than a double.
-QString decimalOf(QString text) {
-    if (!text.contains(u'.'))
-        return text;
-    while (text.endsWith(u'0'))
-        text.chop(1);
-    if (text.endsWith(u'.'))
-        text.chop(1);
-    return text;
+QString decimalOf(std::string_view text) {
+    if (text.find('.') != std::string_view::npos) {
+        text = text.substr(0, text.find_last_not_of('0') + 1);
+        if (text.back() == '.')
+            text.remove_suffix(1);
+    }
+    return QString::fromLatin1(text.data(), qsizetype(text.size()));
 }
 
-QString valueOf(int type, const QString& text) {
+/// The number in a text; 0 where there is none.
+double numberOf(std::string_view text) {
+    double value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
+
+QString valueOf(int type, std::string_view text) {
     switch (type) {
     case MDB_BOOL:
-        return text == u"1" ? QStringLiteral("True") : QStringLiteral("False");
+        return text == "1" ? QStringLiteral("True") : QStringLiteral("False");
     case MDB_FLOAT: // seven digits are all that a single number holds
-        return plainNumber(QString::number(text.toDouble(), 'g', 7).toDouble());
+        return plainNumber(QString::number(numberOf(text), 'g', 7).toDouble());
     case MDB_DOUBLE:
-        return plainNumber(text.toDouble());
+        return plainNumber(numberOf(text));
     case MDB_MONEY:
     case MDB_NUMERIC:
         return decimalOf(text);
@@ -73,7 +91,7 @@ QString valueOf(int type, const QString& text) {
     case MDB_BINARY:
         return QLatin1String("");
     default:
-        return text;
+        return QString::fromUtf8(text.data(), qsizetype(text.size()));
     }
 }
 
@@ -133,12 +151,13 @@ private:
     SourceRows rowsOf(MdbTableDef& table) const {
         SourceRows rows;
         const unsigned width = table.num_cols;
-        std::vector<std::vector<char>> buffers(width, std::vector<char>(kBindSize + 1));
+        const auto values = std::make_unique_for_overwrite<char[]>(width * (kBindSize + 1));
+        const auto value = [&values](unsigned i) { return values.get() + i * (kBindSize + 1); };
         std::vector<int> lengths(width);
         mdb_rewind_table(&table);
         for (unsigned i = 0; i < width; ++i) {
             rows.columns << QString::fromUtf8(column(table, i).name);
-            if (mdb_bind_column(&table, int(i) + 1, buffers[i].data(), &lengths[i]) < 0)
+            if (mdb_bind_column(&table, int(i) + 1, value(i), &lengths[i]) < 0)
                 damaged();
         }
         const qint64 most = m_fileSize / kLeastRowBytes;
@@ -153,8 +172,7 @@ private:
                     (isNull[i] || (lengths[i] == 0 && type != MDB_TEXT && type != MDB_MEMO)))
                     rows.cells.emplace_back();
                 else
-                    rows.cells.push_back(
-                        valueOf(type, QString::fromUtf8(buffers[i].data(), std::max(0, lengths[i]))));
+                    rows.cells.push_back(valueOf(type, {value(i), std::size_t(std::max(0, lengths[i]))}));
             }
         }
         if (count < qint64(table.num_rows))
@@ -166,7 +184,7 @@ private:
     /// row itself knows.
     static std::array<bool, kMostColumns + 1> nullsOf(MdbTableDef& table) {
         std::array<bool, kMostColumns + 1> nulls{};
-        std::array<MdbField, kMostColumns + 1> fields{};
+        std::array<MdbField, kMostColumns + 1> fields; // as many as the row has are written
         int start = 0;
         std::size_t size = 0;
         if (table.cur_row == 0 ||

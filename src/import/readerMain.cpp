@@ -35,6 +35,7 @@ QByteArray tablesOf(ImportSource& source) {
 QByteArray rowsOf(ImportSource& source, const QString& table) {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setByteOrder(QDataStream::LittleEndian);
     const SourceRows rows = source.read(table);
     stream << rows.columns;
     for (const QString& cell : rows.cells)

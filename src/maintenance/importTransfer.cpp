@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int kBlock = 2000; // rows a transaction
+constexpr int kBlock = 20000; // rows a transaction
 
 constexpr ImportTarget kTargets[] = {
     {.number = 1,
