@@ -13,13 +13,12 @@ public:
         , m_delimiter(delimiter) {}
 
     bool atEnd() const { return m_at == m_end; }
-    /// The fields of the next line; none for an empty one.
-    void line(QStringList& fields) {
-        fields.clear();
+    /// Puts the fields of the next line at the end of a list; none for an empty line.
+    template <typename List> void line(List& fields) {
         if (lineEnds())
             return;
         do
-            fields << field();
+            fields.push_back(field());
         while (takeDelimiter());
         lineEnds();
     }
@@ -123,18 +122,17 @@ QChar delimiterOf(const QString& text) {
 
 SourceRows parseDelimited(const QString& text) {
     Parser parser(text, delimiterOf(text));
+    QStringList header;
+    while (!parser.atEnd() && header.isEmpty())
+        parser.line(header);
     SourceRows rows;
-    QStringList fields;
+    rows.columns = columnNames(header);
+    const std::size_t width = std::size_t(header.size());
     while (!parser.atEnd()) {
-        parser.line(fields);
-        if (fields.isEmpty())
-            continue;
-        if (rows.columns.isEmpty()) {
-            rows.columns = columnNames(fields);
-            continue;
-        }
-        for (qsizetype i = 0; i < rows.columns.size(); ++i)
-            rows.cells.push_back(i < fields.size() ? fields[i] : QString());
+        const std::size_t before = rows.cells.size();
+        parser.line(rows.cells);
+        if (rows.cells.size() > before)
+            rows.cells.resize(before + width);
     }
     return rows;
 }

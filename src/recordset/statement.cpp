@@ -27,7 +27,8 @@ Statement::~Statement() {
 Statement::Statement(Statement&& other) noexcept
     : m_db(other.m_db)
     , m_statement(std::exchange(other.m_statement, nullptr))
-    , m_sql(std::move(other.m_sql)) {}
+    , m_sql(std::move(other.m_sql))
+    , m_texts(std::move(other.m_texts)) {}
 
 void Statement::bind(int position, const CellValue& value) {
     if (const auto* text = std::get_if<QString>(&value))
@@ -47,9 +48,12 @@ void Statement::bind(int position, qint64 value) {
 }
 
 void Statement::bindText(int position, const QString& text) {
-    const QByteArray utf8 = text.toUtf8();
-    sqlite3_bind_text64(m_statement, position, utf8.constData(), sqlite3_uint64(utf8.size()),
-                        SQLITE_TRANSIENT, SQLITE_UTF8);
+    if (m_texts.empty())
+        m_texts.resize(std::size_t(sqlite3_bind_parameter_count(m_statement)) + 1);
+    QByteArray& utf8 = m_texts.at(std::size_t(position));
+    utf8 = text.toUtf8();
+    sqlite3_bind_text64(m_statement, position, utf8.constData(), sqlite3_uint64(utf8.size()), SQLITE_STATIC,
+                        SQLITE_UTF8);
 }
 
 bool Statement::step() {

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string_view>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -43,4 +44,5 @@ private:
     sqlite3* m_db;
     sqlite3_stmt* m_statement = nullptr;
     QString m_sql;
+    std::vector<QByteArray> m_texts; // what the bound texts point at
 };

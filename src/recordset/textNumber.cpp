@@ -203,14 +203,18 @@ bool marksAreSound(const QString& marks) {
 
 } // namespace
 
-QString trimBlanks(QStringView text) {
+QStringView withoutBlanks(QStringView text) {
     qsizetype first = 0;
     qsizetype last = text.size();
     while (first < last && text[first] == u' ')
         ++first;
     while (last > first && text[last - 1] == u' ')
         --last;
-    return text.mid(first, last - first).toString();
+    return text.mid(first, last - first);
+}
+
+QString trimBlanks(QStringView text) {
+    return withoutBlanks(text).toString();
 }
 
 QString leftPart(QStringView text, int count) {

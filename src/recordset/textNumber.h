@@ -7,6 +7,8 @@
 
 /// Blanks U+0020 off both ends, nothing else.
 QString trimBlanks(QStringView text);
+/// The same as a part of the text that was given.
+QStringView withoutBlanks(QStringView text);
 
 /// The first `count` UTF-16 units. Throws BadArgument below 0.
 QString leftPart(QStringView text, int count);
