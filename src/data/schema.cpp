@@ -55,7 +55,7 @@ QString headerFault(const QString& path) {
         return QStringLiteral("文件是空的，不是数据库");
     const QByteArray header = file.read(100);
     if (header.mid(4, 15) == "Standard Jet DB")
-        return QStringLiteral("这是旧格式（Jet）的数据库，本版本尚不能接收");
+        return QStringLiteral("这是旧格式（Jet）的数据库，还没有转换");
     if (!header.startsWith(QByteArray("SQLite format 3\0", 16)))
         return QStringLiteral("文件不是本系统的数据库");
     return {};

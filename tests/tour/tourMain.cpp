@@ -20,6 +20,23 @@
 
 namespace {
 
+/// Answers the file dialogs with a file of its folder.
+class TourPrompts : public WindowPrompts {
+public:
+    explicit TourPrompts(QString folder)
+        : m_folder(std::move(folder)) {}
+    std::optional<QString> openFile(const QString& /*title*/, const QString& /*filter*/) override {
+        return m_folder + QStringLiteral("/customers.xls");
+    }
+    std::optional<QString> saveFile(const QString& /*title*/, const QString& /*proposal*/,
+                                    const QString& /*filter*/) override {
+        return m_folder + QStringLiteral("/backup.mdb");
+    }
+
+private:
+    QString m_folder;
+};
+
 class Tour {
 public:
     Tour(MDIForm1& main, QString folder)
@@ -53,6 +70,8 @@ public:
         orders();
         stockOut();
         count();
+        import();
+        maintenance();
         main.choose(QStringLiteral("help"));
         shoot(m_main.host().window(QStringLiteral("manualFm1")), "user-guide");
     }
@@ -182,6 +201,41 @@ private:
         form->close();
     }
 
+    void import() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("Input_Data1"));
+        Driver form(*window("FileInputFm2"));
+        form.click(QStringLiteral("Command7(2)"));
+        form.clickItem(QStringLiteral("List5"), QStringLiteral("客户资料"));
+        form.click(QStringLiteral("Command6"));
+        for (const char* column : {"客户编号", "联系人", "电话", "单位名称", "地址", "地区", "行业"}) {
+            form.clickItem(QStringLiteral("List1"), QString::fromUtf8(column));
+            form.click(QStringLiteral("Command2(0)"));
+            form.clickItem(QStringLiteral("List4"), QString::fromUtf8(column));
+            form.click(QStringLiteral("Command3(0)"));
+        }
+        shoot(window("FileInputFm2"), "import-pairing");
+        QTimer::singleShot(50, [this] {
+            pressBox("import-question");
+            whenBoxOpens("import-done");
+        });
+        form.click(QStringLiteral("Command4"));
+        QCoreApplication::processEvents();
+        shoot(window("FileInputFm3"), "import-result");
+        Driver(*window("FileInputFm3")).click(QStringLiteral("Command3"));
+        QCoreApplication::processEvents();
+    }
+
+    void maintenance() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("maintain_Data1"));
+        main.editCell(QStringLiteral("DataGrid1"), 1, QStringLiteral("电话"), QStringLiteral("021-55512345"));
+        shoot(&m_main, "maintenance");
+        main.click(QStringLiteral("Command3"));
+        whenBoxOpens("backup");
+        main.choose(QStringLiteral("dataBackup1"));
+    }
+
     void report() {
         Driver main(m_main);
         main.click(QStringLiteral("Toolbar1(7)"));
@@ -201,16 +255,18 @@ private:
 
     /// Photographs the next message box, if a name is given, and presses its first button.
     void whenBoxOpens(const char* name) {
-        QTimer::singleShot(50, [this, name] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box)
-                return std::exit(3);
-            if (name)
-                shoot(box, name);
-            QTest::mouseClick(box->defaultButton() ? static_cast<QAbstractButton*>(box->defaultButton())
-                                                   : box->buttons().front(),
-                              Qt::LeftButton);
-        });
+        QTimer::singleShot(50, [this, name] { pressBox(name); });
+    }
+
+    void pressBox(const char* name) {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box)
+            return std::exit(3);
+        if (name)
+            shoot(box, name);
+        QTest::mouseClick(box->defaultButton() ? static_cast<QAbstractButton*>(box->defaultButton())
+                                               : box->buttons().front(),
+                          Qt::LeftButton);
     }
 
     void shoot(QWidget* widget, const char* name) {
@@ -237,7 +293,7 @@ int main(int argc, char** argv) {
     QDir().mkpath(words[2]);
     Session session(words[1] + u'/' + databaseFileName());
     session.appPath = words[1];
-    WindowPrompts prompts;
+    TourPrompts prompts(words[1]);
     MDIForm1 main(session, prompts);
     registerAll(main, prompts);
     main.resize(1280, 720);
