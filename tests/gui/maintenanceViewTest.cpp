@@ -1,8 +1,6 @@
-#include "app/oldBooks.h"
 #include "controls/dataGrid.h"
 #include "support/shopWindow.h"
 
-#include <QFile>
 #include <QPushButton>
 
 namespace {
@@ -179,41 +177,6 @@ TEST_F(MaintenanceViews, ABackupIsToldAndACancelIsSilent) {
     prompts.expectMessage("备份失败！");
     drive->choose("dataBackup1");
     EXPECT_EQ(databaseFault(books.path()), u"");
-}
-
-class OldBooksTest : public testing::Test {
-protected:
-    OldBooksTest() { QFile::copy(QStringLiteral(SAMPLES "/legacy/VelmorClientBank.mdb"), path()); }
-    QString path() const { return folder.filePath("VelmorClientBank.mdb"); }
-    void expectQuestion(bool yes) {
-        prompts.expectConfirm(path() + "\n是旧版衡商汇的数据文件。要转换成新的格式吗？\n"
-                                       "全部数据都会转过来，旧文件用另一个名字保留。",
-                              yes, "衡商汇");
-    }
-    QTemporaryDir folder;
-    ScriptedPrompts prompts;
-};
-
-TEST_F(OldBooksTest, AreTakenOverAfterAQuestion) {
-    expectQuestion(true);
-    prompts.expectMessage("转换完成。旧文件保留为：VelmorClientBank-旧版.mdb", "衡商汇");
-    EXPECT_EQ(meetOldBooks(path(), prompts).outcome, OldBooks::TakenOver);
-    EXPECT_EQ(databaseFault(path()), u"");
-    EXPECT_EQ(meetOldBooks(path(), prompts).outcome, OldBooks::None);
-}
-
-TEST_F(OldBooksTest, StayAsTheyAreWhereTheUserDeclines) {
-    expectQuestion(false);
-    EXPECT_EQ(meetOldBooks(path(), prompts).outcome, OldBooks::Declined);
-    EXPECT_NE(databaseFault(path()), u"");
-}
-
-TEST_F(OldBooksTest, OfAnotherProgramAreRefusedWithoutAQuestion) {
-    QFile::remove(path());
-    ASSERT_TRUE(QFile::copy(QStringLiteral(SAMPLES "/import/orders.mdb"), path()));
-    const OldBooksResult result = meetOldBooks(path(), prompts);
-    EXPECT_EQ(result.outcome, OldBooks::Refused);
-    EXPECT_TRUE(result.fault.contains(u"clientTable"));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "maintenance/importTransfer.h"
+#include "maintenance/backup.h"
 #include "support/testBooks.h"
 
 #include <QFileInfo>
@@ -124,6 +125,27 @@ TEST_F(Transfer, AFullDiskTakesTheBlockBackAndWhatWasCommittedStands) {
     session().clientTable->Update();
     EXPECT_EQ(stored("SELECT 电话 FROM clientTable WHERE rowid = 1"), u"1") << "and works on";
     EXPECT_EQ(stored("PRAGMA integrity_check"), u"ok");
+}
+
+TEST_F(Transfer, ABackupDuringAnImportHoldsTheBlocksCommittedByThen) {
+    session().open_rs();
+    const ImportPlan plan = clientPlan(9000);
+    const RecordsetPtr target = targetRecordset(session(), plan);
+    ImportTransfer transfer(session(), plan, target);
+    const QString copy = books.path() + ".backup.mdb";
+    for (int blocks = 1; blocks <= 4; ++blocks) {
+        transfer.run(1000000);
+        ASSERT_FALSE(transfer.finished());
+        ASSERT_TRUE(backUpDatabase(books.path(), copy));
+        EXPECT_EQ(databaseFault(copy), u"");
+        Session copied(copy);
+        Statement rows = copied.cn.prepare("SELECT count(*) FROM clientTable");
+        rows.step();
+        EXPECT_EQ(rows.integer(0), 2000 * blocks);
+    }
+    transfer.run(1000000);
+    EXPECT_TRUE(transfer.finished() && transfer.clean()) << "the import goes on behind a backup";
+    EXPECT_EQ(stored("SELECT count(*) FROM clientTable"), u"9000");
 }
 
 TEST_F(Transfer, KilledDuringAnImportTheFileIsSoundAndHoldsWholeRows) {
