@@ -16,7 +16,11 @@ namespace {
 
 class Start : public testing::Test {
 protected:
-    Start() { QFile::copy(QStringLiteral(SHOP_PROGRAM), program()); }
+    Start() {
+        QFile::copy(QStringLiteral(SHOP_PROGRAM), program());
+        QFile::copy(QStringLiteral(SHOP_READER), reader());
+    }
+    QString reader() const { return folder.filePath("hengshanghui-reader"); }
     QString program() const { return folder.filePath("hengshanghui"); }
     QString path() const { return folder.filePath("VelmorClientBank.mdb"); }
 
@@ -73,6 +77,18 @@ TEST_F(Start, WithoutTheFile) {
 TEST_F(Start, WithAFileThatIsNoDatabase) {
     write("a letter");
     expectEnd("不是本系统的数据库");
+}
+
+TEST_F(Start, WithTheAccessFileOfAnotherProgram) {
+    QFile::copy(QStringLiteral(SAMPLES "/import/orders.mdb"), path());
+    expectEnd("缺少表 clientTable");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 3) << "nothing new beside it";
+}
+
+TEST_F(Start, WithOldBooksAndNoReaderForThem) {
+    QFile::copy(QStringLiteral(SAMPLES "/legacy/VelmorClientBank.mdb"), path());
+    QFile::remove(reader());
+    expectEnd("找不到读取 Access 文件的程序");
 }
 
 TEST_F(Start, WithATruncatedFile) {
