@@ -17,6 +17,7 @@
 
 #include <cstdlib>
 #include <map>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -222,6 +223,38 @@ TEST_F(TakeOver, KilledInTheMiddleTheOldStateStandsAndTheNextRunSucceeds) {
         ASSERT_EQ(WEXITSTATUS(status), 9) << killAt;
         EXPECT_EQ(contents(path()), before);
     }
+    takeOver(path());
+    EXPECT_EQ(databaseFault(path()), u"");
+}
+
+TEST_F(TakeOver, KilledAtAnyMomentTheOldStateStandsOrTheNewOne) {
+    const QByteArray before = contents(path());
+    int old = 0;
+    for (int moment = 2; moment <= 200; moment += 9) {
+        const pid_t child = fork();
+        if (child == 0) {
+            const itimerval killing{{0, 0}, {0, moment * 1000}};
+            setitimer(ITIMER_REAL, &killing, nullptr); // its signal ends the process
+            takeOver(path());
+            std::_Exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        if (contents(path()) == before) {
+            ++old;
+            continue;
+        }
+        EXPECT_EQ(databaseFault(path()), u"") << moment;
+        Session session(path());
+        Statement rows = session.cn.prepare("SELECT (SELECT count(*) FROM clientTable) || ' ' || "
+                                            "(SELECT count(*) FROM clientlineTable)");
+        ASSERT_TRUE(rows.step());
+        EXPECT_EQ(rows.text(0), u"120 15") << moment;
+        EXPECT_TRUE(QDir(folder.path()).remove("VelmorClientBank-旧版.mdb"));
+        QFile::remove(path());
+        ASSERT_TRUE(QFile::copy(QStringLiteral(SAMPLES "/legacy/VelmorClientBank.mdb"), path()));
+    }
+    EXPECT_GT(old, 0);
     takeOver(path());
     EXPECT_EQ(databaseFault(path()), u"");
 }
