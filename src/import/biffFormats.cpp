@@ -51,10 +51,10 @@ QString serialText(double serial, bool from1904) {
         ++days;
         seconds = 0;
     }
-    const QString time = QStringLiteral("%1:%2:%3")
-                             .arg(seconds / 3600)
-                             .arg(seconds / 60 % 60, 2, 10, QChar(u'0'))
-                             .arg(seconds % 60, 2, 10, QChar(u'0'));
+    QString time = QStringLiteral("%1:%2:%3")
+                       .arg(seconds / 3600)
+                       .arg(seconds / 60 % 60, 2, 10, QChar(u'0'))
+                       .arg(seconds % 60, 2, 10, QChar(u'0'));
     if (days == 0 && !from1904)
         return time;
     // The 29th of February 1900 counts, though it never was.

@@ -225,7 +225,7 @@ private:
             const QString name = cell(top, column).trimmed();
             rows.columns << (name.isEmpty() ? QStringLiteral("F%1").arg(column - left + 1) : name);
         }
-        const auto width = std::size_t(right - left + 1);
+        const std::size_t width = std::size_t(right - left) + 1;
         rows.cells.resize(std::size_t(bottom - top) * width);
         for (const auto& [place, text] : m_cells)
             if (place.first > top)

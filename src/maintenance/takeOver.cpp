@@ -175,7 +175,7 @@ void flush(const QString& path) {
 QString keptName(const QString& path) {
     const QFileInfo info(path);
     for (int i = 1;; ++i) {
-        const QString name =
+        QString name =
             info.dir().filePath(QStringLiteral("%1-旧版%2.mdb")
                                     .arg(info.completeBaseName(), i == 1 ? QString() : QString::number(i)));
         if (!QFileInfo::exists(name))
