@@ -25,15 +25,18 @@ void takeOrderNumber(Session& session) {
 }
 
 /// Requery puts the filter off and goes to the first row, but the register counts on the buyer's row. It is
-/// found again by its identity, since two customers may bear one number.
+/// found again by its identity, since two customers may bear one number. A filter that has ceased to show him
+/// (his name was changed since the search) is given up for him.
 void requeryInPlace(const RecordsetPtr& clients) {
     const auto row = clients->currentRow();
     const QString filter = clients->Filter();
     clients->Requery();
     if (!filter.isEmpty())
         clients->setFilter(filter);
-    if (row)
-        clients->moveToRow(*row);
+    if (!row || clients->moveToRow(*row))
+        return;
+    clients->clearFilter();
+    clients->moveToRow(*row);
 }
 
 void refreshBuyer(Session& session) {
@@ -41,8 +44,11 @@ void refreshBuyer(Session& session) {
     if (!lines->hasRows())
         return;
     lines->setFilter(keyCondition(QStringLiteral("客户编号"), session.currentClientNum));
-    const LineSums sums = sumsOfView(lines);
-    writeClientTotals(session.clientTable, sums, rateText(marginRate(sums)));
+    // Without a customer to write on, the sale is booked all the same; the next start counts his totals.
+    if (session.clientTable->currentRow()) {
+        const LineSums sums = sumsOfView(lines);
+        writeClientTotals(session.clientTable, sums, rateText(marginRate(sums)));
+    }
     requeryInPlace(session.clientTable);
 }
 
