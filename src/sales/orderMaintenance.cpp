@@ -196,11 +196,14 @@ bool OrderMaintenance::returnLine(const KeptLine& line) {
 
 void OrderMaintenance::giveBack(const KeptLine& line, bool& toProduct) {
     const RecordsetPtr& clients = m_session.clientTable;
-    if (!clients->hasRows())
+    if (!clients->isOpen())
         return;
     const QuietWalk walk(clients);
+    // Before the test for rows: a search of the register without hits must not keep goods from coming back.
     clients->clearFilter();
     m_session.buyList->clearFilter();
+    if (!clients->hasRows())
+        return;
     clients->MoveFirst();
     clients->Find(keyCondition(QStringLiteral("客户编号"), line.client));
     if (!clients->isEOF())
