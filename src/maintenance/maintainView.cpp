@@ -92,7 +92,7 @@ void MaintainView::activate() {
 
 void MaintainView::leave() {
     m_grid->commitEditor();
-    discardEdits(cursor());
+    dropEdits(cursor());
 }
 
 void MaintainView::data_order() {

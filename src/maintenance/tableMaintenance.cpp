@@ -141,6 +141,11 @@ void discardEdits(const RecordsetPtr& cursor) {
     });
 }
 
+void dropEdits(const RecordsetPtr& cursor) {
+    if (cursor->isOpen())
+        cursor->CancelBatch(3);
+}
+
 void removeAllRows(Session& session, const MaintainedTable& table) {
     runStatement(session.cn, QStringLiteral("Delete * From ") + QString::fromUtf16(table.table));
     (session.*table.cursor)->Requery();
@@ -152,6 +157,7 @@ void removeClient(Session& session, const std::function<void()>& yield) {
     const QuietWalk clientWalk(clients);
     const QuietWalk lineWalk(lines);
     WriteBatch batch(session.cn);
+    clients->CancelUpdate(); // the stored number tells whose lines go, not one typed and never saved
     if (lines->isOpen())
         lines->setFilter(
             keyCondition(QStringLiteral("客户编号"), clients->Fields(QStringLiteral("客户编号")).text()));
@@ -169,6 +175,7 @@ void removeLine(Session& session, const std::function<void()>& /*yield*/) {
     const RecordsetPtr& lines = session.buyList;
     const QuietWalk walk(lines);
     WriteBatch batch(session.cn);
+    lines->CancelUpdate(); // what goes back is what was stored
     const double quantity = lines->Fields(QStringLiteral("数量")).number();
     const QString product = lines->Fields(QStringLiteral("产品编号")).text();
     lines->Delete();

@@ -47,11 +47,14 @@ std::span<const MaintainedTable> maintainedTables();
 /// Writes all pending edits, or gives them up; failures are passed over, a refused row stays pending.
 void saveEdits(Session& session, const RecordsetPtr& cursor);
 void discardEdits(const RecordsetPtr& cursor);
+/// Gives up all pending edits, also those of rows that the Filter hides: what leaving the window does.
+void dropEdits(const RecordsetPtr& cursor);
 
 /// Deletes every row of the table and reads it again. What hangs on its rows in other tables stays.
 void removeAllRows(Session& session, const MaintainedTable& table);
 
-/// Deletes the current customer and his lines: one transaction.
+/// Deletes the current customer and his lines: one transaction. Unsaved edits of the row go first, here and
+/// below: whose lines go and what goes back is told by what is stored.
 void removeClient(Session& session, const std::function<void()>& yield);
 
 /// Deletes the current line and gives its quantity back to the stock, if other lines are left and the product
