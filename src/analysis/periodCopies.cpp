@@ -78,6 +78,12 @@ void buildPeriodCopies(Session& session, const QString& condition, PeriodCopies 
     errors.run([&] { session.productTable->setFilter(condition); });
 }
 
+void takePeriod(Session& session, const QString& start, const QString& end) {
+    session.periodStart = session.periodDate1 = start;
+    session.periodEnd = session.periodDate2 = end;
+    showPeriodSource(session);
+}
+
 void showPeriodSource(Session& session) {
     for (const PeriodMark& mark : kMarks) {
         if (mark.whole != session.showSource)

@@ -206,9 +206,7 @@ void PeriodDialog::confirm() {
 
 void PeriodDialog::buildForViews(const QString& condition) {
     buildPeriodCopies(m_session, condition, PeriodCopies::All);
-    m_session.periodStart = m_picks.start.text;
-    m_session.periodEnd = m_picks.end.text;
-    showPeriodSource(m_session);
+    takePeriod(m_session, m_picks.start.text, m_picks.end.text);
     IgnoringErrors errors;
     errors.run([&] { search_display(); });
     finish();
@@ -216,9 +214,7 @@ void PeriodDialog::buildForViews(const QString& condition) {
 
 void PeriodDialog::buildForRegister(const QString& condition) {
     buildPeriodCopies(m_session, condition, PeriodCopies::ForTheRegister);
-    m_session.periodStart = m_picks.start.text;
-    m_session.periodEnd = m_picks.end.text;
-    showPeriodSource(m_session);
+    takePeriod(m_session, m_picks.start.text, m_picks.end.text);
     if (m_session.periodPurpose != u"打印客户资料") {
         if (m_session.clientTable2->isOpen())
             m_session.clientTable2->setPageSize(kRegisterPage);
