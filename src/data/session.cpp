@@ -1,6 +1,7 @@
 #include "data/session.h"
 
 #include "recordset/condition.h"
+#include "recordset/error.h"
 #include "recordset/textNumber.h"
 
 namespace {
@@ -13,14 +14,24 @@ QString firstRowText(const RecordsetPtr& recordset, const QString& field) {
 
 Session::Session(const QString& databasePath)
     : cn(databasePath) {
-    for (RecordsetPtr* slot :
-         {&clientTable,  &buyList,      &productTable,  &productTable2,       &buyList2,
-          &clientTable2, &clientTable3, &clerkClients,  &productClients,      &tempTable2,
-          &buyList3,     &product_Bank, &product_Bank2, &stock_Count_Bank,    &return_Bank,
-          &return_Bank2, &no_use_Bank,  &no_use_Bank2,  &out_of_Bank,         &out_of_Bank2,
-          &counterCode,  &orderTable,   &saleTable,     &buy_Frequence_Table, &month_Table,
-          &orderTotals,  &clerkTotals,  &scratch})
+    for (RecordsetPtr* slot : {&clientTable,    &buyList,          &productTable, &productTable2,
+                               &buyList2,       &clientTable2,     &clientTable3, &clerkClients,
+                               &productClients, &tempTable2,       &buyList3,     &product_Bank,
+                               &product_Bank2,  &stock_Count_Bank, &return_Bank,  &return_Bank2,
+                               &no_use_Bank,    &no_use_Bank2,     &out_of_Bank,  &out_of_Bank2,
+                               &counterCode,    &orderTable,       &saleTable,    &buy_Frequence_Table,
+                               &month_Table,    &orderTotals,      &clerkTotals,  &oneProduct,
+                               &scratch})
         *slot = std::make_shared<Recordset>(cn);
+}
+
+void Session::reopenIfThere(RecordsetPtr& slot, const QString& table) {
+    try {
+        reopen(slot, QStringLiteral("Select * From ") + table);
+    } catch (const RuntimeError& error) {
+        if (error.number() != ErrorNumber::TableMissing)
+            throw;
+    }
 }
 
 void Session::openMainCursors() {
@@ -58,6 +69,14 @@ void Session::readCurrent() {
     currentContact = firstRowText(clientTable, QStringLiteral("联系人"));
     currentProductNum = firstRowText(buyList, QStringLiteral("产品编号"));
     currentOrderNum = firstRowText(buyList, QStringLiteral("订单号"));
+}
+
+void Session::takeCustomer(const RecordsetPtr& clients) {
+    if (!clients->currentRow())
+        return;
+    currentClientNum = clients->Fields(QStringLiteral("客户编号")).text();
+    currentClientName = clients->Fields(QStringLiteral("单位名称")).text();
+    currentContact = clients->Fields(QStringLiteral("联系人")).text();
 }
 
 QString counterText(const std::optional<double>& number) {

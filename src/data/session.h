@@ -123,13 +123,17 @@ public:
     RecordsetPtr month_Table;
     RecordsetPtr orderTotals;
     RecordsetPtr clerkTotals;
-    RecordsetPtr scratch; // what one view picks out for the next window
+    RecordsetPtr oneProduct; // the stock of one product, for its window
+    RecordsetPtr scratch;    // what one view picks out for the next window
 
     /// Today, without a time; tests put their own day here.
     std::function<QDate()> today = [] { return QDate::currentDate(); };
     QString todayText() const { return dateText(Moment::fromDate(today())); }
 
     void reopen(RecordsetPtr& slot, const QString& source) { ::reopen(slot, cn, source); }
+
+    /// Opens a slot on all rows of a table. A table that is missing leaves it closed: work tables may be so.
+    void reopenIfThere(RecordsetPtr& slot, const QString& table);
 
     /// Opens the cursors on customers, lines and products; with rows in none of them all is well too.
     void openMainCursors();
@@ -139,6 +143,8 @@ public:
     void readCounters();
     /// Customer, product and order in hand from the first rows, empty without rows.
     void readCurrent();
+    /// The current row of a customer cursor becomes the customer in hand; without one nothing changes.
+    void takeCustomer(const RecordsetPtr& clients);
 };
 
 /// A counter as boxes, keys and conditions show it: "1001", "" while it is unset.

@@ -82,6 +82,7 @@ void addClient(Session& session, const QStringList& boxes) {
     record_Write(session, boxes);
     session.clientTable->Update();
     takeClientNumber(session);
+    session.takeCustomer(session.clientTable);
     batch.finish();
 }
 

@@ -20,7 +20,8 @@ QStringList record_Display(Session& session);
 /// customer wipes these two figures until the next recount or settlement. That is meant.
 void record_Write(Session& session, const QStringList& boxes);
 
-/// Adds a customer and, if his number is the proposed one, uses that number up. The new customer is current.
+/// Adds a customer and, if his number is the proposed one, uses that number up. The new customer is current
+/// and the customer in hand.
 void addClient(Session& session, const QStringList& boxes);
 
 /// Writes the boxes into the current customer.

@@ -209,9 +209,7 @@ void dataInputFm1::rowChosen() {
     if (!clients->hasRows() || !clients->currentRow())
         return;
     showRecord();
-    m_session.currentClientNum = clients->Fields(QStringLiteral("客户编号")).text();
-    m_session.currentClientName = clients->Fields(QStringLiteral("单位名称")).text();
-    m_session.currentContact = clients->Fields(QStringLiteral("联系人")).text();
+    m_session.takeCustomer(clients);
 }
 
 bool dataInputFm1::refuseWhileAdding(const QString& message) {

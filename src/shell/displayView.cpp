@@ -94,7 +94,7 @@ void DisplayView::leave() {
 void DisplayView::load() {
     RecordsetPtr& whole = *sourceCursor(m_session, m_description.whole);
     if (!whole->isOpen())
-        m_session.reopen(whole, QStringLiteral("Select * From ") + QString::fromUtf16(m_description.table));
+        m_session.reopenIfThere(whole, QString::fromUtf16(m_description.table));
 }
 
 void DisplayView::activate() {
@@ -193,8 +193,8 @@ void DisplayView::data_search() {
 
 void DisplayView::data_print() {
     m_grid->commitEditor();
-    const RecordsetPtr shown = cursor();
-    if (!shown || !shown->hasRows())
+    const RecordsetPtr asked = m_description.asksWholeForRows ? wholeCursor() : cursor();
+    if (!asked || !asked->hasRows())
         return;
     m_session.reportFormTitle = QString::fromUtf16(m_description.reportTitle);
     const bool isWhole = viewNumber() == m_description.whole;

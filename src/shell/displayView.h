@@ -24,6 +24,7 @@ struct DisplayDescription {
     bool clearsFilter = false;        // an activation of the whole table takes its filter off
     bool periodDatesFromRows = false; // with rows, the period copy shows their dates too
     bool editable = false;            // cells can be typed into
+    bool asksWholeForRows = false;    // printing asks the whole table for rows, whatever is shown
     /// Whole-show code of a view that shows its one table whatever showSource says; 0 for any other view.
     int ownSource = 0;
 };

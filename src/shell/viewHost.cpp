@@ -55,7 +55,13 @@ View* ViewHost::loaded(const QString& name) {
     View* view = m_views.value(name)();
     m_loaded[name] = view;
     m_area.addWidget(view);
-    view->load();
+    try {
+        view->load();
+    } catch (...) {
+        m_loaded.remove(name);
+        delete view;
+        throw;
+    }
     return view;
 }
 
@@ -77,9 +83,9 @@ void ViewHost::show(const QString& name) {
 }
 
 void ViewHost::showFromMenu(const QString& name) {
-    m_session.activeViewName = name;
     if (!isActive(name))
         return show(name);
+    m_session.activeViewName = name;
     for (const RecordsetPtr& cursor : {m_session.clientTable, m_session.buyList, m_session.productTable})
         if (cursor->isOpen())
             cursor->clearFilter();

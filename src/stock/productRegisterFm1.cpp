@@ -8,6 +8,7 @@
 #include "controls/recordBoxes.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
+#include "recordset/ignoringErrors.h"
 #include "recordset/textNumber.h"
 #include "stock/productRegister.h"
 #include "stock/stockCount.h"
@@ -27,12 +28,17 @@ struct Gateway {
     const char16_t* caption;
     const char16_t* view;
     bool refusedWhileAdding;
+    bool passesErrors;
 };
 constexpr Gateway kGateways[] = {
-    {9, u"产品销售显示", u"statisticFm2", true},   {10, u"销售库存显示", u"stockFm1", true},
-    {11, u"产品入库显示", u"stock_BankFm1", true}, {12, u"继续盘点", u"stock_CountFm1", false},
-    {13, u"新建盘点库", u"stock_CountFm1", false}, {14, u"退库", u"stock_ReturnFm1", false},
-    {15, u"调拨", u"stock_out_of_BankFm1", false}, {16, u"报废", u"stock_no_use_BankFm1", false},
+    {9, u"产品销售显示", u"statisticFm2", true, true},
+    {10, u"销售库存显示", u"stockFm1", true, true},
+    {11, u"产品入库显示", u"stock_BankFm1", true, true},
+    {12, u"继续盘点", u"stock_CountFm1", false, true},
+    {13, u"新建盘点库", u"stock_CountFm1", false, true},
+    {14, u"退库", u"stock_ReturnFm1", false, false},
+    {15, u"调拨", u"stock_out_of_BankFm1", false, false},
+    {16, u"报废", u"stock_no_use_BankFm1", false, false},
 };
 
 /// Lets pending window events run without letting the user in.
@@ -428,8 +434,14 @@ void productRegisterFm1::openView(int number) {
         const QString view = QString::fromUtf16(gateway.view);
         if (!m_host.knows(view))
             return m_host.tellNotYet(QString::fromUtf16(gateway.caption));
-        if (canOpen(number))
-            m_host.show(view);
+        const auto open = [&] {
+            if (canOpen(number))
+                m_host.show(view);
+        };
+        if (!gateway.passesErrors)
+            return open();
+        IgnoringErrors errors;
+        errors.run(open);
         return;
     }
 }
@@ -437,6 +449,11 @@ void productRegisterFm1::openView(int number) {
 bool productRegisterFm1::canOpen(int number) {
     const RecordsetPtr& products = m_session.productTable;
     switch (number) {
+    case 9:
+        if (!m_session.buyList->isOpen())
+            return false;
+        m_session.buyList->clearFilter();
+        return m_session.buyList->hasRows();
     case 10:
         if (!products->isOpen())
             return false;

@@ -29,9 +29,9 @@ bool pickOneProduct(Session& session, const RecordsetPtr& products, int viewNumb
     const QString number = products->Fields(QStringLiteral("产品编号")).text();
     const QString table = viewNumber == ShowSource::PeriodProducts ? QStringLiteral("productTable2")
                                                                    : QStringLiteral("productTable");
-    session.reopen(session.scratch,
+    session.reopen(session.oneProduct,
                    QStringLiteral("Select 产品编号, 品名, 规格, 厂家, 产地, 数量,计量单位 From ") + table);
-    session.scratch->setFilter(keyCondition(QStringLiteral("产品编号"), number));
+    session.oneProduct->setFilter(keyCondition(QStringLiteral("产品编号"), number));
     return true;
 }
 

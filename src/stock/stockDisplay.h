@@ -16,11 +16,11 @@ StockSums stockSums(const RecordsetPtr& products);
 /// The same, and the cursor ends on its last row.
 StockSums stock_Count(const RecordsetPtr& products);
 
-/// Puts the product of the current row, from the table or its period copy by the view number, alone on the
-/// scratch cursor. False without a current row.
+/// Puts the product of the current row, from the table or its period copy by the view number, alone on a
+/// cursor of its own. False without a current row.
 bool pickOneProduct(Session& session, const RecordsetPtr& products, int viewNumber);
 
-/// The lines that show the scratch cursor's row: "name----value" a column, each followed by an empty line.
+/// The lines that show a product's row: "name----value" a column, each followed by an empty line.
 QStringList oneProductLines(const RecordsetPtr& product);
 
 /// Filters the cursor on the products at or below the safety stock.

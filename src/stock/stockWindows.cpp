@@ -135,10 +135,10 @@ bool stockFm3::event(QEvent* event) {
 
 void stockFm3::fill() {
     m_list->clear();
-    m_list->addItems(oneProductLines(m_session.scratch));
-    const bool any = m_session.scratch->hasRows();
-    m_quantity->setText(any ? m_session.scratch->Fields(QStringLiteral("数量")).text() : QString());
-    m_name->setText(any ? m_session.scratch->Fields(QStringLiteral("品名")).text() : QString());
+    m_list->addItems(oneProductLines(m_session.oneProduct));
+    const bool any = m_session.oneProduct->hasRows();
+    m_quantity->setText(any ? m_session.oneProduct->Fields(QStringLiteral("数量")).text() : QString());
+    m_name->setText(any ? m_session.oneProduct->Fields(QStringLiteral("品名")).text() : QString());
 }
 
 statisticFm4::statisticFm4(ViewHost& host, Prompts& prompts)

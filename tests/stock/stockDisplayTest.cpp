@@ -76,7 +76,7 @@ TEST_F(StockDisplay, OneProductIsPickedOutWithSevenColumns) {
     open();
     session().productTable->MoveLast();
     ASSERT_TRUE(pickOneProduct(session(), session().productTable, 3));
-    EXPECT_EQ(oneProductLines(session().scratch),
+    EXPECT_EQ(oneProductLines(session().oneProduct),
               (QStringList{"产品编号----o'n", "", "品名----笔", "", "规格----规格o'n", "", "厂家----厂家o'n",
                            "", "产地----产地o'n", "", "数量----4", "", "计量单位----个", ""}));
 }
@@ -88,13 +88,13 @@ TEST_F(StockDisplay, OneProductOfThePeriodComesFromTheCopy) {
     books.execute("UPDATE productTable2 SET 数量 = 77");
     session().reopen(session().productTable2, "Select * From productTable2");
     ASSERT_TRUE(pickOneProduct(session(), session().productTable2, 4));
-    EXPECT_EQ(session().scratch->Fields("数量").text(), u"77");
+    EXPECT_EQ(session().oneProduct->Fields("数量").text(), u"77");
 }
 
 TEST_F(StockDisplay, WithoutARowThereIsNoProductToPick) {
     open();
     EXPECT_FALSE(pickOneProduct(session(), session().productTable, 3));
-    EXPECT_TRUE(oneProductLines(session().scratch).isEmpty());
+    EXPECT_TRUE(oneProductLines(session().oneProduct).isEmpty());
 }
 
 TEST_F(StockDisplay, DeletingAStockInRowLeavesTheStock) {
