@@ -1,6 +1,8 @@
 #include "analysis/periodCopies.h"
 
+#include "data/cursorMoves.h"
 #include "data/sourceTable.h"
+#include "data/workTable.h"
 #include "recordset/ignoringErrors.h"
 
 #include <utility>
@@ -26,21 +28,9 @@ constexpr WorkCopy kOthers[] = {
 /// Drops a copy, makes it again and opens its cursor, each step whatever became of the one before.
 void rebuild(IgnoringErrors& errors, Session& session, const WorkCopy& copy, const QString& where) {
     const QString table = QString::fromUtf16(copy.table);
-    RecordsetPtr& cursor = session.*copy.cursor;
-    // Whoever still shows the old copy is cut off before it goes, so that nobody reads it in for keeping.
-    if (cursor->isOpen())
-        cursor->Close();
-    {
-        WriteBatch batch(session.cn);
-        errors.run([&] { runStatement(session.cn, QStringLiteral("Drop Table ") + table); });
-        errors.run([&] {
-            runStatement(session.cn, QStringLiteral("Select * Into %1 From %2 Where ")
-                                             .arg(table, QString::fromUtf16(copy.source)) +
-                                         where);
-        });
-        batch.finish();
-    }
-    errors.run([&] { session.reopen(cursor, QStringLiteral("Select * From ") + table); });
+    const QString into =
+        QStringLiteral("Select * Into %1 From %2 Where ").arg(table, QString::fromUtf16(copy.source));
+    rebuildWorkTable(session, session.*copy.cursor, table, {into + where}, errors);
 }
 
 struct PeriodMark {
@@ -120,11 +110,7 @@ void filterShownCursor(Session& session, const QString& condition) {
     cursor->setFilter(condition);
     if (session.showSource > ShowSource::Products)
         return;
-    cursor->setSort(QStringLiteral("日期"));
-    session.periodDate1 = session.periodDate2 = QString();
-    if (!cursor->hasRows())
-        return;
-    session.periodDate1 = cursor->Fields(QStringLiteral("日期")).text();
-    cursor->MoveLast();
-    session.periodDate2 = cursor->Fields(QStringLiteral("日期")).text();
+    const DateSpan dates = sortByDate(cursor);
+    session.periodDate1 = dates.first;
+    session.periodDate2 = dates.last;
 }

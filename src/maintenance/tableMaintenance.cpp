@@ -1,5 +1,6 @@
 #include "maintenance/tableMaintenance.h"
 
+#include "data/cursorMoves.h"
 #include "data/searchTexts.h"
 #include "recordset/ignoringErrors.h"
 
@@ -92,24 +93,13 @@ constexpr MaintainedTable kTables[] = {
      .removeRow = removeProduct},
 };
 
-/// Moves on from a row that was just deleted, at the end to the last row.
-void moveOn(const RecordsetPtr& cursor) {
-    cursor->MoveNext();
-    if (cursor->isEOF() && cursor->hasRows())
-        cursor->MoveLast();
-}
-
 void giveBack(Session& session, const QString& product, double quantity) {
     const RecordsetPtr& products = session.productTable;
     if (!products->isOpen())
         return;
     const QuietWalk walk(products);
     products->clearFilter();
-    if (!products->hasRows())
-        return;
-    products->MoveFirst();
-    products->Find(keyCondition(QStringLiteral("产品编号"), product));
-    if (products->isEOF())
+    if (!findKey(products, QStringLiteral("产品编号"), product))
         return;
     Field stock = products->Fields(QStringLiteral("数量"));
     stock.setValue(checkedFinite(stock.number() + quantity));
@@ -167,7 +157,7 @@ void removeClient(Session& session, const std::function<void()>& yield) {
         lines->MoveNext();
         yield();
     }
-    moveOn(clients);
+    moveOnAfterDeletion(clients);
     batch.finish();
 }
 
@@ -179,7 +169,7 @@ void removeLine(Session& session, const std::function<void()>& /*yield*/) {
     const double quantity = lines->Fields(QStringLiteral("数量")).number();
     const QString product = lines->Fields(QStringLiteral("产品编号")).text();
     lines->Delete();
-    moveOn(lines);
+    moveOnAfterDeletion(lines);
     // The last line of all gives nothing back: that is meant.
     if (lines->hasRows())
         giveBack(session, product, quantity);
@@ -189,5 +179,5 @@ void removeLine(Session& session, const std::function<void()>& /*yield*/) {
 void removeProduct(Session& session, const std::function<void()>& /*yield*/) {
     const QuietWalk walk(session.productTable);
     session.productTable->Delete();
-    moveOn(session.productTable);
+    moveOnAfterDeletion(session.productTable);
 }

@@ -1,5 +1,6 @@
 #include "sales/basket.h"
 
+#include "data/cursorMoves.h"
 #include "recordset/error.h"
 #include "recordset/ignoringErrors.h"
 #include "recordset/textNumber.h"
@@ -156,9 +157,7 @@ bool check_Repeat_ProductNum(const RecordsetPtr& basket, const QString& productN
         return false;
     const QuietWalk walk(basket);
     const auto before = basket->currentRow();
-    basket->MoveFirst();
-    basket->Find(keyCondition(QStringLiteral("产品编号"), productNum));
-    if (!basket->isEOF())
+    if (findKey(basket, QStringLiteral("产品编号"), productNum))
         return true;
     if (before)
         basket->moveToRow(*before);
@@ -224,8 +223,7 @@ BasketEdit afterBasketEdit(Session& session, const RecordsetPtr& basket) {
     const RecordsetPtr& products = session.productTable;
     const QuietWalk walk(products);
     products->clearFilter();
-    products->Find(keyCondition(QStringLiteral("产品编号"), field(basket, u"产品编号")));
-    if (products->isEOF()) {
+    if (!findKey(products, QStringLiteral("产品编号"), field(basket, u"产品编号"))) {
         basket->Fields(QStringLiteral("数量")).setValue(0.0);
         setSums(basket, 0, 0, 0);
         return BasketEdit::Done;

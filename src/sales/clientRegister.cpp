@@ -1,5 +1,6 @@
 #include "sales/clientRegister.h"
 
+#include "data/cursorMoves.h"
 #include "data/searchTexts.h"
 #include "recordset/condition.h"
 #include "recordset/error.h"
@@ -23,9 +24,7 @@ QString searchText(const QString& text) {
 /// Uses the proposed number up if a customer bears it now; the cursor stays on the new customer.
 void takeClientNumber(Session& session) {
     const Bookmark added = session.clientTable->Bookmark();
-    session.clientTable->MoveFirst();
-    session.clientTable->Find(keyCondition(QStringLiteral("客户编号"), counterText(session.nextClientNum)));
-    if (!session.clientTable->isEOF()) {
+    if (findKey(session.clientTable, QStringLiteral("客户编号"), counterText(session.nextClientNum))) {
         session.nextClientNum = session.nextClientNum.value_or(0) + 1;
         writeCounter(session, QStringLiteral("counterNum"), *session.nextClientNum);
     }
@@ -97,9 +96,7 @@ void deleteClient(Session& session) {
     WriteBatch batch(session.cn);
     const QString number = clients->Fields(QStringLiteral("客户编号")).text();
     clients->Delete();
-    clients->MoveNext();
-    if (clients->isEOF() && clients->hasRows())
-        clients->MoveLast();
+    moveOnAfterDeletion(clients);
     deleteLinesOf(session, number);
     batch.finish();
 }
@@ -130,16 +127,9 @@ bool searchClients(Session& session, const QString& text) {
 }
 
 void set_date1_date2(Session& session) {
-    const RecordsetPtr& lines = session.buyList;
-    session.periodDate1.clear();
-    session.periodDate2.clear();
-    if (!lines->hasRows())
-        return;
-    const QuietWalk walk(lines);
-    lines->setSort(QStringLiteral("日期"));
-    session.periodDate1 = lines->Fields(QStringLiteral("日期")).text();
-    lines->MoveLast();
-    session.periodDate2 = lines->Fields(QStringLiteral("日期")).text();
+    const DateSpan dates = sortByDate(session.buyList);
+    session.periodDate1 = dates.first;
+    session.periodDate2 = dates.last;
 }
 
 void rs2_Search(Session& session, const QString& condition) {

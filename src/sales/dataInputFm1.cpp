@@ -6,6 +6,7 @@
 #include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
+#include "data/cursorMoves.h"
 #include "recordset/textNumber.h"
 #include "sales/clientRegister.h"
 
@@ -200,10 +201,7 @@ void dataInputFm1::rowChosen() {
     const RecordsetPtr& clients = m_session.clientTable;
     if (m_adding || m_purchasing || !clients->isOpen())
         return;
-    if (clients->hasRows() && clients->isEOF())
-        clients->MoveLast();
-    else if (clients->hasRows() && clients->isBOF())
-        clients->MoveFirst();
+    backOntoARow(clients);
     showPosition();
     record_Clear();
     if (!clients->hasRows() || !clients->currentRow())

@@ -1,6 +1,8 @@
 #include "sales/orderMaintenance.h"
 
+#include "data/cursorMoves.h"
 #include "data/recount.h"
+#include "data/workTable.h"
 #include "recordset/error.h"
 #include "recordset/ignoringErrors.h"
 #include "recordset/textNumber.h"
@@ -21,17 +23,12 @@ bool isNumberBox(int box) {
     return box == LineBox::Price || box == LineBox::Quantity || box == LineBox::Due || box == LineBox::Paid;
 }
 
-/// Makes buyList3 an empty table shaped like buyList, each statement whatever became of the one before.
+/// Makes buyList3 an empty table shaped like buyList. Throws RuntimeError where it cannot be made.
 void emptyLinesTable(Session& session) {
     IgnoringErrors errors;
-    WriteBatch batch(session.cn);
-    if (session.buyList3->isOpen())
-        session.buyList3->Close();
-    errors.run([&] { runStatement(session.cn, QStringLiteral("Drop Table buyList3 ")); });
-    runStatement(session.cn, QStringLiteral("Select Top 1 * Into buyList3 From buyList"));
-    runStatement(session.cn, QStringLiteral("Delete * From buyList3 "));
-    batch.finish();
-    session.reopen(session.buyList3, QStringLiteral("Select * From buyList3 "));
+    rebuildEmpty(session, session.buyList3, QStringLiteral("buyList3"), QStringLiteral("buyList"), errors);
+    if (!session.buyList3->isOpen())
+        session.reopen(session.buyList3, QStringLiteral("Select * From buyList3 "));
 }
 
 } // namespace
@@ -83,11 +80,9 @@ QString OrderMaintenance::chooseOrder() {
 
 bool OrderMaintenance::findOrder(const QString& number) {
     const QuietWalk walk(m_orders);
-    m_orders->MoveFirst();
-    m_orders->Find(keyCondition(QStringLiteral("订单号"), number));
-    if (!m_orders->isEOF())
+    if (findKey(m_orders, QStringLiteral("订单号"), number))
         return true;
-    m_orders->MoveLast();
+    backOntoARow(m_orders);
     return false;
 }
 
@@ -144,11 +139,7 @@ void OrderMaintenance::save(const QStringList& boxes) {
 bool OrderMaintenance::findProduct(const QString& number) {
     const RecordsetPtr& products = m_session.productTable;
     products->clearFilter();
-    if (!products->hasRows())
-        return false;
-    products->MoveFirst();
-    products->Find(keyCondition(QStringLiteral("产品编号"), number));
-    return !products->isEOF();
+    return findKey(products, QStringLiteral("产品编号"), number);
 }
 
 void OrderMaintenance::addProduct(const KeptLine& line) {
@@ -202,14 +193,10 @@ void OrderMaintenance::giveBack(const KeptLine& line, bool& toProduct) {
     // Before the test for rows: a search of the register without hits must not keep goods from coming back.
     clients->clearFilter();
     m_session.buyList->clearFilter();
-    if (!clients->hasRows())
-        return;
-    clients->MoveFirst();
-    clients->Find(keyCondition(QStringLiteral("客户编号"), line.client));
-    if (!clients->isEOF())
+    if (findKey(clients, QStringLiteral("客户编号"), line.client))
         toProduct = returnLine(line);
     else
-        clients->MoveLast(); // without its customer a line gives nothing back to the stock: that is meant
+        backOntoARow(clients); // without its customer a line gives nothing back to the stock: that is meant
 }
 
 OrderMaintenance::Deleted OrderMaintenance::deleteLine() {
@@ -218,12 +205,10 @@ OrderMaintenance::Deleted OrderMaintenance::deleteLine() {
     const KeptLine line(m_lines);
     m_session.currentClientNum = line.client;
     m_lines->Delete();
-    m_lines->MoveNext();
-    if (m_lines->RecordCount() == 0) {
+    moveOnAfterDeletion(m_lines);
+    if (!m_lines->hasRows()) {
         m_orders->Requery();
         m_chosen = false;
-    } else if (m_lines->isEOF()) {
-        m_lines->MoveLast();
     }
     Deleted result;
     giveBack(line, result.toldTotals);
@@ -259,11 +244,7 @@ void OrderMaintenance::cost_profit_num() {
     const auto client = clients->currentRow();
     const auto line = lines->currentRow();
     clients->clearFilter();
-    if (!clients->hasRows())
-        return;
-    clients->MoveFirst();
-    clients->Find(keyCondition(QStringLiteral("客户编号"), m_session.currentClientNum));
-    if (clients->isEOF())
+    if (!findKey(clients, QStringLiteral("客户编号"), m_session.currentClientNum))
         return;
     const bool any = lines->hasRows();
     lines->setFilter(keyCondition(QStringLiteral("客户编号"), m_session.currentClientNum));
@@ -281,14 +262,9 @@ void OrderMaintenance::cost_profit_num() {
 
 QString orderStockFault(Session& session, const QString& productNum, const QString& quantity) {
     const RecordsetPtr& products = session.productTable;
-    QString missing = QStringLiteral("库存中无此产品");
-    if (!products->hasRows())
-        return missing;
     const QuietWalk walk(products);
-    products->MoveFirst();
-    products->Find(keyCondition(QStringLiteral("产品编号"), productNum));
-    if (products->isEOF())
-        return missing;
+    if (!findKey(products, QStringLiteral("产品编号"), productNum))
+        return QStringLiteral("库存中无此产品");
     const double stock = products->Fields(QStringLiteral("数量")).number();
     if (stock <= 0)
         return QStringLiteral("该产品已无库存！");

@@ -1,5 +1,6 @@
 #include "sales/settlement.h"
 
+#include "data/cursorMoves.h"
 #include "recordset/textNumber.h"
 #include "sales/clientTotals.h"
 
@@ -16,9 +17,7 @@ void appendLines(const RecordsetPtr& lines, const RecordsetPtr& basket) {
 
 /// The number rises only if a line really bears it.
 void takeOrderNumber(Session& session) {
-    session.buyList->MoveFirst();
-    session.buyList->Find(keyCondition(QStringLiteral("订单号"), counterText(session.nextOrderNum)));
-    if (session.buyList->isEOF())
+    if (!findKey(session.buyList, QStringLiteral("订单号"), counterText(session.nextOrderNum)))
         return;
     session.nextOrderNum = session.nextOrderNum.value_or(0) + 1;
     writeCounter(session, QStringLiteral("counterNum2"), *session.nextOrderNum);
@@ -55,10 +54,8 @@ void refreshBuyer(Session& session) {
 void takeOffStock(const RecordsetPtr& products, const RecordsetPtr& basket) {
     const int number = basket->fieldIndex(QStringLiteral("产品编号"));
     const int quantity = basket->fieldIndex(QStringLiteral("数量"));
-    for (int row = 0; row < basket->RecordCount() && products->hasRows(); ++row) {
-        products->MoveFirst();
-        products->Find(keyCondition(QStringLiteral("产品编号"), fieldText(basket->valueAt(row, number))));
-        if (products->isEOF())
+    for (int row = 0; row < basket->RecordCount(); ++row) {
+        if (!findKey(products, QStringLiteral("产品编号"), fieldText(basket->valueAt(row, number))))
             continue;
         Field stock = products->Fields(QStringLiteral("数量"));
         stock.setValue(stock.number() - basket->numberAt(row, quantity));
@@ -70,10 +67,7 @@ void showLastProduct(const RecordsetPtr& products, const RecordsetPtr& basket) {
     if (!products->hasRows())
         return;
     basket->MoveLast();
-    products->MoveFirst();
-    products->Find(
-        keyCondition(QStringLiteral("产品编号"), basket->Fields(QStringLiteral("产品编号")).text()));
-    if (products->isEOF())
+    if (!findKey(products, QStringLiteral("产品编号"), basket->Fields(QStringLiteral("产品编号")).text()))
         products->MoveLast();
 }
 

@@ -1,5 +1,6 @@
 #include "stock/productRegister.h"
 
+#include "data/cursorMoves.h"
 #include "recordset/error.h"
 #include "recordset/textNumber.h"
 
@@ -35,13 +36,9 @@ std::optional<QString> check(const QStringList& boxes, bool withQuantity) {
 
 /// The uniqueness test is made against the history, so that the number of a deleted product stays taken.
 bool isTaken(const RecordsetPtr& history, const QString& number) {
-    if (!history->hasRows())
-        return false;
-    history->MoveFirst();
-    history->Find(keyCondition(QStringLiteral("产品编号"), number));
-    if (!history->isEOF())
+    if (findKey(history, QStringLiteral("产品编号"), number))
         return true;
-    history->MoveLast();
+    backOntoARow(history);
     return false;
 }
 
@@ -60,10 +57,8 @@ bool appendHistory(const RecordsetPtr& history, const QStringList& boxes) {
 /// The proposed number is used up only where a history row holds it now.
 void takeProductNumber(Session& session) {
     const RecordsetPtr& history = session.product_Bank;
-    history->MoveFirst();
-    history->Find(keyCondition(QStringLiteral("产品编号"), counterText(session.nextProductNum)));
-    if (history->isEOF())
-        return history->MoveLast();
+    if (!findKey(history, QStringLiteral("产品编号"), counterText(session.nextProductNum)))
+        return backOntoARow(history);
     session.nextProductNum = toInt32(double(session.nextProductNum.value_or(0)) + 1);
     writeCounter(session, QStringLiteral("counterNum3"), *session.nextProductNum);
 }
@@ -175,7 +170,5 @@ void deleteProduct(Session& session) {
     const RecordsetPtr& products = session.productTable;
     const QuietWalk walk(products);
     products->Delete();
-    products->MoveNext();
-    if (products->isEOF() && products->hasRows())
-        products->MoveLast();
+    moveOnAfterDeletion(products);
 }

@@ -1,5 +1,6 @@
 #include "stock/stockCount.h"
 
+#include "data/workTable.h"
 #include "recordset/ignoringErrors.h"
 
 namespace {
@@ -29,14 +30,11 @@ bool canCountStock(Session& session) {
 void newStockCount(Session& session) {
     IgnoringErrors errors;
     WriteBatch batch(session.cn);
-    errors.run([&] { runStatement(session.cn, QStringLiteral("Drop Table stock_Count_Bank")); });
-    errors.run([&] {
-        runStatement(
-            session.cn,
-            QStringLiteral("Select 流水号, 日期, 产品编号, 品名, 数量, 单价 As 实物数, 折扣 As 亏_盈, 成本, "
-                           "计量单位, 规格, 产地, 厂家 Into stock_Count_Bank From productTable"));
-    });
-    errors.run([&] { session.reopen(session.stock_Count_Bank, kOpen); });
+    rebuildWorkTable(
+        session, session.stock_Count_Bank, QStringLiteral("stock_Count_Bank"),
+        {QStringLiteral("Select 流水号, 日期, 产品编号, 品名, 数量, 单价 As 实物数, 折扣 As 亏_盈, 成本, "
+                        "计量单位, 规格, 产地, 厂家 Into stock_Count_Bank From productTable")},
+        errors);
     const RecordsetPtr count = session.stock_Count_Bank;
     errors.run([&] {
         const QuietWalk walk(count);

@@ -1,5 +1,6 @@
 #include "stock/stockDisplay.h"
 
+#include "data/cursorMoves.h"
 #include "recordset/error.h"
 #include "recordset/textNumber.h"
 
@@ -62,7 +63,5 @@ void deleteStockIn(Session& session) {
     history->MoveFirst();
     history->setBookmark(row);
     history->Delete();
-    history->MoveNext();
-    if (history->isEOF() && history->RecordCount() > 0)
-        history->MoveLast();
+    moveOnAfterDeletion(history);
 }

@@ -5,6 +5,7 @@
 #include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
+#include "data/cursorMoves.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
 #include "recordset/textNumber.h"
@@ -147,25 +148,17 @@ void StockOutChooser::activate() {
 
 void StockOutChooser::showDates() {
     const RecordsetPtr& products = m_session.productTable;
-    if (!products->hasRows()) {
-        m_first->setText(QStringLiteral("0000-0-0"));
-        m_last->setText(QStringLiteral("0000-0-0"));
-        return;
-    }
-    products->setSort(QStringLiteral("日期"));
-    m_first->setText(products->Fields(QStringLiteral("日期")).text());
-    products->MoveLast();
-    m_last->setText(products->Fields(QStringLiteral("日期")).text());
+    const QString noDate = QStringLiteral("0000-0-0");
+    const DateSpan dates = products->hasRows() ? sortByDate(products) : DateSpan{noDate, noDate};
+    m_first->setText(dates.first);
+    m_last->setText(dates.last);
 }
 
 void StockOutChooser::rowChanged() {
     const RecordsetPtr& products = m_session.productTable;
     if (!products->isOpen())
         return;
-    if (products->hasRows() && products->isEOF())
-        products->MoveLast();
-    else if (products->hasRows() && products->isBOF())
-        products->MoveFirst();
+    backOntoARow(products);
     showPosition();
     showProduct();
     showFigures(products->currentRow() ? products->Fields(QStringLiteral("数量")).text()

@@ -2,6 +2,7 @@
 
 #include "controls/formParts.h"
 #include "controls/prompts.h"
+#include "data/cursorMoves.h"
 #include "data/sourceTable.h"
 #include "recordset/textNumber.h"
 #include "stock/stockCount.h"
@@ -78,10 +79,7 @@ void StockPanel::rowChanged(const RecordsetPtr& cursor, bool chosen) {
     m_session.currentProductNum.clear();
     if (!cursor->hasRows())
         return;
-    if (cursor->isEOF())
-        cursor->MoveLast();
-    else if (cursor->isBOF())
-        cursor->MoveFirst();
+    backOntoARow(cursor);
     m_session.currentProductNum = cursor->Fields(QStringLiteral("产品编号")).text();
 }
 
@@ -155,12 +153,7 @@ StockCountPanel::StockCountPanel(ViewHost& host)
 }
 
 void StockCountPanel::rowChanged(const RecordsetPtr& cursor, bool /*chosen*/) {
-    if (!cursor->hasRows())
-        return;
-    if (cursor->isEOF())
-        cursor->MoveLast();
-    else if (cursor->isBOF())
-        cursor->MoveFirst();
+    backOntoARow(cursor);
 }
 
 void StockCountPanel::left(const RecordsetPtr& cursor) {

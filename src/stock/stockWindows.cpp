@@ -3,6 +3,7 @@
 #include "controls/dataGrid.h"
 #include "controls/formParts.h"
 #include "controls/moveButtons.h"
+#include "data/cursorMoves.h"
 #include "data/sourceTable.h"
 #include "stock/stockDisplay.h"
 #include "stock/stockPanels.h"
@@ -200,11 +201,9 @@ void statisticFm4::Fm_Activate_statisticFm4() {
     m_session.showSource = m_session.stockShowSource;
     const RecordsetPtr& products = m_session.productTable;
     if (products->hasRows()) {
-        const QuietWalk walk(products);
-        products->setSort(QStringLiteral("日期"));
-        m_first->setText(products->Fields(QStringLiteral("日期")).text());
-        products->MoveLast();
-        m_last->setText(products->Fields(QStringLiteral("日期")).text());
+        const DateSpan dates = sortByDate(products);
+        m_first->setText(dates.first);
+        m_last->setText(dates.last);
     } else {
         m_first->setText(m_session.periodStart);
         m_last->setText(m_session.periodEnd);

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "recordset/recordset.h"
+
+/// Moves on from a row that was just deleted: to the following row, at the end to the last one.
+void moveOnAfterDeletion(const RecordsetPtr& cursor);
+
+/// Brings a cursor that stands beyond an end back to the row of that end.
+void backOntoARow(const RecordsetPtr& cursor);
+
+/// Makes the first row whose column holds this key current. Without such a row the cursor stands behind its
+/// end and the answer is false; so it is, and nothing moves, on a closed or empty cursor.
+bool findKey(const RecordsetPtr& cursor, const QString& column, const QString& key);
+
+/// First and last 日期 of a cursor, as boxes and heads show them; both empty without rows.
+struct DateSpan {
+    QString first;
+    QString last;
+};
+
+/// Sorts a cursor by 日期, which stays its order, and leaves it on its last row.
+DateSpan sortByDate(const RecordsetPtr& cursor);

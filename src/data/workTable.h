@@ -1,0 +1,16 @@
+#pragma once
+
+#include "data/session.h"
+
+class IgnoringErrors;
+
+/// Makes a work table anew and opens its cursor: the old table dropped, then the statements that make it, all
+/// in one transaction. The cursor is closed first, so that whoever still shows the old rows is cut off instead
+/// of reading them in for keeping. Each statement runs whatever became of the one before; where the table is
+/// missing in the end, the cursor stays closed.
+void rebuildWorkTable(Session& session, RecordsetPtr& cursor, const QString& table,
+                      const QStringList& statements, IgnoringErrors& errors);
+
+/// The same with an empty table that has the columns of another one.
+void rebuildEmpty(Session& session, RecordsetPtr& cursor, const QString& table, const QString& shapedLike,
+                  IgnoringErrors& errors);
