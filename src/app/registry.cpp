@@ -14,8 +14,8 @@ void registerAll(MDIForm1& main, Prompts& prompts) {
     host.registerWindow(QStringLiteral("manualFm1"), [&host] {
         return new manualFm1(host.session().appPath + QStringLiteral("/用户指南(衡商汇).txt"));
     });
-    main.commands().add(QStringLiteral("help"), [&main] { main.showHelp(); });
-    main.commands().add(QStringLiteral("exit"), [&main] { main.askExit(); });
+    main.commands().add(QStringLiteral("help"), [&main](IgnoringErrors&) { main.showHelp(); });
+    main.commands().add(QStringLiteral("exit"), [&main](IgnoringErrors&) { main.askExit(); });
     registerSales(main.commands(), host, prompts);
     registerStock(main.commands(), host, prompts);
     registerAnalysis(main.commands(), host, prompts);

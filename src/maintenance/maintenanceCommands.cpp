@@ -27,9 +27,10 @@ void registerImport(CommandTable& commands, ViewHost& host, Prompts& prompts) {
     host.registerWindow(QStringLiteral("FileInputFm3"),
                         [&host, &prompts, plan] { return new FileInputFm3(*plan, host, prompts); });
     for (const ImportTarget& target : importTargets())
-        commands.add(QString::fromUtf16(target.command), [&host, number = target.number] {
+        commands.add(QString::fromUtf16(target.command), [&host,
+                                                          number = target.number](IgnoringErrors& errors) {
             host.session().importTarget = qint16(number);
-            host.openWindow(QStringLiteral("FileInputFm2"), ViewHost::MainWindow::Stays);
+            errors.run([&] { host.openWindow(QStringLiteral("FileInputFm2"), ViewHost::MainWindow::Stays); });
         });
 }
 
@@ -41,8 +42,10 @@ void registerMaintenance(CommandTable& commands, ViewHost& host, Prompts& prompt
         const QString view = QString::fromUtf16(table.view);
         host.registerView(view, [&host, &prompts, &table] { return new MaintainView(table, host, prompts); });
         commands.add(QStringLiteral("maintain_Data%1").arg(++number),
-                     [&host, view] { host.showFromMenu(view); });
+                     [&host, view](IgnoringErrors& errors) { errors.run([&] { host.showFromMenu(view); }); });
     }
     registerImport(commands, host, prompts);
-    commands.add(QStringLiteral("dataBackup1"), [&host, &prompts] { dataBackup(host.session(), prompts); });
+    commands.add(QStringLiteral("dataBackup1"), [&host, &prompts](IgnoringErrors& errors) {
+        errors.run([&] { dataBackup(host.session(), prompts); });
+    });
 }

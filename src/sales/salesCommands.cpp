@@ -4,6 +4,7 @@
 #include "sales/buyFm1.h"
 #include "sales/dataInputFm1.h"
 #include "sales/paybackFm1.h"
+#include "shell/viewOpeners.h"
 
 namespace {
 
@@ -35,12 +36,12 @@ void registerSales(CommandTable& commands, ViewHost& host, Prompts& prompts) {
                         [&host, &prompts] { return new buyFm1(host.session(), prompts); });
     host.registerView(QStringLiteral("paybackFm1"),
                       [&host, &prompts] { return new paybackFm1(host, prompts); });
-    commands.add(QStringLiteral("maintain_order"),
-                 [&host] { host.showFromMenu(QStringLiteral("paybackFm1")); });
-    commands.add(QStringLiteral("management_client"),
-                 [&host] { host.showFromMenu(QStringLiteral("dataInputFm1")); });
-    commands.add(QStringLiteral("show_one_client2"),
-                 [&host, &prompts] { showOneClientOrders(host, prompts); });
+    static constexpr ViewOpener openers[] = {{u"maintain_order", u"paybackFm1"},
+                                             {u"management_client", u"dataInputFm1"}};
+    addOpeners(commands, host, openers);
+    commands.add(QStringLiteral("show_one_client2"), [&host, &prompts](IgnoringErrors& errors) {
+        errors.run([&] { showOneClientOrders(host, prompts); });
+    });
     commands.add(QStringLiteral("statistic_achievement2"),
-                 [&host, &prompts] { showClerkClients(host, prompts); });
+                 [&host, &prompts](IgnoringErrors&) { showClerkClients(host, prompts); });
 }

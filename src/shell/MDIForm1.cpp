@@ -2,7 +2,6 @@
 
 #include "controls/prompts.h"
 #include "data/recount.h"
-#include "recordset/ignoringErrors.h"
 #include "shell/menuTree.h"
 #include "shell/toolbarTable.h"
 
@@ -205,8 +204,7 @@ void MDIForm1::runCommand(const QString& name, const QString& caption) {
         return m_host.tellNotYet(caption);
     }
     m_sourceBeforeMenu.reset();
-    IgnoringErrors errors;
-    errors.run([&] { m_commands.run(name); });
+    m_commands.run(name);
 }
 
 void MDIForm1::pressToolbar(int index) {

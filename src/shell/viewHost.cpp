@@ -82,6 +82,14 @@ void ViewHost::show(const QString& name) {
         view->activate();
 }
 
+void ViewHost::showOrActivate(const QString& name) {
+    if (!isActive(name))
+        return show(name);
+    m_session.viewReturnState = QStringLiteral("Open");
+    m_session.activeViewName = name;
+    m_active->activate();
+}
+
 void ViewHost::showFromMenu(const QString& name) {
     if (!isActive(name))
         return show(name);

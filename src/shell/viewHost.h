@@ -35,6 +35,8 @@ public:
     /// Puts a view into the one-view area and activates it; the one before is unloaded (statisticFm1 only
     /// hidden). A view that is in front already stays as it is.
     void show(const QString& name);
+    /// Puts a view into the one-view area; one that is in front already is activated.
+    void showOrActivate(const QString& name);
     /// What a menu command does to open a view: one that is in front already stays as it is, and only the
     /// filters of customers, lines and products are cleared.
     void showFromMenu(const QString& name);

@@ -1,6 +1,6 @@
 #include "stock/stockCommands.h"
 
-#include "recordset/ignoringErrors.h"
+#include "shell/viewOpeners.h"
 #include "stock/productRegisterFm1.h"
 #include "stock/stockCount.h"
 #include "stock/stockOutForms.h"
@@ -21,37 +21,36 @@ DisplayPanel* makePanel(QStringView view, ViewHost& host, Prompts& prompts) {
 }
 
 /// The stock list is the one view that its menu command refreshes where it is in front already.
-void showStock(ViewHost& host) {
+void showStock(ViewHost& host, IgnoringErrors& errors) {
     static const QString name = QStringLiteral("stockFm1");
     const bool inFront = host.isActive(name);
-    host.showFromMenu(name);
+    errors.run([&] { host.showFromMenu(name); });
     if (!inFront)
         return;
     Session& session = host.session();
     session.showSource = session.stockShowSource = ShowSource::Products;
-    if (session.productTable->isOpen())
-        session.productTable->Requery();
-    session.viewReturnState = QStringLiteral("Open");
-    host.active()->activate();
+    errors.run([&] { session.productTable->Requery(); });
+    errors.run([&] { host.showOrActivate(name); });
 }
 
 /// A new count; one that is in front of the user is not made anew, it only shows all its rows.
-void countStockAnew(ViewHost& host) {
+void countStockAnew(ViewHost& host, IgnoringErrors& errors) {
     static const QString name = QStringLiteral("stock_CountFm1");
     Session& session = host.session();
-    if (!canCountStock(session))
+    if (!errors.test([&] { return canCountStock(session); }))
         return;
-    session.activeViewName = name;
-    if (host.isActive(name))
-        return session.stock_Count_Bank->clearFilter();
+    if (host.isActive(name)) {
+        session.activeViewName = name;
+        errors.run([&] { session.stock_Count_Bank->clearFilter(); });
+        return;
+    }
     newStockCount(session);
-    host.showFromMenu(name);
+    errors.run([&] { host.showFromMenu(name); });
 }
 
-void continueCount(ViewHost& host) {
-    IgnoringErrors errors;
+void continueCount(ViewHost& host, IgnoringErrors& errors) {
     errors.run([&] { openStockCount(host.session()); });
-    host.showFromMenu(QStringLiteral("stock_CountFm1"));
+    errors.run([&] { host.showFromMenu(QStringLiteral("stock_CountFm1")); });
 }
 
 void registerStockOuts(CommandTable& commands, ViewHost& host, Prompts& prompts) {
@@ -62,13 +61,10 @@ void registerStockOuts(CommandTable& commands, ViewHost& host, Prompts& prompts)
             return new StockOutDialog(road, static_cast<StockOutChooser&>(*host.active()), host, prompts);
         });
     }
-    const std::pair<const char16_t*, const char16_t*> openers[] = {
-        {u"no_Sales_stock1", u"stock_ReturnFm1"},
-        {u"no_Sales_stock2", u"stock_out_of_BankFm1"},
-        {u"no_Sales_stock3", u"stock_no_use_BankFm1"}};
-    for (const auto& [command, view] : openers)
-        commands.add(QString::fromUtf16(command),
-                     [&host, view = QString::fromUtf16(view)] { host.showFromMenu(view); });
+    static constexpr ViewOpener openers[] = {{u"no_Sales_stock1", u"stock_ReturnFm1"},
+                                             {u"no_Sales_stock2", u"stock_out_of_BankFm1"},
+                                             {u"no_Sales_stock3", u"stock_no_use_BankFm1"}};
+    addOpeners(commands, host, openers);
 }
 
 } // namespace
@@ -85,18 +81,17 @@ void registerStock(CommandTable& commands, ViewHost& host, Prompts& prompts) {
     host.registerWindow(QStringLiteral("statisticFm4"),
                         [&host, &prompts] { return new statisticFm4(host, prompts); });
 
-    const std::pair<const char16_t*, const char16_t*> openers[] = {
-        {u"maintain_product", u"productRegisterFm1"},
-        {u"whole_show_product", u"stock_BankFm1"},
-        {u"show_stock3", u"StockFm2"},
-        {u"show_return", u"stock_ReturnFm2"},
-        {u"show_out_of_Bank", u"stock_out_of_BankFm2"},
-        {u"show_on_use_Bank", u"stock_no_use_BankFm2"}};
-    for (const auto& [command, view] : openers)
-        commands.add(QString::fromUtf16(command),
-                     [&host, view = QString::fromUtf16(view)] { host.showFromMenu(view); });
-    commands.add(QStringLiteral("show_stock"), [&host] { showStock(host); });
-    commands.add(QStringLiteral("count_stock1"), [&host] { countStockAnew(host); });
-    commands.add(QStringLiteral("count_stock2"), [&host] { continueCount(host); });
+    static constexpr ViewOpener openers[] = {{u"maintain_product", u"productRegisterFm1"},
+                                             {u"whole_show_product", u"stock_BankFm1"},
+                                             {u"show_stock3", u"StockFm2"},
+                                             {u"show_return", u"stock_ReturnFm2"},
+                                             {u"show_out_of_Bank", u"stock_out_of_BankFm2"},
+                                             {u"show_on_use_Bank", u"stock_no_use_BankFm2"}};
+    addOpeners(commands, host, openers);
+    commands.add(QStringLiteral("show_stock"), [&host](IgnoringErrors& errors) { showStock(host, errors); });
+    commands.add(QStringLiteral("count_stock1"),
+                 [&host](IgnoringErrors& errors) { countStockAnew(host, errors); });
+    commands.add(QStringLiteral("count_stock2"),
+                 [&host](IgnoringErrors& errors) { continueCount(host, errors); });
     registerStockOuts(commands, host, prompts);
 }

@@ -291,7 +291,8 @@ TEST_F(Shell, TheClerksCustomersWantTheClerksFirst) {
 
 TEST_F(Shell, AFailingStatementOfAMenuCommandIsPassedOver) {
     start();
-    main->commands().add("management_client", [] { fail(3001, "x"); });
+    main->commands().add("management_client",
+                         [](IgnoringErrors& errors) { errors.run([] { fail(3001, "x"); }); });
     drive->choose("management_client");
 }
 
