@@ -34,9 +34,9 @@ void rebuild(IgnoringErrors& errors, Session& session, const WorkCopy& copy, con
 }
 
 struct PeriodMark {
-    int whole;
-    int period;
-    int Session::*family;
+    ShowSource whole;
+    ShowSource period;
+    ShowSource Session::*family;
 };
 
 constexpr PeriodMark kMarks[] = {

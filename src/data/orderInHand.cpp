@@ -19,7 +19,7 @@ void setup_rs_total(Session& session) {
     const QString columns =
         QStringLiteral("Select 日期, 订单号, 客户编号, Sum(数量) As 购物数, Sum(实付) As 购物金额 From ");
     const QString groups = QStringLiteral(" Group By 日期, 订单号, 客户编号");
-    if (session.showSource == 7)
+    if (session.showSource == ShowSource::PeriodClients)
         session.reopen(session.orderTotals, columns + QStringLiteral("buyList2") + groups);
     else
         session.reopen(session.orderTotals, columns + QStringLiteral("buyList") + groups + u' ');

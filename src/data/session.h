@@ -9,25 +9,30 @@
 #include <optional>
 
 /// Codes of the data that toolbar commands and reports are to use.
-namespace ShowSource {
-inline constexpr int Clients = 1;
-inline constexpr int Lines = 2;
-inline constexpr int Products = 3;
-inline constexpr int PeriodProducts = 4;
-inline constexpr int PeriodClients = 7;
-inline constexpr int PeriodLines = 9;
-inline constexpr int Clerks = 11;
-inline constexpr int PeriodClerks = 12;
-inline constexpr int StockIn = 15;
-inline constexpr int PeriodStockIn = 16;
-inline constexpr int StockCount = 17;
-inline constexpr int Returns = 18;
-inline constexpr int PeriodReturns = 19;
-inline constexpr int Scrap = 20;
-inline constexpr int PeriodScrap = 21;
-inline constexpr int Transfers = 23;
-inline constexpr int PeriodTransfers = 24;
-} // namespace ShowSource
+enum class ShowSource : int {
+    None = 0,
+    Clients = 1,
+    Lines = 2,
+    Products = 3,
+    PeriodProducts = 4,
+    ProductClients = 5, // buyers of one product
+    ClientLines = 6,    // one customer's purchases
+    PeriodClients = 7,
+    BestClients = 8, // the cut of the customers who carry the shop
+    PeriodLines = 9,
+    Clerks = 11,
+    PeriodClerks = 12,
+    StockIn = 15,
+    PeriodStockIn = 16,
+    StockCount = 17,
+    Returns = 18,
+    PeriodReturns = 19,
+    Scrap = 20,
+    PeriodScrap = 21,
+    ClerkClients = 22, // one salesperson's customers
+    Transfers = 23,
+    PeriodTransfers = 24,
+};
 
 /// The one connection, the shared cursors and the process values, handed by reference to views and routines.
 /// What one view did to a shared cursor (a filter, a position, a sort) is what the next one finds.
@@ -43,10 +48,10 @@ public:
     QString activeViewName;
     QString viewReturnState = QStringLiteral("Open");
     qint16 sortDirection = 1; // 1 ascending, 2 descending
-    int showSource = 0;
-    int clientShowSource = ShowSource::Clients;
-    int saleShowSource = ShowSource::Lines;
-    int stockShowSource = ShowSource::Products;
+    ShowSource showSource = ShowSource::None;
+    ShowSource clientShowSource = ShowSource::Clients;
+    ShowSource saleShowSource = ShowSource::Lines;
+    ShowSource stockShowSource = ShowSource::Products;
 
     QString currentClientNum;
     QString currentClientName;
@@ -76,7 +81,9 @@ public:
     qint16 safetyStock = 2;
 
     qint16 searchCode = 0; // field list of the search dialog
-    qint16 orderCode = 0;  // cursor of the sort dialog
+    /// Whose cursor the next search dialog filters; None: that of showSource.
+    ShowSource searchSource = ShowSource::None;
+    qint16 orderCode = 0; // cursor of the sort dialog
 
     /// What the product picker handed over last.
     struct PickedProduct {

@@ -6,17 +6,27 @@ constexpr bool yes = true;
 constexpr bool no = false;
 
 constexpr SourceRow kSources[] = {
-    {1, &Session::clientTable, yes, yes},    {2, &Session::buyList, yes, yes},
-    {3, &Session::productTable, yes, yes},   {4, &Session::productTable2, yes, yes},
-    {5, &Session::productClients, yes, yes}, {6, &Session::tempTable2, yes, yes},
-    {7, &Session::clientTable2, yes, yes},   {8, &Session::clientTable3, yes, yes},
-    {9, &Session::buyList2, yes, yes},       {11, &Session::clerkTotals, no, yes},
-    {12, &Session::clerkTotals, no, yes},    {15, &Session::product_Bank, yes, yes},
-    {16, &Session::product_Bank2, yes, yes}, {17, &Session::stock_Count_Bank, yes, yes},
-    {18, &Session::return_Bank, yes, yes},   {19, &Session::return_Bank2, yes, yes},
-    {20, &Session::no_use_Bank, yes, yes},   {21, &Session::no_use_Bank2, yes, yes},
-    {22, &Session::clerkClients, yes, yes},  {23, &Session::out_of_Bank, no, no},
-    {24, &Session::out_of_Bank2, no, no},
+    {ShowSource::Clients, &Session::clientTable, 1, yes, yes},
+    {ShowSource::Lines, &Session::buyList, 2, yes, yes},
+    {ShowSource::Products, &Session::productTable, 3, yes, yes},
+    {ShowSource::PeriodProducts, &Session::productTable2, 3, yes, yes},
+    {ShowSource::ProductClients, &Session::productClients, 5, yes, yes},
+    {ShowSource::ClientLines, &Session::tempTable2, 6, yes, yes},
+    {ShowSource::PeriodClients, &Session::clientTable2, 1, yes, yes},
+    {ShowSource::BestClients, &Session::clientTable3, 1, yes, yes},
+    {ShowSource::PeriodLines, &Session::buyList2, 2, yes, yes},
+    {ShowSource::Clerks, &Session::clerkTotals, 11, no, yes},
+    {ShowSource::PeriodClerks, &Session::clerkTotals, 12, no, yes},
+    {ShowSource::StockIn, &Session::product_Bank, 15, yes, yes},
+    {ShowSource::PeriodStockIn, &Session::product_Bank2, 16, yes, yes},
+    {ShowSource::StockCount, &Session::stock_Count_Bank, 17, yes, yes},
+    {ShowSource::Returns, &Session::return_Bank, 18, yes, yes},
+    {ShowSource::PeriodReturns, &Session::return_Bank2, 19, yes, yes},
+    {ShowSource::Scrap, &Session::no_use_Bank, 20, yes, yes},
+    {ShowSource::PeriodScrap, &Session::no_use_Bank2, 21, yes, yes},
+    {ShowSource::ClerkClients, &Session::clerkClients, 1, yes, yes},
+    {ShowSource::Transfers, &Session::out_of_Bank, 23, no, no},
+    {ShowSource::PeriodTransfers, &Session::out_of_Bank2, 24, no, no},
 };
 
 } // namespace
@@ -25,29 +35,19 @@ std::span<const SourceRow> sourceTable() {
     return kSources;
 }
 
-const SourceRow* sourceRow(int code) {
+const SourceRow* sourceRow(ShowSource code) {
     for (const SourceRow& row : kSources)
         if (row.code == code)
             return &row;
     return nullptr;
 }
 
-RecordsetPtr* sourceCursor(Session& session, int code) {
+RecordsetPtr* sourceCursor(Session& session, ShowSource code) {
     const SourceRow* row = sourceRow(code);
     return row ? &(session.*row->cursor) : nullptr;
 }
 
-int searchCodeOf(int code) {
-    switch (code) {
-    case 7:
-    case 8:
-    case 22:
-        return 1;
-    case 9:
-        return 2;
-    case 4:
-        return 3;
-    default:
-        return code;
-    }
+qint16 searchCodeOf(ShowSource code) {
+    const SourceRow* row = sourceRow(code);
+    return row ? row->searchCode : qint16(code);
 }

@@ -71,7 +71,17 @@ searchFm1::searchFm1(ViewHost& host, Prompts& prompts)
     m_value->setToolTip(QStringLiteral("输入查询内容"));
     m_form->addRow(makeLabel(QStringLiteral("Label1"), QStringLiteral("查询输入："), this), m_value);
     setDefaultButton(m_confirm);
+    takeSource();
     fillList();
+}
+
+void searchFm1::shownAgain() {
+    takeSource();
+    FieldDialog::shownAgain();
+}
+
+void searchFm1::takeSource() {
+    m_source = std::exchange(m_session.searchSource, ShowSource::None);
 }
 
 QStringList searchFm1::fields() {
@@ -93,7 +103,8 @@ void searchFm1::confirm() {
         return m_prompts.tell(QStringLiteral("请选择字段名！"));
     if (m_value->text().isEmpty())
         return m_prompts.tell(QStringLiteral("请输入查寻内容！"));
-    applySearch(m_session, trimBlanks(m_field->text()), trimBlanks(m_value->text()));
+    applySearch(m_session, m_source == ShowSource::None ? m_session.showSource : m_source,
+                trimBlanks(m_field->text()), trimBlanks(m_value->text()));
     finish();
 }
 

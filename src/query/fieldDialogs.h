@@ -39,12 +39,14 @@ private:
     QLabel* m_empty = nullptr;
 };
 
-/// Filters the cursor of showSource on a field of the list of searchCode.
+/// Filters a cursor on a field of the list of searchCode: the one that the opening view hands over in
+/// searchSource, or that of showSource.
 class searchFm1 : public FieldDialog {
     Q_OBJECT
 
 public:
     searchFm1(ViewHost& host, Prompts& prompts);
+    void shownAgain() override;
 
 protected:
     QStringList fields() override;
@@ -52,7 +54,11 @@ protected:
     void confirm() override;
 
 private:
+    /// Takes the cursor that is handed over.
+    void takeSource();
+
     QLineEdit* m_value = nullptr;
+    ShowSource m_source = ShowSource::None;
 };
 
 /// Sorts the cursor of orderCode by one of its columns.

@@ -4,6 +4,7 @@
 #include "controls/formParts.h"
 #include "controls/moveButtons.h"
 #include "controls/prompts.h"
+#include "data/sourceTable.h"
 #include "query/queries.h"
 
 #include <QEvent>
@@ -122,11 +123,12 @@ product_displayFm1::product_displayFm1(ViewHost& host, Prompts& prompts)
     add(u"order", u"排序", [this] {
         if (!m_session.productTable->hasRows())
             return;
-        m_session.orderCode = ShowSource::Products;
+        m_session.orderCode = qint16(ShowSource::Products);
         m_host.openWindow(QStringLiteral("orderFm1"), ViewHost::MainWindow::Stays);
     });
     add(u"search", u"查寻", [this] {
-        m_session.searchCode = ShowSource::Products;
+        m_session.searchCode = searchCodeOf(ShowSource::Products);
+        m_session.searchSource = ShowSource::Products;
         m_host.openWindow(QStringLiteral("searchFm1"), ViewHost::MainWindow::Stays);
     });
     add(u"return", u"返回", [this] { close(); });

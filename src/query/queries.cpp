@@ -5,11 +5,11 @@
 #include "query/fieldLists.h"
 #include "recordset/ignoringErrors.h"
 
-void applySearch(Session& session, const QString& field, const QString& value) {
-    const SourceRow* row = sourceRow(session.showSource);
+void applySearch(Session& session, ShowSource source, const QString& field, const QString& value) {
+    const SourceRow* row = sourceRow(source);
     if (!row || !row->searched)
         return;
-    if (session.showSource == ShowSource::Lines)
+    if (source == ShowSource::Lines)
         session.viewReturnState = QStringLiteral("Close");
     const RecordsetPtr cursor = session.*row->cursor;
     IgnoringErrors errors;
@@ -22,14 +22,14 @@ void applySearch(Session& session, const QString& field, const QString& value) {
 }
 
 QStringList sortFields(Session& session) {
-    const SourceRow* row = sourceRow(session.orderCode);
+    const SourceRow* row = sourceRow(ShowSource(session.orderCode));
     if (!row || !row->sorted || !(session.*row->cursor)->isOpen())
         return {};
     return (session.*row->cursor)->fieldNames();
 }
 
 void applySort(Session& session, const QString& field) {
-    const SourceRow* row = sourceRow(session.orderCode);
+    const SourceRow* row = sourceRow(ShowSource(session.orderCode));
     if (!row || !row->sorted)
         return;
     IgnoringErrors errors;

@@ -4,9 +4,9 @@
 
 #include <QStringList>
 
-/// Puts a search on the cursor that showSource names, and sorts it by the field. A condition that the cursor
-/// refuses leaves filter and sort as they were; a showSource without a cursor changes nothing.
-void applySearch(Session& session, const QString& field, const QString& value);
+/// Puts a search on the cursor of a code, and sorts it by the field. A condition that the cursor refuses
+/// leaves filter and sort as they were; a code without a cursor changes nothing.
+void applySearch(Session& session, ShowSource source, const QString& field, const QString& value);
 
 /// The columns of the cursor that orderCode names, in their order; none for a code without a cursor or a
 /// closed one.

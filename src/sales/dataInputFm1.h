@@ -23,6 +23,7 @@ public:
     /// Fm_Activate_dataInputFm1.
     void activate() override { Fm_Activate_dataInputFm1(); }
     void Fm_Activate_dataInputFm1();
+    ShowSource source() const override { return m_session.clientShowSource; }
 
 private:
     // Building.

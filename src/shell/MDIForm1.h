@@ -75,5 +75,5 @@ private:
     QProgressBar* m_progress = nullptr;
     QElapsedTimer m_progressClock; // since the start, or since the bar was last painted
     std::map<int, QToolButton*> m_buttons;
-    std::optional<int> m_sourceBeforeMenu; // set while "营销管理" is open or its command runs
+    std::optional<ShowSource> m_sourceBeforeMenu; // set while "营销管理" is open or its command runs
 };

@@ -10,26 +10,32 @@
 #include <QLabel>
 #include <QLineEdit>
 
-namespace {
+DateSpan datesOfRows(Session& /*session*/, const RecordsetPtr& shown) {
+    static const QString noDate = QStringLiteral("0000-0-0");
+    return shown->hasRows() ? sortByDate(shown) : DateSpan{noDate, noDate};
+}
 
-const QString kNoDate = QStringLiteral("0000-0-0");
+DateSpan periodTexts(Session& session, const RecordsetPtr& /*shown*/) {
+    return {session.periodStart, session.periodEnd};
+}
 
-} // namespace
+DateSpan datesOfRowsOrPeriod(Session& session, const RecordsetPtr& shown) {
+    return shown->hasRows() ? sortByDate(shown) : periodTexts(session, shown);
+}
 
-DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, Prompts& prompts,
-                         DisplayPanel* panel)
+DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, Prompts& prompts)
     : View(QString::fromUtf16(description.name), QString::fromUtf16(description.caption))
     , m_description(description)
     , m_host(host)
     , m_session(host.session())
-    , m_panel(panel) {
+    , m_panel(description.panel ? description.panel(host, prompts) : nullptr) {
     m_grid = new DataGrid(prompts, this);
     m_grid->setObjectName(QStringLiteral("DataGrid1"));
     m_grid->setEmptyText(QString::fromUtf16(description.emptyText));
     m_grid->setEditable(description.editable);
     m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
-    m_first = makeDateBox(QStringLiteral("Text2"), &Session::displayDate1);
-    m_last = makeDateBox(QStringLiteral("Text3"), &Session::displayDate2);
+    m_first = makeDateBox(QStringLiteral("Text2"), description.dateValues.first);
+    m_last = makeDateBox(QStringLiteral("Text3"), description.dateValues.last);
     auto* dates = new QHBoxLayout;
     dates->addWidget(new QLabel(QStringLiteral("时间："), this));
     dates->addWidget(m_first);
@@ -39,9 +45,9 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_moves);
     bottom->addStretch(1);
-    if (panel) {
-        bottom->addWidget(panel);
-        connect(panel, &DisplayPanel::commandStarts, m_grid, &DataGrid::commitEditor);
+    if (m_panel) {
+        bottom->addWidget(m_panel);
+        connect(m_panel, &DisplayPanel::commandStarts, m_grid, &DataGrid::commitEditor);
     }
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -69,20 +75,33 @@ QLineEdit* DisplayView::makeDateBox(const QString& name, QString Session::*shown
     return box;
 }
 
-bool DisplayView::isMember(int viewNumber) const {
-    return viewNumber == m_description.whole || viewNumber == m_description.period;
+ShowSource DisplayView::source() const {
+    if (m_description.atShow)
+        return m_description.atShow(m_session);
+    if (m_shown != ShowSource::None)
+        return m_shown;
+    return m_description.family ? m_session.*m_description.family : m_description.whole();
 }
 
-const RecordsetPtr& DisplayView::cursorOf(int viewNumber) const {
-    return *sourceCursor(m_session, viewNumber);
+ShowSource DisplayView::present() const {
+    return m_description.present ? m_description.present(m_session) : m_session.showSource;
 }
 
-int DisplayView::viewNumber() const {
-    return m_description.ownSource ? m_description.whole : m_session.showSource;
+const DisplaySource* DisplayView::find(ShowSource code) const {
+    for (const DisplaySource& source : m_description.sources)
+        if (source.code == code)
+            return &source;
+    return nullptr;
+}
+
+RecordsetPtr& DisplayView::cursorOf(ShowSource code) const {
+    return *sourceCursor(m_session,
+                         m_description.queryCode == ShowSource::None ? code : m_description.queryCode);
 }
 
 RecordsetPtr DisplayView::cursor() const {
-    return isMember(viewNumber()) ? cursorOf(viewNumber()) : nullptr;
+    const ShowSource code = present();
+    return find(code) ? cursorOf(code) : nullptr;
 }
 
 void DisplayView::leave() {
@@ -92,43 +111,40 @@ void DisplayView::leave() {
 }
 
 void DisplayView::load() {
-    RecordsetPtr& whole = *sourceCursor(m_session, m_description.whole);
-    if (!whole->isOpen())
+    RecordsetPtr& whole = cursorOf(m_description.whole());
+    if (*m_description.table && !whole->isOpen())
         m_session.reopenIfThere(whole, QString::fromUtf16(m_description.table));
 }
 
 void DisplayView::activate() {
+    if (m_description.mayActivate && !m_description.mayActivate(m_session))
+        return;
     if (std::exchange(m_session.viewReturnState, QStringLiteral("Open")) == u"Close")
         return;
+    const ShowSource code = present();
+    if (m_description.prepare)
+        m_description.prepare(m_session, code);
     const RecordsetPtr shown = cursor();
     if (!shown)
         return;
-    m_shown = viewNumber();
+    m_shown = code;
     {
         const QuietWalk walk(shown);
-        m_grid->bind(shown, {QStringLiteral("流水号")});
-        if (m_description.clearsFilter && m_shown == m_description.whole && shown->isOpen())
+        m_grid->bind(shown, QString::fromUtf16(m_description.hidden).split(u' '));
+        if (m_description.clearsFilter && code == m_description.whole() && shown->isOpen())
             shown->clearFilter();
-        showDates(shown, m_shown);
-        m_session.displayDate1 = m_first->text();
-        m_session.displayDate2 = m_last->text();
+        showDates(find(code)->dates(m_session, shown));
         if (m_panel)
-            m_panel->sourceShown(shown, m_shown);
+            m_panel->sourceShown(shown, code);
     }
     showPosition();
 }
 
-void DisplayView::showDates(const RecordsetPtr& cursor, int viewNumber) {
-    const bool isPeriod = viewNumber != m_description.whole;
-    if (cursor->hasRows() && (!isPeriod || m_description.periodDatesFromRows)) {
-        cursor->setSort(QStringLiteral("日期"));
-        m_first->setText(cursor->Fields(QStringLiteral("日期")).text());
-        cursor->MoveLast();
-        m_last->setText(cursor->Fields(QStringLiteral("日期")).text());
-        return;
-    }
-    m_first->setText(isPeriod ? m_session.periodStart : kNoDate);
-    m_last->setText(isPeriod ? m_session.periodEnd : kNoDate);
+void DisplayView::showDates(const DateSpan& dates) {
+    m_first->setText(dates.first);
+    m_last->setText(dates.last);
+    m_session.*m_description.dateValues.first = dates.first;
+    m_session.*m_description.dateValues.last = dates.last;
 }
 
 void DisplayView::showPosition() {
@@ -146,22 +162,23 @@ void DisplayView::rowChanged(bool chosen) {
     showPosition();
 }
 
-void DisplayView::setSource(int viewNumber) {
-    m_session.showSource = viewNumber;
+void DisplayView::setSource(ShowSource code) {
+    m_session.showSource = code;
     if (m_description.family)
-        m_session.*m_description.family = viewNumber;
+        m_session.*m_description.family = code;
 }
 
 void DisplayView::Time_AA() {
     if (!wholeCursor()->hasRows())
         return;
-    setSource(m_description.whole);
+    setSource(m_description.whole());
     m_host.openWindow(QStringLiteral("timeDefineFm2"), ViewHost::MainWindow::Stays);
 }
 
 void DisplayView::data_whole_show() {
     m_grid->commitEditor();
-    setSource(m_description.ownSource ? m_description.ownSource : m_description.whole);
+    setSource(m_description.wholeShowCode == ShowSource::None ? m_description.whole()
+                                                              : m_description.wholeShowCode);
     const RecordsetPtr& whole = wholeCursor();
     if (!whole->isOpen())
         return;
@@ -171,24 +188,28 @@ void DisplayView::data_whole_show() {
     showPosition();
 }
 
-void DisplayView::openDialog(const QString& name, qint16 Session::*code, int value) {
+void DisplayView::openDialog(const QString& name, qint16 Session::*code, qint16 (*codeOf)(ShowSource)) {
     m_grid->commitEditor();
     const RecordsetPtr shown = cursor();
     if (m_description.family && shown)
         m_session.*m_description.family = m_session.showSource;
     if (!shown || !shown->hasRows())
         return;
-    m_session.showSource = viewNumber();
-    m_session.*code = qint16(value);
+    const bool own = m_description.queryCode == ShowSource::None;
+    if (own)
+        m_session.showSource = present();
+    const ShowSource queried = own ? present() : m_description.queryCode;
+    m_session.*code = codeOf(queried);
+    m_session.searchSource = m_description.queryCode;
     m_host.openWindow(name, ViewHost::MainWindow::Stays);
 }
 
 void DisplayView::data_order() {
-    openDialog(QStringLiteral("orderFm1"), &Session::orderCode, viewNumber());
+    openDialog(QStringLiteral("orderFm1"), &Session::orderCode, [](ShowSource code) { return qint16(code); });
 }
 
 void DisplayView::data_search() {
-    openDialog(QStringLiteral("searchFm1"), &Session::searchCode, searchCodeOf(viewNumber()));
+    openDialog(QStringLiteral("searchFm1"), &Session::searchCode, searchCodeOf);
 }
 
 void DisplayView::data_print() {
@@ -197,7 +218,12 @@ void DisplayView::data_print() {
     if (!asked || !asked->hasRows())
         return;
     m_session.reportFormTitle = QString::fromUtf16(m_description.reportTitle);
-    const bool isWhole = viewNumber() == m_description.whole;
-    m_host.openWindow(QString::fromUtf16(isWhole ? m_description.wholeReport : m_description.periodReport),
-                      ViewHost::MainWindow::Hidden);
+    if (const DisplaySource* source = find(present()))
+        m_host.openWindow(QString::fromUtf16(source->report), ViewHost::MainWindow::Hidden);
+}
+
+void registerDisplays(ViewHost& host, Prompts& prompts, std::span<const DisplayDescription> displays) {
+    for (const DisplayDescription& each : displays)
+        host.registerView(QString::fromUtf16(each.name),
+                          [&host, &prompts, &each] { return new DisplayView(each, host, prompts); });
 }

@@ -1,32 +1,74 @@
 #pragma once
 
+#include "data/cursorMoves.h"
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
+#include <span>
+
 class DataGrid;
+class DisplayPanel;
 class MoveButtons;
 class Prompts;
 class QLineEdit;
 
-/// What one display view shows: a table as a whole or its period copy, by the view number in showSource.
+/// Finds the first and the last date that a view of these rows shows; may sort them.
+using DisplayDates = DateSpan (*)(Session& session, const RecordsetPtr& shown);
+
+/// The dates of the rows, which are sorted by 日期 and end on the last one; "0000-0-0" without rows.
+DateSpan datesOfRows(Session& session, const RecordsetPtr& shown);
+/// The words of the last confirmed period, whatever the rows say.
+DateSpan periodTexts(Session& session, const RecordsetPtr& shown);
+/// datesOfRows, and periodTexts without rows.
+DateSpan datesOfRowsOrPeriod(Session& session, const RecordsetPtr& shown);
+
+/// One choice of data that a display view can show.
+struct DisplaySource {
+    ShowSource code;
+    const char16_t* report; // its window, empty where it has none
+    DisplayDates dates;
+};
+
+/// The two process values that a view's date boxes set.
+struct DisplayDateValues {
+    QString Session::*first;
+    QString Session::*last;
+};
+inline constexpr DisplayDateValues kStockDates{&Session::displayDate1, &Session::displayDate2};
+inline constexpr DisplayDateValues kPeriodDates{&Session::periodDate1, &Session::periodDate2};
+
+/// What one display view shows, and in what the members of the family differ.
 struct DisplayDescription {
     const char16_t* name;
     const char16_t* caption;
-    const char16_t* table;       // the whole table; its cursor is opened where it is closed
-    int whole;                   // view number of the whole table
-    int period;                  // view number of its period copy
-    const char16_t* sort;        // of the whole table, set by "全库显示"
-    const char16_t* reportTitle; // handed to the report; empty where the report has its own
-    const char16_t* wholeReport;
-    const char16_t* periodReport;
-    const char16_t* emptyText;        // what an empty grid says
-    int Session::*family = nullptr;   // the family's view number, kept in step with showSource
-    bool clearsFilter = false;        // an activation of the whole table takes its filter off
-    bool periodDatesFromRows = false; // with rows, the period copy shows their dates too
-    bool editable = false;            // cells can be typed into
-    bool asksWholeForRows = false;    // printing asks the whole table for rows, whatever is shown
-    /// Whole-show code of a view that shows its one table whatever showSource says; 0 for any other view.
-    int ownSource = 0;
+    const char16_t* table; // the whole table, opened where its cursor is closed; empty: a window's own rows
+    std::span<const DisplaySource> sources; // the whole table first, then what stands for it
+    const char16_t* sort;                   // of the whole table, set by "全库显示"
+    const char16_t* reportTitle = u"";      // handed to the report; empty where the report has its own
+    const char16_t* emptyText = u"";        // what an empty grid says
+    const char16_t* hidden = u"流水号";     // columns that are not shown, parted by blanks
+    DisplayDateValues dateValues = kStockDates;
+    ShowSource Session::*family = nullptr; // the family's code, kept in step with showSource
+    bool clearsFilter = false;             // an activation of the whole table takes its filter off
+    bool editable = false;                 // cells can be typed into
+    bool asksWholeForRows = false;         // printing asks the whole table for rows, whatever is shown
+    /// showSource behind "全库显示", where it is another one than that of the whole table.
+    ShowSource wholeShowCode = ShowSource::None;
+    /// Whose cursor the search and sort dialogs act on, where it is another one than that of the source
+    /// shown.
+    ShowSource queryCode = ShowSource::None;
+    /// Which of the sources the view shows now; by default the one of showSource.
+    ShowSource (*present)(const Session&) = nullptr;
+    /// showSource when the view is shown; by default the family's code, or the whole table's.
+    ShowSource (*atShow)(const Session&) = nullptr;
+    /// Whether an activation may run at all.
+    bool (*mayActivate)(const Session&) = nullptr;
+    /// A step before the grid is bound.
+    void (*prepare)(Session&, ShowSource code) = nullptr;
+    /// Makes what the view has beside its grid.
+    DisplayPanel* (*panel)(ViewHost& host, Prompts& prompts) = nullptr;
+
+    ShowSource whole() const { return sources.front().code; }
 };
 
 /// What a display view has beside its grid.
@@ -37,7 +79,7 @@ public:
     using QWidget::QWidget;
 
     /// At the end of an activation; the cursor may be closed.
-    virtual void sourceShown(const RecordsetPtr& /*cursor*/, int /*viewNumber*/) {}
+    virtual void sourceShown(const RecordsetPtr& /*cursor*/, ShowSource /*code*/) {}
     /// After a change of the current row or the view; `chosen` where the user chose the row in the grid.
     virtual void rowChanged(const RecordsetPtr& /*cursor*/, bool /*chosen*/) {}
     /// When another view takes the view's place.
@@ -54,13 +96,13 @@ class DisplayView : public View {
     Q_OBJECT
 
 public:
-    DisplayView(const DisplayDescription& description, ViewHost& host, Prompts& prompts,
-                DisplayPanel* panel = nullptr);
+    DisplayView(const DisplayDescription& description, ViewHost& host, Prompts& prompts);
 
     void load() override;
     void activate() override;
     void leave() override;
-    bool shows(int showSource) const override { return m_description.ownSource || m_shown == showSource; }
+    ShowSource source() const override;
+    bool shows(ShowSource code) const override { return m_description.present || m_shown == code; }
 
     void Time_AA();
     void data_whole_show();
@@ -70,19 +112,20 @@ public:
 
 private:
     QLineEdit* makeDateBox(const QString& name, QString Session::*shown);
-    bool isMember(int viewNumber) const;
-    /// The cursor of a view number of this view.
-    const RecordsetPtr& cursorOf(int viewNumber) const;
-    const RecordsetPtr& wholeCursor() const { return cursorOf(m_description.whole); }
-    /// The view number that the view acts by.
-    int viewNumber() const;
-    /// The cursor of the present view number; null where it is none of this view's.
+    /// The code of the source that the view acts by, one of its own or not.
+    ShowSource present() const;
+    /// The source of a code, null where it is none of this view's.
+    const DisplaySource* find(ShowSource code) const;
+    RecordsetPtr& cursorOf(ShowSource code) const;
+    const RecordsetPtr& wholeCursor() const { return cursorOf(m_description.whole()); }
+    /// The cursor of the present source; null where it is none of this view's.
     RecordsetPtr cursor() const;
-    void setSource(int viewNumber);
-    void showDates(const RecordsetPtr& cursor, int viewNumber);
+    void setSource(ShowSource code);
+    void showDates(const DateSpan& dates);
     void showPosition();
     void rowChanged(bool chosen);
-    void openDialog(const QString& name, qint16 Session::*code, int value);
+    /// Opens the search or sort dialog on the view's rows; without any nothing opens.
+    void openDialog(const QString& name, qint16 Session::*code, qint16 (*codeOf)(ShowSource));
 
     const DisplayDescription& m_description;
     ViewHost& m_host;
@@ -92,5 +135,8 @@ private:
     MoveButtons* m_moves = nullptr;
     QLineEdit* m_first = nullptr;
     QLineEdit* m_last = nullptr;
-    int m_shown = 0; // the view number whose cursor the grid is bound to
+    ShowSource m_shown = ShowSource::None; // whose cursor the grid is bound to
 };
+
+/// Registers the members of a family by their names.
+void registerDisplays(ViewHost& host, Prompts& prompts, std::span<const DisplayDescription> displays);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "data/session.h"
+
 #include <QString>
 #include <QWidget>
 
@@ -31,8 +33,11 @@ public:
     virtual bool loadActivates() const { return false; }
     /// Runs when another view takes this one's place.
     virtual void leave() {}
-    /// Whether the view shows the data of this showSource code. A view without a choice of data always does.
-    virtual bool shows(int /*showSource*/) const { return true; }
+    /// What showSource says while the view is in front: set when it is shown, and again when a window beside
+    /// it closes that has set its own. None where the view has no say in it.
+    virtual ShowSource source() const { return ShowSource::None; }
+    /// Whether the view shows the data of this code. A view without a choice of data always does.
+    virtual bool shows(ShowSource /*code*/) const { return true; }
     /// Runs after the sort dialog has sorted the view's cursor.
     virtual void sorted() {}
 

@@ -11,33 +11,6 @@
 
 #include <algorithm>
 
-namespace {
-
-/// The family value that a view takes its showSource from when it is shown.
-int familySource(const Session& session, const QString& name) {
-    static const QHash<QString, int> fixed{{QStringLiteral("stock_BankFm1"), 15},
-                                           {QStringLiteral("stock_ReturnFm2"), 18},
-                                           {QStringLiteral("stock_no_use_BankFm2"), 20},
-                                           {QStringLiteral("stock_out_of_BankFm2"), 23}};
-    static const QStringList stock{QStringLiteral("stockFm1"), QStringLiteral("StockFm2"),
-                                   QStringLiteral("statisticFm4")};
-    static const QStringList sales{QStringLiteral("statisticFm2"), QStringLiteral("goodsSalesFm2"),
-                                   QStringLiteral("tempTable2Fm22")};
-    static const QStringList customers{QStringLiteral("dataInputFm1"), QStringLiteral("userInfoFm1"),
-                                       QStringLiteral("statisticFm1")};
-    if (fixed.contains(name))
-        return fixed.value(name);
-    if (stock.contains(name))
-        return session.stockShowSource == 4 && !session.productTable2->isOpen() ? 3 : session.stockShowSource;
-    if (sales.contains(name))
-        return session.saleShowSource;
-    if (customers.contains(name))
-        return session.clientShowSource;
-    return session.showSource;
-}
-
-} // namespace
-
 ViewHost::ViewHost(Session& session, QMainWindow& main, QStackedWidget& area)
     : m_session(session)
     , m_main(main)
@@ -76,7 +49,7 @@ void ViewHost::show(const QString& name) {
     m_active = view;
     m_session.viewReturnState = QStringLiteral("Open");
     m_session.activeViewName = name;
-    setShowSource(name);
+    setShowSource();
     Q_EMIT viewShown(name);
     if (!fresh || !view->loadActivates())
         view->activate();
@@ -116,8 +89,10 @@ void ViewHost::closeDialogs() {
             each.window->close();
 }
 
-void ViewHost::setShowSource(const QString& name) {
-    m_session.showSource = familySource(m_session, name);
+void ViewHost::setShowSource() {
+    if (const ShowSource source = m_active ? m_active->source() : ShowSource::None;
+        source != ShowSource::None)
+        m_session.showSource = source;
 }
 
 void ViewHost::Fm_Close(const QString& name) {

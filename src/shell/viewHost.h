@@ -79,7 +79,7 @@ private:
     void closeDialogs();
     void windowClosed(const QString& name);
     bool anyOpen(MainWindow main) const;
-    void setShowSource(const QString& name);
+    void setShowSource();
 
     Session& m_session;
     QMainWindow& m_main;

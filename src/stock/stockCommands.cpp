@@ -4,21 +4,10 @@
 #include "stock/productRegisterFm1.h"
 #include "stock/stockCount.h"
 #include "stock/stockOutForms.h"
-#include "stock/stockPanels.h"
 #include "stock/stockViews.h"
 #include "stock/stockWindows.h"
 
 namespace {
-
-DisplayPanel* makePanel(QStringView view, ViewHost& host, Prompts& prompts) {
-    if (view == u"stockFm1")
-        return new StockPanel(host, prompts);
-    if (view == u"stock_BankFm1")
-        return new StockInPanel(host, prompts);
-    if (view == u"stock_CountFm1")
-        return new StockCountPanel(host);
-    return nullptr;
-}
 
 /// The stock list is the one view that its menu command refreshes where it is in front already.
 void showStock(ViewHost& host, IgnoringErrors& errors) {
@@ -72,10 +61,7 @@ void registerStockOuts(CommandTable& commands, ViewHost& host, Prompts& prompts)
 void registerStock(CommandTable& commands, ViewHost& host, Prompts& prompts) {
     host.registerView(QStringLiteral("productRegisterFm1"),
                       [&host, &prompts] { return new productRegisterFm1(host, prompts); });
-    for (const DisplayDescription& each : stockDisplays())
-        host.registerView(QString::fromUtf16(each.name), [&host, &prompts, &each] {
-            return new DisplayView(each, host, prompts, makePanel(each.name, host, prompts));
-        });
+    registerDisplays(host, prompts, stockDisplays());
     host.registerView(QStringLiteral("StockFm2"), [&host, &prompts] { return new StockFm2(host, prompts); });
     host.registerWindow(QStringLiteral("stockFm3"), [&host] { return new stockFm3(host); });
     host.registerWindow(QStringLiteral("statisticFm4"),

@@ -24,16 +24,22 @@ StockSums stock_Count(const RecordsetPtr& products) {
     return stockSums(products);
 }
 
-bool pickOneProduct(Session& session, const RecordsetPtr& products, int viewNumber) {
+bool pickOneProduct(Session& session, const RecordsetPtr& products, ShowSource code) {
     if (!products->hasRows() || !products->currentRow())
         return false;
     const QString number = products->Fields(QStringLiteral("产品编号")).text();
-    const QString table = viewNumber == ShowSource::PeriodProducts ? QStringLiteral("productTable2")
-                                                                   : QStringLiteral("productTable");
+    const QString table =
+        code == ShowSource::PeriodProducts ? QStringLiteral("productTable2") : QStringLiteral("productTable");
     session.reopen(session.oneProduct,
                    QStringLiteral("Select 产品编号, 品名, 规格, 厂家, 产地, 数量,计量单位 From ") + table);
     session.oneProduct->setFilter(keyCondition(QStringLiteral("产品编号"), number));
     return true;
+}
+
+ShowSource stockSource(const Session& session) {
+    const bool lost =
+        session.stockShowSource == ShowSource::PeriodProducts && !session.productTable2->isOpen();
+    return lost ? ShowSource::Products : session.stockShowSource;
 }
 
 QStringList oneProductLines(const RecordsetPtr& product) {

@@ -16,9 +16,12 @@ StockSums stockSums(const RecordsetPtr& products);
 /// The same, and the cursor ends on its last row.
 StockSums stock_Count(const RecordsetPtr& products);
 
-/// Puts the product of the current row, from the table or its period copy by the view number, alone on a
+/// Puts the product of the current row, from the table or its period copy by its code, alone on a
 /// cursor of its own. False without a current row.
-bool pickOneProduct(Session& session, const RecordsetPtr& products, int viewNumber);
+bool pickOneProduct(Session& session, const RecordsetPtr& products, ShowSource code);
+
+/// The code that the views of the sales stock start with: that of the copy only while there is one.
+ShowSource stockSource(const Session& session);
 
 /// The lines that show a product's row: "name----value" a column, each followed by an empty line.
 QStringList oneProductLines(const RecordsetPtr& product);

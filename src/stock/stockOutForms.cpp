@@ -218,17 +218,17 @@ void StockOutChooser::showAll() {
 void StockOutChooser::data_order() {
     if (!m_session.productTable->hasRows())
         return;
-    m_session.orderCode = ShowSource::Products;
+    m_session.orderCode = qint16(ShowSource::Products);
     m_host.openWindow(QStringLiteral("orderFm1"), ViewHost::MainWindow::Stays);
 }
 
 void StockOutChooser::data_print() {
-    const int number = m_session.showSource;
-    if (number != ShowSource::StockIn && number != ShowSource::PeriodStockIn)
+    const ShowSource code = m_session.showSource;
+    if (code != ShowSource::StockIn && code != ShowSource::PeriodStockIn)
         return;
     // The title is that of the stock-in list, for all three roads: that is meant.
     m_session.reportFormTitle = QStringLiteral("产 品 入 库 清 单");
-    m_host.openWindow(QString::fromUtf16(number == ShowSource::StockIn ? m_road.report : m_road.periodReport),
+    m_host.openWindow(QString::fromUtf16(code == ShowSource::StockIn ? m_road.report : m_road.periodReport),
                       ViewHost::MainWindow::Disabled);
 }
 

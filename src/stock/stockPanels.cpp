@@ -63,7 +63,7 @@ StockPanel::StockPanel(ViewHost& host, Prompts& prompts)
     row->addWidget(shortfall);
 }
 
-void StockPanel::sourceShown(const RecordsetPtr& cursor, int /*viewNumber*/) {
+void StockPanel::sourceShown(const RecordsetPtr& cursor, ShowSource /*code*/) {
     m_session.currentProductNum.clear();
     if (cursor->hasRows()) {
         cursor->MoveLast();
@@ -84,10 +84,10 @@ void StockPanel::rowChanged(const RecordsetPtr& cursor, bool chosen) {
 }
 
 const RecordsetPtr* StockPanel::shownCursor() const {
-    const int number = m_session.showSource;
-    if (number != ShowSource::Products && number != ShowSource::PeriodProducts)
+    const ShowSource code = m_session.showSource;
+    if (code != ShowSource::Products && code != ShowSource::PeriodProducts)
         return nullptr;
-    return sourceCursor(m_session, number);
+    return sourceCursor(m_session, code);
 }
 
 void StockPanel::showOneProduct() {
@@ -121,8 +121,8 @@ StockInPanel::StockInPanel(ViewHost& host, Prompts& prompts)
     row->addWidget(m_delete);
 }
 
-void StockInPanel::sourceShown(const RecordsetPtr& /*cursor*/, int viewNumber) {
-    const bool whole = viewNumber == ShowSource::StockIn;
+void StockInPanel::sourceShown(const RecordsetPtr& /*cursor*/, ShowSource code) {
+    const bool whole = code == ShowSource::StockIn;
     m_delete->setEnabled(whole);
     m_delete->setToolTip(whole ? QString() : QStringLiteral("只有显示全库时才能删除记录"));
 }
@@ -134,7 +134,7 @@ void StockInPanel::deleteRow() {
         deleteStockIn(m_session);
 }
 
-StockCountPanel::StockCountPanel(ViewHost& host)
+StockCountPanel::StockCountPanel(ViewHost& host, Prompts& /*prompts*/)
     : m_host(host) {
     const std::tuple<const char16_t*, const char16_t*, void (*)(Session&)> commands[] = {
         {u"Command2", u"保存", saveStockCount},

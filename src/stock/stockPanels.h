@@ -33,7 +33,7 @@ class StockPanel : public DisplayPanel {
 public:
     StockPanel(ViewHost& host, Prompts& prompts);
 
-    void sourceShown(const RecordsetPtr& cursor, int viewNumber) override;
+    void sourceShown(const RecordsetPtr& cursor, ShowSource code) override;
     void rowChanged(const RecordsetPtr& cursor, bool chosen) override;
 
 private:
@@ -54,7 +54,7 @@ class StockInPanel : public DisplayPanel {
 public:
     StockInPanel(ViewHost& host, Prompts& prompts);
 
-    void sourceShown(const RecordsetPtr& cursor, int viewNumber) override;
+    void sourceShown(const RecordsetPtr& cursor, ShowSource code) override;
 
 private:
     void deleteRow();
@@ -69,7 +69,7 @@ class StockCountPanel : public DisplayPanel {
     Q_OBJECT
 
 public:
-    explicit StockCountPanel(ViewHost& host);
+    StockCountPanel(ViewHost& host, Prompts& prompts);
 
     void rowChanged(const RecordsetPtr& cursor, bool chosen) override;
     void left(const RecordsetPtr& cursor) override;

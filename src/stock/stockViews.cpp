@@ -1,75 +1,79 @@
 #include "stock/stockViews.h"
 
+#include "stock/stockPanels.h"
+
 namespace {
+
+constexpr DisplaySource kStock[] = {{ShowSource::Products, u"print_rs3", datesOfRows},
+                                    {ShowSource::PeriodProducts, u"print_rs3", datesOfRowsOrPeriod}};
+constexpr DisplaySource kStockIn[] = {{ShowSource::StockIn, u"showprint_rs15", datesOfRows},
+                                      {ShowSource::PeriodStockIn, u"showprint_rs16", periodTexts}};
+constexpr DisplaySource kReturns[] = {{ShowSource::Returns, u"showprint_rs18", datesOfRows},
+                                      {ShowSource::PeriodReturns, u"showprint_rs19", periodTexts}};
+constexpr DisplaySource kScrap[] = {{ShowSource::Scrap, u"showprint_rs20", datesOfRows},
+                                    {ShowSource::PeriodScrap, u"showprint_rs21", periodTexts}};
+// Transfers have no period copy: a period chosen there changes nothing.
+constexpr DisplaySource kTransfers[] = {{ShowSource::Transfers, u"showprint_rs23", datesOfRows},
+                                        {ShowSource::PeriodTransfers, u"showprint_rs24", periodTexts}};
+constexpr DisplaySource kCount[] = {{ShowSource::StockCount, u"showprint_rs17", datesOfRows}};
+
+template <typename Panel> DisplayPanel* makePanel(ViewHost& host, Prompts& prompts) {
+    return new Panel(host, prompts);
+}
 
 constexpr DisplayDescription kDisplays[] = {
     {.name = u"stockFm1",
      .caption = u"销售库存显示",
      .table = u"productTable",
-     .whole = ShowSource::Products,
-     .period = ShowSource::PeriodProducts,
+     .sources = kStock,
      .sort = u"品名",
-     .reportTitle = u"",
-     .wholeReport = u"print_rs3",
-     .periodReport = u"print_rs3",
      .emptyText = u"没有库存产品。\n新产品在“产品登录（入库）”中登记。",
      .family = &Session::stockShowSource,
      .clearsFilter = true,
-     .periodDatesFromRows = true,
-     .asksWholeForRows = true},
+     .asksWholeForRows = true,
+     .atShow = stockSource,
+     .panel = makePanel<StockPanel>},
     {.name = u"stock_BankFm1",
      .caption = u"产品入库明细显示",
      .table = u"product_Bank",
-     .whole = ShowSource::StockIn,
-     .period = ShowSource::PeriodStockIn,
+     .sources = kStockIn,
      .sort = u"日期",
      .reportTitle = u"产 品 入 库 清 单",
-     .wholeReport = u"showprint_rs15",
-     .periodReport = u"showprint_rs16",
-     .emptyText = u"没有入库记录。\n入库在“产品登录（入库）”中进行。"},
+     .emptyText = u"没有入库记录。\n入库在“产品登录（入库）”中进行。",
+     .panel = makePanel<StockInPanel>},
     {.name = u"stock_ReturnFm2",
      .caption = u"产品退货表显示",
      .table = u"return_Bank",
-     .whole = ShowSource::Returns,
-     .period = ShowSource::PeriodReturns,
+     .sources = kReturns,
      .sort = u"品名",
      .reportTitle = u"产 品 退 货 表",
-     .wholeReport = u"showprint_rs18",
-     .periodReport = u"showprint_rs19",
      .emptyText = u"没有退货记录。"},
     {.name = u"stock_no_use_BankFm2",
      .caption = u"产品报废表显示",
      .table = u"no_use_Bank",
-     .whole = ShowSource::Scrap,
-     .period = ShowSource::PeriodScrap,
+     .sources = kScrap,
      .sort = u"品名",
      .reportTitle = u"产 品 报 废 表",
-     .wholeReport = u"showprint_rs20",
-     .periodReport = u"showprint_rs21",
      .emptyText = u"没有报废记录。"},
-    // Transfers have no period copy: a period chosen there changes nothing.
     {.name = u"stock_out_of_BankFm2",
      .caption = u"产品调拨表显示",
      .table = u"out_of_Bank",
-     .whole = ShowSource::Transfers,
-     .period = ShowSource::PeriodTransfers,
+     .sources = kTransfers,
      .sort = u"品名",
      .reportTitle = u"产 品 调 拨 表",
-     .wholeReport = u"showprint_rs23",
-     .periodReport = u"showprint_rs24",
      .emptyText = u"没有调拨记录。"},
     {.name = u"stock_CountFm1",
      .caption = u"库存盘点",
      .table = u"stock_Count_Bank",
-     .whole = ShowSource::StockCount,
-     .period = ShowSource::StockCount,
+     .sources = kCount,
      .sort = u"品名",
      .reportTitle = u"库 存 盘 点",
-     .wholeReport = u"showprint_rs17",
-     .periodReport = u"showprint_rs17",
      .emptyText = u"还没有盘点表。\n用“产品管理”—“库存盘点”—“新建盘点表”建立。",
      .editable = true,
-     .ownSource = ShowSource::StockIn},
+     .wholeShowCode = ShowSource::StockIn,
+     .present = [](const Session&) { return ShowSource::StockCount; },
+     .atShow = [](const Session& session) { return session.showSource; },
+     .panel = makePanel<StockCountPanel>},
 };
 
 } // namespace

@@ -67,10 +67,10 @@ StockFm2::StockFm2(ViewHost& host, Prompts& prompts)
 }
 
 RecordsetPtr StockFm2::cursor() const {
-    const int number = m_session.showSource;
-    if (number != ShowSource::Products && number != ShowSource::PeriodProducts)
+    const ShowSource code = m_session.showSource;
+    if (code != ShowSource::Products && code != ShowSource::PeriodProducts)
         return nullptr;
-    return *sourceCursor(m_session, number);
+    return *sourceCursor(m_session, code);
 }
 
 void StockFm2::activate() {
@@ -198,7 +198,7 @@ bool statisticFm4::event(QEvent* event) {
 }
 
 void statisticFm4::Fm_Activate_statisticFm4() {
-    m_session.showSource = m_session.stockShowSource;
+    m_session.showSource = stockSource(m_session);
     const RecordsetPtr& products = m_session.productTable;
     if (products->hasRows()) {
         const DateSpan dates = sortByDate(products);

@@ -2,6 +2,7 @@
 
 #include "shell/view.h"
 #include "shell/viewHost.h"
+#include "stock/stockDisplay.h"
 
 class DataGrid;
 class MoveButtons;
@@ -19,7 +20,8 @@ public:
     StockFm2(ViewHost& host, Prompts& prompts);
 
     void activate() override;
-    bool shows(int showSource) const override { return m_shown == showSource; }
+    ShowSource source() const override { return stockSource(m_session); }
+    bool shows(ShowSource code) const override { return m_shown == code; }
     void data_print();
 
 private:
@@ -32,7 +34,7 @@ private:
     DataGrid* m_grid = nullptr;
     MoveButtons* m_moves = nullptr;
     QLineEdit* m_threshold = nullptr;
-    int m_shown = 0;
+    ShowSource m_shown = ShowSource::None;
 };
 
 /// One product alone, a line a column.

@@ -106,13 +106,13 @@ TEST_F(PeriodCopiesTest, EachAskerGetsItsPeriodNumber) {
     const std::pair<int, int> marks[] = {{1, 7},   {2, 9},   {3, 4},   {11, 12}, {15, 16}, {18, 19},
                                          {20, 21}, {23, 23}, {17, 17}, {7, 7},   {4, 4}};
     for (const auto& [before, after] : marks) {
-        session().showSource = before;
+        session().showSource = ShowSource(before);
         showPeriodSource(session());
-        EXPECT_EQ(session().showSource, after) << before;
+        EXPECT_EQ(session().showSource, ShowSource(after)) << before;
     }
-    EXPECT_EQ(session().clientShowSource, 7);
-    EXPECT_EQ(session().saleShowSource, 9);
-    EXPECT_EQ(session().stockShowSource, 4);
+    EXPECT_EQ(session().clientShowSource, ShowSource(7));
+    EXPECT_EQ(session().saleShowSource, ShowSource(9));
+    EXPECT_EQ(session().stockShowSource, ShowSource(4));
 }
 
 TEST_F(PeriodCopiesTest, TheYearsOfTheLinesAscendEachOnce) {
@@ -130,14 +130,14 @@ TEST_F(PeriodCopiesTest, ALineWithoutADateHasNoYear) {
 }
 
 TEST_F(PeriodCopiesTest, TheOlderDialogFiltersTheShownCursorAndKeepsItsFirstAndLastDate) {
-    session().showSource = 2;
+    session().showSource = ShowSource(2);
     filterShownCursor(session(), "日期 >= #2004-1-1# And 日期 <= #2004-9-30#");
     EXPECT_EQ(count(session().buyList), 4);
     EXPECT_EQ(session().buyList->Sort(), u"日期");
     EXPECT_EQ(session().periodDate1 + u'/' + session().periodDate2, u"2004-3-5/2004-9-30");
     filterShownCursor(session(), "日期 > #2010-1-1#");
     EXPECT_EQ(session().periodDate1 + session().periodDate2, u"");
-    session().showSource = 18;
+    session().showSource = ShowSource(18);
     session().reopen(session().return_Bank, "Select * From return_Bank");
     session().periodDate1 = "x";
     filterShownCursor(session(), "日期 > #2005-1-1#");

@@ -25,7 +25,7 @@ TEST(Session, EmptyBooksOpenWithEmptyTextsAndTheFirstNumbers) {
     EXPECT_EQ(counterText(session.nextClientNum), u"1001");
     EXPECT_EQ(counterText(session.nextOrderNum), u"1001");
     EXPECT_EQ(counterText(session.nextProductNum), u"1001");
-    EXPECT_EQ(session.showSource, 1);
+    EXPECT_EQ(session.showSource, ShowSource(1));
 }
 
 TEST(Session, AnEmptyCounterTableLeavesTheNumbersEmpty) {

@@ -52,7 +52,7 @@ TEST_F(Gateways, TheStockOfAPeriodPrintsTheSalesStockAndAsksItForRows) {
     time.pick("Combo1", "2004");
     time.click("Option4"); // before 2004: no product was booked then
     time.click("Command1");
-    EXPECT_EQ(session().showSource, 4);
+    EXPECT_EQ(session().showSource, ShowSource(4));
     EXPECT_EQ(drive->rows("DataGrid1"), 0);
     session().productTable->clearFilter();
     drive->click("Toolbar1(7)");

@@ -135,13 +135,13 @@ TEST_F(PeriodWindow, EveryRefusalIsToldAndTheDialogStays) {
 
 TEST_F(PeriodWindow, CancelBuildsNothingAndLeavesTheMarkers) {
     open();
-    session().showSource = 15;
+    session().showSource = ShowSource(15);
     time->pick("Combo1", "2004");
     time->click("Option5");
     time->click("Command2");
     EXPECT_FALSE(isOpen());
     EXPECT_FALSE(session().buyList2->isOpen());
-    EXPECT_EQ(session().showSource, 15);
+    EXPECT_EQ(session().showSource, ShowSource(15));
     EXPECT_EQ(session().periodStart, u"");
 }
 
@@ -200,12 +200,12 @@ TEST_F(PeriodWindow, LeavingTheViewClosesTheDialog) {
     ASSERT_NE(window("timeDefineFm2"), nullptr);
     drive->choose("show_stock");
     EXPECT_EQ(window("timeDefineFm2"), nullptr);
-    EXPECT_EQ(session().showSource, 3);
+    EXPECT_EQ(session().showSource, ShowSource(3));
 }
 
 TEST_F(PeriodWindow, TheRegistersDialogPrintsTheCustomersOfAPeriod) {
     start();
-    session().showSource = 1;
+    session().showSource = ShowSource(1);
     session().periodPurpose = "打印客户资料";
     open("timeDefineFm22");
     time->pick("Combo1", "2004");
@@ -213,14 +213,14 @@ TEST_F(PeriodWindow, TheRegistersDialogPrintsTheCustomersOfAPeriod) {
     time->click("Command1");
     EXPECT_FALSE(isOpen());
     ASSERT_NE(window("showprint_rs7"), nullptr);
-    EXPECT_EQ(session().showSource, 7);
-    EXPECT_EQ(session().clientShowSource, 7);
+    EXPECT_EQ(session().showSource, ShowSource(7));
+    EXPECT_EQ(session().clientShowSource, ShowSource(7));
     window("showprint_rs7")->close();
 }
 
 TEST_F(PeriodWindow, TheRegistersDialogStaysWhereNobodyBought) {
     start();
-    session().showSource = 1;
+    session().showSource = ShowSource(1);
     session().periodPurpose = "打印客户资料";
     open("timeDefineFm22");
     time->pick("Combo1", "2005");
@@ -232,7 +232,7 @@ TEST_F(PeriodWindow, TheRegistersDialogStaysWhereNobodyBought) {
 
 TEST_F(PeriodWindow, TheRegistersDialogForAnotherPurposeSetsFortyRowsAPage) {
     start();
-    session().showSource = 1;
+    session().showSource = ShowSource(1);
     session().periodPurpose = "显示";
     open("timeDefineFm22");
     time->pick("Combo1", "2004");
@@ -245,7 +245,7 @@ TEST_F(PeriodWindow, TheRegistersDialogForAnotherPurposeSetsFortyRowsAPage) {
 
 TEST_F(PeriodWindow, TheOldestDialogFiltersTheShownCursorAlone) {
     start();
-    session().showSource = 2;
+    session().showSource = ShowSource(2);
     open("timeDefineFm1");
     time->pick("Combo1", "2003");
     time->click("Option3");
@@ -258,7 +258,7 @@ TEST_F(PeriodWindow, TheOldestDialogFiltersTheShownCursorAlone) {
 
 TEST_F(PeriodWindow, TheOldestDialogPassesOverAConditionThatFails) {
     start();
-    session().showSource = 2;
+    session().showSource = ShowSource(2);
     open("timeDefineFm1");
     time->pick("Combo1", "2004");
     time->pick("Combo3", "2");

@@ -27,7 +27,7 @@ protected:
 
 TEST_F(PeriodHead, TheCustomersOfAPeriodBearItsWordsAndNotTheDatesOfAllLines) {
     start();
-    session().showSource = 1;
+    session().showSource = ShowSource(1);
     session().periodPurpose = "打印客户资料";
     main->host().openWindow("timeDefineFm22", ViewHost::MainWindow::Stays);
     mayOf2004("timeDefineFm22");

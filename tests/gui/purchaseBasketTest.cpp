@@ -187,12 +187,12 @@ TEST_F(PurchaseBasket, UnsavedChangesOfTheRegisterOutliveThePurchase) {
 TEST_F(PurchaseBasket, OpensAfterItsBasketTableWasDropped) {
     start();
     runStatement(session().cn, "Drop Table buyList2");
-    session().saleShowSource = 9;
+    session().saleShowSource = ShowSource(9);
     drive->click("Command7");
     buy = std::make_unique<Driver>(*window("buyFm1"));
     put(0, "1");
     EXPECT_EQ(basket(), u"p1|1.0|100|5.0");
-    EXPECT_EQ(session().saleShowSource, 2);
+    EXPECT_EQ(session().saleShowSource, ShowSource(2));
     prompts.expectAsk("选购的产品还没有结帐，结帐吗？", false);
     buy->click("Command4");
 }

@@ -86,7 +86,7 @@ TEST_F(QueryDialogs, ASearchByDateIsAChoiceOfAPeriod) {
 
 TEST_F(QueryDialogs, InTheSalesListTooADateLeadsToThePeriod) {
     start();
-    session().showSource = 2;
+    session().showSource = ShowSource(2);
     session().searchCode = 2;
     main->host().openWindow("searchFm1", ViewHost::MainWindow::Stays);
     opened("searchFm1").clickItem("List1", "日期");
@@ -159,7 +159,7 @@ TEST_F(QueryDialogs, ThePeriodViewOfAHistoryOffersTheMakerToo) {
     drive->choose("whole_show_product");
     drive->click("Toolbar1(3)");
     EXPECT_FALSE(opened("searchFm1").entries("List1").contains("厂家"));
-    session().showSource = 16;
+    session().showSource = ShowSource(16);
     session().reopen(session().product_Bank2, "Select * From product_Bank");
     drive->click("Toolbar1(3)");
     EXPECT_TRUE(opened("searchFm1").entries("List1").contains("厂家")) << "the open dialog follows";
@@ -175,7 +175,7 @@ TEST_F(QueryDialogs, TheProductListMovesSearchesSortsAndReturns) {
     EXPECT_EQ(list.text("Text1"), u"3/3");
     list.choose("search");
     EXPECT_EQ(session().searchCode, 3);
-    session().showSource = 3;
+    session().showSource = ShowSource(3);
     Driver search = opened("searchFm1");
     search.clickItem("List1", "品名");
     search.type("Text2", "纸");

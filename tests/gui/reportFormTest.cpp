@@ -453,7 +453,7 @@ TEST_F(Reports, ThePeriodOfAHistoryPrintsItsOwnReport) {
     start();
     drive->choose("show_return");
     session().reopen(session().return_Bank2, "Select * From return_Bank2");
-    session().showSource = 19;
+    session().showSource = ShowSource(19);
     session().periodStart = "2004";
     main->host().active()->activate();
     drive->click("Toolbar1(7)");

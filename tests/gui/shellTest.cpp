@@ -90,10 +90,10 @@ TEST_F(Shell, ACommandThatIsNotThereYetChangesNothingButTheStatusBar) {
     books.addClient("7");
     start();
     session().clientTable->setFilter("客户编号 = '7'");
-    session().showSource = 7;
+    session().showSource = ShowSource(7);
     drive->choose("show_sales");
     EXPECT_TRUE(status().contains(u"产品销售显示"));
-    EXPECT_EQ(session().showSource, 7);
+    EXPECT_EQ(session().showSource, ShowSource(7));
     EXPECT_EQ(session().activeViewName, u"dataInputFm1");
     EXPECT_EQ(session().clientTable->Filter(), u"客户编号 = '7'");
     EXPECT_TRUE(main->isVisible());
@@ -106,23 +106,23 @@ TEST_F(Shell, ACommandThatIsNotThereYetChangesNothingButTheStatusBar) {
 
 TEST_F(Shell, OpeningTheMarketingMenuSetsTheWholeTableAndClosingItWithoutACommandPutsItBack) {
     start();
-    session().showSource = 7;
+    session().showSource = ShowSource(7);
     QMenu* menu = action("data_input")->menu();
     Q_EMIT menu->aboutToShow();
-    EXPECT_EQ(session().showSource, 1);
+    EXPECT_EQ(session().showSource, ShowSource(1));
     Q_EMIT menu->aboutToHide();
     QCoreApplication::processEvents();
-    EXPECT_EQ(session().showSource, 7);
+    EXPECT_EQ(session().showSource, ShowSource(7));
     Q_EMIT menu->aboutToShow();
     Q_EMIT menu->aboutToHide();
     drive->choose("show_whole_client"); // not there yet: nothing changes
     QCoreApplication::processEvents();
-    EXPECT_EQ(session().showSource, 7);
+    EXPECT_EQ(session().showSource, ShowSource(7));
     Q_EMIT menu->aboutToShow();
     Q_EMIT menu->aboutToHide();
     drive->choose("management_client");
     QCoreApplication::processEvents();
-    EXPECT_EQ(session().showSource, 1);
+    EXPECT_EQ(session().showSource, ShowSource(1));
 }
 
 TEST_F(Shell, ACommandForTheViewInFrontClearsThreeFiltersAndLeavesTheView) {
@@ -301,17 +301,17 @@ TEST_F(Shell, ViewsTakeTheirSourceFromTheirFamily) {
     QStringList notes;
     for (const char* name : {"stockFm1", "statisticFm2", "stock_BankFm1", "userInfoFm1"})
         main->host().registerView(name, [&, name] { return new NotingView(name, notes); });
-    session().stockShowSource = 4;
-    session().saleShowSource = 9;
-    session().clientShowSource = 7;
+    session().stockShowSource = ShowSource(4);
+    session().saleShowSource = ShowSource(9);
+    session().clientShowSource = ShowSource(7);
     main->host().show("stockFm1");
-    EXPECT_EQ(session().showSource, 3) << "without an open copy of the products";
+    EXPECT_EQ(session().showSource, ShowSource(3)) << "without an open copy of the products";
     main->host().show("statisticFm2");
-    EXPECT_EQ(session().showSource, 9);
+    EXPECT_EQ(session().showSource, ShowSource(9));
     main->host().show("stock_BankFm1");
-    EXPECT_EQ(session().showSource, 15);
+    EXPECT_EQ(session().showSource, ShowSource(15));
     main->host().show("userInfoFm1");
-    EXPECT_EQ(session().showSource, 7);
+    EXPECT_EQ(session().showSource, ShowSource(7));
 }
 
 } // namespace

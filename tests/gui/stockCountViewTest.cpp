@@ -109,9 +109,9 @@ TEST_F(Counting, GoingOnFromTheMenuTestsForNoRowsAndFromStockInDoes) {
 TEST_F(Counting, SearchAndSortWorkOnTheCountWithItsOwnCode) {
     open();
     drive->click("Toolbar1(4)");
-    EXPECT_EQ(session().showSource, 15) << "the whole-show code of this view";
+    EXPECT_EQ(session().showSource, ShowSource(15)) << "the whole-show code of this view";
     drive->click("Toolbar1(3)");
-    EXPECT_EQ(session().showSource, 17);
+    EXPECT_EQ(session().showSource, ShowSource(17));
     EXPECT_EQ(session().searchCode, 17);
     Driver search(*window("searchFm1"));
     search.clickItem("List1", "品名");

@@ -287,13 +287,13 @@ TEST_F(StockOuts, ThePrintRoutineHandsTheStockInTitleAndTheOddReports) {
         {"no_Sales_stock3", 15, "showprint_rs18"}, {"no_Sales_stock3", 16, "showprint_rs19"}};
     for (const auto& [command, number, report] : prints) {
         drive->choose(QString::fromUtf8(command));
-        session().showSource = number;
+        session().showSource = ShowSource(number);
         static_cast<StockOutChooser*>(main->host().active())->data_print();
         ASSERT_NE(window(report), nullptr) << command << number;
         EXPECT_EQ(session().reportFormTitle, u"产 品 入 库 清 单");
         window(report)->close();
     }
-    session().showSource = 3;
+    session().showSource = ShowSource(3);
     static_cast<StockOutChooser*>(main->host().active())->data_print();
     EXPECT_EQ(window("showprint_rs18"), nullptr);
 }

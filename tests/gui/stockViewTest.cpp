@@ -46,7 +46,7 @@ TEST_F(StockViews, AnActivationSortsByDateAndStandsOnTheLastRow) {
     EXPECT_EQ(dates(), u"2004-1-5/2004-3-1");
     EXPECT_EQ(session().displayDate1 + u'/' + session().displayDate2, u"2004-1-5/2004-3-1");
     EXPECT_EQ(session().currentProductNum, u"p1");
-    EXPECT_EQ(session().showSource, 3);
+    EXPECT_EQ(session().showSource, ShowSource(3));
     EXPECT_TRUE(grid()->isColumnHidden(0)) << "流水号";
     EXPECT_EQ(drive->text("Label5"), u"33");
     EXPECT_EQ(drive->text("Label7"), u"10");
@@ -64,7 +64,7 @@ TEST_F(StockViews, EveryMemberOpensFromItsMenuCommandWithItsCaptionAndNumber) {
         drive->choose(QString::fromUtf8(command));
         ASSERT_TRUE(main->host().isActive(QString::fromUtf8(view))) << view;
         EXPECT_EQ(main->host().active()->caption(), QString::fromUtf8(caption));
-        EXPECT_EQ(session().showSource, number) << view;
+        EXPECT_EQ(session().showSource, ShowSource(number)) << view;
         EXPECT_EQ(drive->find<QWidget>("Text2")->toolTip(), u"时间显示");
         for (int i = 2; i <= 7; ++i)
             EXPECT_TRUE(enabled(qPrintable(QStringLiteral("Toolbar1(%1)").arg(i)))) << view << i;
@@ -139,12 +139,12 @@ TEST_F(StockViews, AFilterFiguresTheSumsAgainAndKeepsThePosition) {
 TEST_F(StockViews, TheStockCommandInFrontGoesBackToTheWholeTable) {
     show("show_stock");
     periodOf("2004");
-    ASSERT_EQ(session().showSource, 4);
+    ASSERT_EQ(session().showSource, ShowSource(4));
     books.execute(
         "INSERT INTO productTable SELECT 9, '2004-01-01', 'p9', '新', '', '', '', '', 1, 1, '100', 1");
     drive->choose("show_stock");
-    EXPECT_EQ(session().showSource, 3);
-    EXPECT_EQ(session().stockShowSource, 3);
+    EXPECT_EQ(session().showSource, ShowSource(3));
+    EXPECT_EQ(session().stockShowSource, ShowSource(3));
     EXPECT_EQ(grid()->recordset(), session().productTable);
     EXPECT_EQ(session().productTable->Filter(), u"");
 }
@@ -153,8 +153,8 @@ TEST_F(StockViews, APeriodOfTheStockShowsTheDatesOfItsRows) {
     books.execute("UPDATE productTable SET 日期 = '2005-01-01' WHERE 产品编号 = 'p1'");
     show("show_stock");
     periodOf("2004");
-    EXPECT_EQ(session().showSource, 4);
-    EXPECT_EQ(session().stockShowSource, 4);
+    EXPECT_EQ(session().showSource, ShowSource(4));
+    EXPECT_EQ(session().stockShowSource, ShowSource(4));
     EXPECT_EQ(numbers(), u"p3 p2");
     EXPECT_EQ(dates(), u"2004-1-5/2004-2-1");
     EXPECT_EQ(drive->text("Text1"), u"2/2");
@@ -175,13 +175,13 @@ TEST_F(StockViews, APeriodOfAHistoryShowsThePeriodWhateverItsRowsSay) {
     EXPECT_EQ(dates(), u"2004-1-5/2004-2-1");
     EXPECT_TRUE(enabled("Command6"));
     periodOf("2004");
-    EXPECT_EQ(session().showSource, 16);
+    EXPECT_EQ(session().showSource, ShowSource(16));
     EXPECT_EQ(dates(), u"2004/");
     EXPECT_EQ(drive->text("Text1"), u"1/3");
     EXPECT_FALSE(enabled("Command6")) << "a copy has nothing to delete";
     EXPECT_FALSE(drive->find<QWidget>("Command6")->toolTip().isEmpty());
     drive->click("Toolbar1(4)");
-    EXPECT_EQ(session().showSource, 15);
+    EXPECT_EQ(session().showSource, ShowSource(15));
     EXPECT_EQ(dates(), u"2004-1-5/2004-2-1");
     EXPECT_TRUE(enabled("Command6"));
 }
@@ -191,7 +191,7 @@ TEST_F(StockViews, CancelOverAPeriodGoesBackToTheWholeTable) {
     periodOf("2003");
     EXPECT_EQ(drive->text("Text1"), u"0/0");
     drive->click("Toolbar1(2)");
-    EXPECT_EQ(session().showSource, 15) << "the asker sets it before the dialog opens";
+    EXPECT_EQ(session().showSource, ShowSource(15)) << "the asker sets it before the dialog opens";
     Driver(*window("timeDefineFm2")).click("Command2");
     EXPECT_EQ(window("timeDefineFm2"), nullptr);
     EXPECT_EQ(drive->text("Text1"), u"3/3");
@@ -204,7 +204,7 @@ TEST_F(StockViews, TransfersHaveNoPeriodCopy) {
         "INSERT INTO out_of_Bank (日期, 产品编号) VALUES ('2003-01-01', 'p1'), ('2004-01-01', 'p2')");
     show("show_out_of_Bank");
     periodOf("2004");
-    EXPECT_EQ(session().showSource, 23);
+    EXPECT_EQ(session().showSource, ShowSource(23));
     EXPECT_EQ(drive->text("Text1"), u"2/2");
     EXPECT_EQ(dates(), u"2003-1-1/2004-1-1");
 }
@@ -294,7 +294,7 @@ TEST_F(StockViews, TheShortfallOfAPeriodIsThatOfTheCopy) {
     show("show_stock");
     periodOf("2004");
     drive->click("Command6");
-    EXPECT_EQ(session().showSource, 4);
+    EXPECT_EQ(session().showSource, ShowSource(4));
     EXPECT_EQ(grid()->recordset(), session().productTable2);
     EXPECT_EQ(session().productTable2->Filter(), u"数量 <= 2");
     drive->click("Command3(1)");
@@ -360,13 +360,13 @@ TEST_F(StockStatistic, WithoutRowsShowsThePeriodAndZeros) {
     EXPECT_EQ(window("print_rs3"), nullptr);
     form->click("whole_show");
     EXPECT_EQ(form->text("Text1"), u"3/3");
-    EXPECT_EQ(session().showSource, 3);
+    EXPECT_EQ(session().showSource, ShowSource(3));
 }
 
 TEST_F(StockStatistic, AsksForAPeriodOfTheStockPrintsAndReturns) {
     open();
     form->click("select_time");
-    EXPECT_EQ(session().showSource, 3);
+    EXPECT_EQ(session().showSource, ShowSource(3));
     Driver(*window("timeDefineFm2")).click("Command2");
     form->click("print");
     ASSERT_NE(window("print_rs3"), nullptr);

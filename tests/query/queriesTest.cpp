@@ -35,7 +35,7 @@ TEST(SearchFields, EachViewNumberHandsItsList) {
                                          {3, 3},   {4, 3},   {15, 15}, {16, 16}, {17, 17}, {18, 18},
                                          {19, 19}, {20, 20}, {21, 21}, {23, 23}};
     for (const auto& [number, code] : codes)
-        EXPECT_EQ(searchCodeOf(number), code) << number;
+        EXPECT_EQ(searchCodeOf(ShowSource(number)), code) << number;
 }
 
 TEST(SearchCondition, KeysAreComparedAndAllElseIsContained) {
@@ -56,13 +56,13 @@ TEST(SourceTable, EachCodeStandsForItsCursor) {
         {16, s.product_Bank2}, {17, s.stock_Count_Bank}, {18, s.return_Bank}, {19, s.return_Bank2},
         {20, s.no_use_Bank},   {21, s.no_use_Bank2},     {22, s.clerkClients}};
     for (const auto& [code, cursor] : cursors) {
-        EXPECT_EQ(*sourceCursor(s, code), cursor) << code;
-        EXPECT_TRUE(sourceRow(code)->sorted) << code;
-        EXPECT_EQ(sourceRow(code)->searched, code != 11 && code != 12) << code;
+        EXPECT_EQ(*sourceCursor(s, ShowSource(code)), cursor) << code;
+        EXPECT_TRUE(sourceRow(ShowSource(code))->sorted) << code;
+        EXPECT_EQ(sourceRow(ShowSource(code))->searched, code != 11 && code != 12) << code;
     }
     for (const int code : {0, 10, 13, 14, 25})
-        EXPECT_EQ(sourceCursor(s, code), nullptr) << code;
-    EXPECT_FALSE(sourceRow(23)->searched || sourceRow(23)->sorted);
+        EXPECT_EQ(sourceCursor(s, ShowSource(code)), nullptr) << code;
+    EXPECT_FALSE(sourceRow(ShowSource::Transfers)->searched || sourceRow(ShowSource::Transfers)->sorted);
 }
 
 class Queries : public testing::Test {
@@ -91,36 +91,36 @@ protected:
 };
 
 TEST_F(Queries, ASearchFiltersAndSortsTheCursorOfShowSource) {
-    session().showSource = 3;
-    applySearch(session(), "品名", "纸");
+    session().showSource = ShowSource(3);
+    applySearch(session(), session().showSource, "品名", "纸");
     EXPECT_EQ(numbers(session().productTable), u"p3 p1") << "白 before 打";
     EXPECT_EQ(session().productTable->Sort(), u"品名");
     EXPECT_EQ(session().viewReturnState, u"Open");
 }
 
 TEST_F(Queries, ASearchInTheLinesKeepsTheViewFromActivating) {
-    session().showSource = 2;
-    applySearch(session(), "订单号", "2");
+    session().showSource = ShowSource(2);
+    applySearch(session(), session().showSource, "订单号", "2");
     EXPECT_EQ(session().viewReturnState, u"Close");
 }
 
 TEST_F(Queries, AnApostropheBreaksTheConditionAndTheCursorStaysAsItWas) {
-    session().showSource = 3;
+    session().showSource = ShowSource(3);
     session().productTable->setFilter("产品编号 = 'p2'");
     session().productTable->setSort("数量");
-    applySearch(session(), "品名", "'");
+    applySearch(session(), session().showSource, "品名", "'");
     EXPECT_EQ(session().productTable->Filter(), u"产品编号 = 'p2'");
     EXPECT_EQ(session().productTable->Sort(), u"数量");
 }
 
 TEST_F(Queries, ASearchOnACodeWithoutACursorChangesNothing) {
     for (const int code : {0, 10, 11, 12, 23}) {
-        session().showSource = code;
-        applySearch(session(), "品名", "纸");
+        session().showSource = ShowSource(code);
+        applySearch(session(), session().showSource, "品名", "纸");
     }
     EXPECT_EQ(session().productTable->Filter(), u"");
-    session().showSource = 4; // a cursor that is closed
-    applySearch(session(), "品名", "纸");
+    session().showSource = ShowSource(4); // a cursor that is closed
+    applySearch(session(), session().showSource, "品名", "纸");
     EXPECT_FALSE(session().productTable2->isOpen());
 }
 
@@ -158,7 +158,7 @@ TEST_F(Queries, TheOrdersOfACustomerEachOnce) {
 
 TEST_F(Queries, AnOrderTakenInHandHasItsLinesDateAmountAndQuantity) {
     session().currentClientNum = "7";
-    session().showSource = 1;
+    session().showSource = ShowSource(1);
     takeOrder(session(), "21");
     EXPECT_EQ(session().currentOrderNum, u"21");
     EXPECT_EQ(session().currentContact, u"张");

@@ -127,12 +127,12 @@ TEST_F(Basket, TheDateIsTheFirstTenCharactersAndMayThenBeNone) {
 
 TEST_F(Basket, OpeningEmptiesTheBasketMakesAMissingTableAgainAndEndsThePeriod) {
     books.execute("INSERT INTO buyList2 (订单号) VALUES ('old')");
-    session().saleShowSource = 9;
-    session().clientShowSource = 7;
+    session().saleShowSource = ShowSource(9);
+    session().clientShowSource = ShowSource(7);
     open();
     EXPECT_EQ(basket->RecordCount(), 0);
-    EXPECT_EQ(session().saleShowSource, 2);
-    EXPECT_EQ(session().clientShowSource, 1);
+    EXPECT_EQ(session().saleShowSource, ShowSource(2));
+    EXPECT_EQ(session().clientShowSource, ShowSource(1));
     runStatement(session().cn, "Drop Table buyList2");
     const RecordsetPtr again = openBasket(session());
     EXPECT_EQ(again->RecordCount(), 0);

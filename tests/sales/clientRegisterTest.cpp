@@ -196,7 +196,7 @@ TEST_F(ClientRegister, OrderTotalsComeFromTheLinesOrThePeriodCopy) {
     EXPECT_EQ(session().orderTotals->RecordCount(), 1);
     EXPECT_EQ(session().orderTotals->Fields("购物数").text(), u"5");
     EXPECT_EQ(session().orderTotals->Fields("购物金额").text(), u"11");
-    session().showSource = 7;
+    session().showSource = ShowSource(7);
     setup_rs_total(session());
     EXPECT_EQ(session().orderTotals->RecordCount(), 0);
 }

@@ -75,7 +75,7 @@ TEST_F(StockDisplay, OneProductIsPickedOutWithSevenColumns) {
     books.addProduct("o''n", "笔", 4, 1.25, 9);
     open();
     session().productTable->MoveLast();
-    ASSERT_TRUE(pickOneProduct(session(), session().productTable, 3));
+    ASSERT_TRUE(pickOneProduct(session(), session().productTable, ShowSource::Products));
     EXPECT_EQ(oneProductLines(session().oneProduct),
               (QStringList{"产品编号----o'n", "", "品名----笔", "", "规格----规格o'n", "", "厂家----厂家o'n",
                            "", "产地----产地o'n", "", "数量----4", "", "计量单位----个", ""}));
@@ -87,13 +87,13 @@ TEST_F(StockDisplay, OneProductOfThePeriodComesFromTheCopy) {
     books.execute("INSERT INTO productTable2 SELECT * FROM productTable");
     books.execute("UPDATE productTable2 SET 数量 = 77");
     session().reopen(session().productTable2, "Select * From productTable2");
-    ASSERT_TRUE(pickOneProduct(session(), session().productTable2, 4));
+    ASSERT_TRUE(pickOneProduct(session(), session().productTable2, ShowSource::PeriodProducts));
     EXPECT_EQ(session().oneProduct->Fields("数量").text(), u"77");
 }
 
 TEST_F(StockDisplay, WithoutARowThereIsNoProductToPick) {
     open();
-    EXPECT_FALSE(pickOneProduct(session(), session().productTable, 3));
+    EXPECT_FALSE(pickOneProduct(session(), session().productTable, ShowSource::Products));
     EXPECT_TRUE(oneProductLines(session().oneProduct).isEmpty());
 }
 
