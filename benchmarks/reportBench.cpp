@@ -3,6 +3,7 @@
 #include "app/appearance.h"
 #include "app/registry.h"
 #include "controls/prompts.h"
+#include "data/books.h"
 #include "reports/reportRun.h"
 #include "shell/MDIForm1.h"
 
@@ -132,7 +133,7 @@ void measureReports(const QString& path) {
     MDIForm1 main(session, prompts);
     registerAll(main, prompts);
     main.show();
-    main.openBooks();
+    openBooks(session);
     measurePages(session);
     measureViews(main);
 }

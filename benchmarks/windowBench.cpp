@@ -4,6 +4,7 @@
 #include "app/registry.h"
 #include "controls/dataGrid.h"
 #include "controls/prompts.h"
+#include "data/books.h"
 #include "data/schema.h"
 #include "plainSqlite.h"
 #include "recordset/tableImage.h"
@@ -143,8 +144,8 @@ void measureStart(QApplication& application, const QElapsedTimer& since, const Q
     main.repaint();
     say("painted", clock.first);
     say("usable", milliseconds([&] {
-            say("cursors", milliseconds([&] { main.openBooks(); }));
-            say("recount", milliseconds([&] { main.recountTotals(); }));
+            say("cursors", milliseconds([&] { openBooks(*session); }));
+            say("recount", milliseconds([&] { recountTotals(*session); }));
             say("register", milliseconds([&] {
                     main.host().show(QStringLiteral("dataInputFm1"));
                     main.repaint();

@@ -48,7 +48,7 @@ int run(ShopApplication& application, const QString& appPath, const QString& dat
     // The frame is painted before the tables are read, so that a large shop has its window at once.
     QTimer::singleShot(0, &main, [&main] {
         main.repaint();
-        main.start();
+        startShop(main);
     });
     return application.exec();
 }

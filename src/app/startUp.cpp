@@ -1,5 +1,8 @@
 #include "app/startUp.h"
 
+#include "data/books.h"
+#include "shell/MDIForm1.h"
+
 #include <QFileInfo>
 
 DatabaseLock::DatabaseLock(const QString& databasePath)
@@ -13,6 +16,16 @@ DatabaseLock::DatabaseLock(const QString& databasePath)
                       .arg(databasePath);
     else
         m_fault = QStringLiteral("不能打开数据库 %1\n所在的文件夹不能写入锁文件。").arg(databasePath);
+}
+
+void startShop(MDIForm1& main) {
+    Session& session = main.host().session();
+    openBooks(session);
+    recountTotals(session, [&main](int done, int total) {
+        main.showProgress(QStringLiteral("正在核对客户累计"), done, total);
+    });
+    main.endProgress();
+    main.host().show(QStringLiteral("dataInputFm1"));
 }
 
 QString databaseFileName() {

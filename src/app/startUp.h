@@ -3,7 +3,7 @@
 #include <QLockFile>
 #include <QString>
 
-#include <memory>
+class MDIForm1;
 
 /// The lock that keeps a second copy of the program off the same file.
 class DatabaseLock {
@@ -18,6 +18,10 @@ private:
     QLockFile m_lock;
     QString m_fault;
 };
+
+/// Opens the books, recounts the customers' totals and shows the register. In: called once, after the main
+/// window is shown. Throws RuntimeError.
+void startShop(MDIForm1& main);
 
 /// Name of the database file beside the program.
 QString databaseFileName();

@@ -56,6 +56,8 @@ DataGrid::DataGrid(Prompts& prompts, QWidget* parent)
 
 void DataGrid::bind(const RecordsetPtr& recordset, const QStringList& hidden) {
     const bool other = m_model->recordset() != recordset;
+    m_restingOn = nullptr;
+    m_hidden = hidden;
     if (other)
         m_model->setRecordset(recordset);
     for (int i = 0; i < m_model->columnCount(); ++i)
@@ -65,6 +67,18 @@ void DataGrid::bind(const RecordsetPtr& recordset, const QStringList& hidden) {
     followRecordset();
     if (other && m_rowHandler)
         m_rowHandler();
+}
+
+void DataGrid::rest() {
+    if (!recordset())
+        return;
+    m_restingOn = recordset();
+    unbind();
+}
+
+void DataGrid::wake() {
+    if (m_restingOn)
+        bind(RecordsetPtr(m_restingOn), QStringList(m_hidden));
 }
 
 void DataGrid::setEditable(bool editable) {

@@ -21,6 +21,9 @@ public:
     void bind(const RecordsetPtr& recordset, const QStringList& hidden = {});
     /// Lets go of the recordset: an empty grid that hears of nothing.
     void unbind() { m_model->setRecordset(nullptr); }
+    /// Hears of nothing while nobody sees the grid; wake() binds it again to what it was bound to.
+    void rest();
+    void wake();
     const RecordsetPtr& recordset() const { return m_model->recordset(); }
     RecordsetModel& recordsetModel() { return *m_model; }
 
@@ -64,6 +67,8 @@ private:
     RecordsetModel* m_model;
     std::function<void()> m_rowHandler;
     QString m_emptyText;
+    RecordsetPtr m_restingOn; // while the grid rests
+    QStringList m_hidden;     // names of the columns that are not shown
     QList<QAction*> m_actions;
     bool m_following = false;
     bool m_pressing = false;

@@ -1,7 +1,6 @@
 #include "shell/MDIForm1.h"
 
 #include "controls/prompts.h"
-#include "data/recount.h"
 #include "shell/menuTree.h"
 #include "shell/toolbarTable.h"
 
@@ -114,7 +113,7 @@ void MDIForm1::buildToolbar() {
         button->setIconSize({26, 26});
         button->setAutoRaise(true);
         button->setAccessibleName(each.caption.toString());
-        connect(action, &QAction::triggered, this, [this, index = each.index] { pressToolbar(index); });
+        connect(action, &QAction::triggered, this, [this, press = each.press] { press(*this); });
         // The menu bar's window owns the shortcut, so that it works wherever the focus is.
         addAction(action);
         m_buttons[each.index] = button;
@@ -153,32 +152,7 @@ void MDIForm1::buildArea() {
     statusBar()->addPermanentWidget(m_progress);
 }
 
-void MDIForm1::start() {
-    openBooks();
-    recountTotals();
-    m_host.show(QStringLiteral("dataInputFm1"));
-}
-
-void MDIForm1::openBooks() {
-    m_list1->clear();
-    m_list2->clear();
-    m_session.viewReturnState = QStringLiteral("Open");
-    m_session.safetyStock = 2;
-    m_session.open_rs();
-    m_session.readCurrent();
-}
-
-void MDIForm1::recountTotals() {
-    if (!m_session.clientTable->isOpen() || !m_session.buyList->isOpen())
-        return;
-    m_session.clientTable->clearFilter();
-    m_session.buyList->clearFilter();
-    client_totals_recount(m_session.cn, m_session.clientTable, m_session.buyList,
-                          [this](int done, int total) { showProgress(done, total); });
-    m_progress->hide();
-}
-
-void MDIForm1::showProgress(int done, int total) {
+void MDIForm1::showProgress(const QString& work, int done, int total) {
     constexpr qint64 worthShowing = 500; // milliseconds
     constexpr qint64 between = 100;
     if (done == 0)
@@ -188,9 +162,13 @@ void MDIForm1::showProgress(int done, int total) {
     m_progressClock.start();
     m_progress->setRange(0, total);
     m_progress->setValue(done);
-    m_progress->setFormat(QStringLiteral("正在核对客户累计 %p%"));
+    m_progress->setFormat(work + QStringLiteral(" %p%"));
     m_progress->show();
     m_progress->repaint();
+}
+
+void MDIForm1::endProgress() {
+    m_progress->hide();
 }
 
 void MDIForm1::restoreShowSource() {
@@ -205,27 +183,6 @@ void MDIForm1::runCommand(const QString& name, const QString& caption) {
     }
     m_sourceBeforeMenu.reset();
     m_commands.run(name);
-}
-
-void MDIForm1::pressToolbar(int index) {
-    switch (index) {
-    case 2:
-        return statistic_Time();
-    case 3:
-        return search_A();
-    case 4:
-        return show_A();
-    case 5:
-        return order_A(1);
-    case 6:
-        return order_A(2);
-    case 7:
-        return print_A();
-    case 8:
-        return showHelp();
-    default:
-        return askExit();
-    }
 }
 
 bool MDIForm1::dispatch(ViewOperation operation) {
@@ -253,10 +210,9 @@ void MDIForm1::Tool_show_control() {
     const ToolbarRow* row = toolbarRow(m_session.activeViewName);
     if (!row)
         return;
-    const std::pair<int, bool> states[] = {{2, row->time},  {3, row->search}, {4, row->show},
-                                           {5, row->order}, {6, row->order},  {7, row->print}};
-    for (const auto& [index, enabled] : states)
-        m_buttons[index]->defaultAction()->setEnabled(enabled);
+    for (const ToolbarButton& each : toolbarButtons())
+        if (each.operation)
+            m_buttons[each.index]->defaultAction()->setEnabled(row->serves(*each.operation));
 }
 
 void MDIForm1::askExit() {

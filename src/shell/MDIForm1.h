@@ -28,13 +28,9 @@ public:
     ViewHost& host() { return m_host; }
     CommandTable& commands() { return m_commands; }
 
-    /// Opens the cursors, recounts the customers' totals and shows the register. In: called once, after the
-    /// window is shown. Throws RuntimeError.
-    void start();
-    /// The first two steps of start() by themselves: cursors opened and the values in hand read; totals
-    /// recounted.
-    void openBooks();
-    void recountTotals();
+    /// Shows in the status bar how far a long work has come, from its half second on.
+    void showProgress(const QString& work, int done, int total);
+    void endProgress();
     /// Ends the process after the stop question; tests put their own end here.
     std::function<void()> endProcess;
 
@@ -60,9 +56,7 @@ private:
     void addLeaf(QMenu* menu, const QString& control, const QString& caption, const QString& command);
     void watchMarketingMenu(QMenu* menu);
     void restoreShowSource();
-    void pressToolbar(int index);
     bool dispatch(ViewOperation operation);
-    void showProgress(int done, int total);
 
     Session& m_session;
     Prompts& m_prompts;

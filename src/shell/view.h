@@ -68,6 +68,8 @@ public:
     virtual bool isDialog() const { return false; }
     /// Runs when the window is asked for while it is open.
     virtual void shownAgain() {}
+    /// Whether the window sets showSource for itself; the front view's value comes back when it closes.
+    virtual bool setsShowSource() const { return false; }
 
 Q_SIGNALS:
     void finished();

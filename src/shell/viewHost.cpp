@@ -44,6 +44,9 @@ void ViewHost::show(const QString& name) {
     const bool fresh = m_loaded.value(name).isNull();
     View* view = loaded(name);
     m_area.setCurrentWidget(view);
+    if (!fresh)
+        for (DataGrid* grid : view->findChildren<DataGrid*>())
+            grid->wake();
     closeDialogs();
     leaveActive();
     m_active = view;
@@ -119,6 +122,8 @@ void ViewHost::Fm_Visible_Not(const QString& name) {
         return;
     view->leave();
     view->hide();
+    for (DataGrid* grid : view->findChildren<DataGrid*>())
+        grid->rest();
 }
 
 TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
@@ -150,11 +155,23 @@ bool ViewHost::anyOpen(MainWindow main) const {
                        [main](const OpenWindow& each) { return each.main == main; });
 }
 
-void ViewHost::windowClosed(const QString& name) {
-    m_open.remove(name);
+void ViewHost::restoreMain() {
     m_main.setEnabled(!anyOpen(MainWindow::Disabled));
     if (!anyOpen(MainWindow::Hidden))
         m_main.show();
+}
+
+void ViewHost::bringBackMain(const QString& beside) {
+    if (const auto open = m_open.find(beside); open != m_open.end())
+        open->main = MainWindow::Stays;
+    restoreMain();
+}
+
+void ViewHost::windowClosed(const QString& name) {
+    const OpenWindow closed = m_open.take(name);
+    restoreMain();
+    if (closed.window && closed.window->setsShowSource())
+        setShowSource();
 }
 
 QString ViewHost::controlText(const QString& view, const QString& control) const {

@@ -42,6 +42,8 @@ public:
     void showFromMenu(const QString& name);
     /// Opens a window of its own, or brings the open one to the front. Null for an unknown name.
     TopWindow* openWindow(const QString& name, MainWindow main);
+    /// Brings the main window back beside an open window that had it hidden or disabled.
+    void bringBackMain(const QString& beside);
     /// Opens a window of its own; one that is not there yet changes nothing but the status bar.
     bool openOrTell(const QString& name, MainWindow main, const QString& caption);
     /// The window of this name, null while it is closed.
@@ -78,6 +80,7 @@ private:
     void leaveActive();
     void closeDialogs();
     void windowClosed(const QString& name);
+    void restoreMain();
     bool anyOpen(MainWindow main) const;
     void setShowSource();
 

@@ -1,5 +1,6 @@
 // Books of an old installation: the question at the start, and the shop at work on them.
 #include "app/oldBooks.h"
+#include "app/startUp.h"
 #include "reports/reportForm.h"
 #include "support/pdfReader.h"
 #include "support/shopWindow.h"
@@ -52,7 +53,7 @@ TEST_F(OldBooksTest, TheShopSellsStocksInAndPrintsOnThem) {
     MDIForm1 main(session, prompts);
     registerAll(main, prompts);
     main.show();
-    main.start();
+    startShop(main);
     Driver drive(main);
     const auto figure = [&session](const char* sql) {
         Statement statement = session.cn.prepare(QString::fromUtf8(sql));

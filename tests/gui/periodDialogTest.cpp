@@ -176,7 +176,7 @@ TEST_F(PeriodWindow, DecemberWithGreaterLosesTheCopiesAndASaleStillWorksNowAndAf
     MDIForm1 second(again, prompts);
     registerAll(second, prompts);
     second.show();
-    second.start();
+    startShop(second);
     sell(second, 2);
     EXPECT_EQ(books.stored("SELECT count(*) FROM buyList"), u"5");
 }

@@ -171,7 +171,10 @@ TEST_F(Shell, EachViewGetsTheButtonsOfItsRowAndAnUnknownNameKeepsTheLast) {
         session().activeViewName = row.view.toString();
         main->Tool_show_control();
         QString expected;
-        for (const bool on : {row.time, row.search, row.show, row.order, row.order, row.print, true, true})
+        for (const bool on :
+             {row.serves(ViewOperation::Time_AA), row.serves(ViewOperation::data_search),
+              row.serves(ViewOperation::data_whole_show), row.serves(ViewOperation::data_order),
+              row.serves(ViewOperation::data_order), row.serves(ViewOperation::data_print), true, true})
             expected += on ? u'1' : u'0';
         EXPECT_EQ(buttonStates(), expected) << row.view.toString().toStdString();
     }
@@ -185,8 +188,8 @@ TEST_F(Shell, EachViewGetsTheButtonsOfItsRowAndAnUnknownNameKeepsTheLast) {
 TEST_F(Shell, TheTableNamesTheShortfallListWithASmallLetterAndBothFormsCount) {
     ASSERT_NE(toolbarRow(u"stockFm2"), nullptr);
     EXPECT_EQ(toolbarRow(u"StockFm2"), toolbarRow(u"stockFm2"));
-    EXPECT_TRUE(toolbarRow(u"StockFm2")->print);
-    EXPECT_FALSE(toolbarRow(u"StockFm2")->order);
+    EXPECT_TRUE(toolbarRow(u"StockFm2")->serves(ViewOperation::data_print));
+    EXPECT_FALSE(toolbarRow(u"StockFm2")->serves(ViewOperation::data_order));
     EXPECT_EQ(toolbarRow(u"manualFm1"), nullptr);
 }
 
@@ -294,24 +297,6 @@ TEST_F(Shell, AFailingStatementOfAMenuCommandIsPassedOver) {
     main->commands().add("management_client",
                          [](IgnoringErrors& errors) { errors.run([] { fail(3001, "x"); }); });
     drive->choose("management_client");
-}
-
-TEST_F(Shell, ViewsTakeTheirSourceFromTheirFamily) {
-    start();
-    QStringList notes;
-    for (const char* name : {"stockFm1", "statisticFm2", "stock_BankFm1", "userInfoFm1"})
-        main->host().registerView(name, [&, name] { return new NotingView(name, notes); });
-    session().stockShowSource = ShowSource(4);
-    session().saleShowSource = ShowSource(9);
-    session().clientShowSource = ShowSource(7);
-    main->host().show("stockFm1");
-    EXPECT_EQ(session().showSource, ShowSource(3)) << "without an open copy of the products";
-    main->host().show("statisticFm2");
-    EXPECT_EQ(session().showSource, ShowSource(9));
-    main->host().show("stock_BankFm1");
-    EXPECT_EQ(session().showSource, ShowSource(15));
-    main->host().show("userInfoFm1");
-    EXPECT_EQ(session().showSource, ShowSource(7));
 }
 
 } // namespace

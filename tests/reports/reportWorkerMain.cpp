@@ -3,6 +3,7 @@
 #include "app/appearance.h"
 #include "app/registry.h"
 #include "app/shopApplication.h"
+#include "app/startUp.h"
 #include "reports/reportDescription.h"
 #include "shell/MDIForm1.h"
 #include "support/driver.h"
@@ -26,7 +27,7 @@ int main(int argc, char** argv) {
     MDIForm1 main(books.session(), prompts);
     registerAll(main, prompts);
     main.show();
-    main.start();
+    startShop(main);
     const ReportDescription* report = findReport(words[1]);
     books.session().reopen(books.session().*report->cursor, QStringLiteral("Select * From ") + words[2]);
     TopWindow* form = main.host().openWindow(words[1], ViewHost::MainWindow::Disabled);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/registry.h"
+#include "app/startUp.h"
 #include "shell/MDIForm1.h"
 #include "support/driver.h"
 #include "support/scriptedPrompts.h"
@@ -18,7 +19,7 @@ protected:
         main->endProcess = [this] { ended = true; };
         registerAll(*main, prompts);
         main->show();
-        main->start();
+        startShop(*main);
         QCoreApplication::processEvents();
         drive = std::make_unique<Driver>(*main);
     }

@@ -298,7 +298,7 @@ int main(int argc, char** argv) {
     registerAll(main, prompts);
     main.resize(1280, 720);
     main.show();
-    main.start();
+    startShop(main);
     Tour(main, words[2]).run();
     return 0;
 }
