@@ -11,11 +11,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStringDecoder>
-#include <QTemporaryDir>
 
 #include <shapefil.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 namespace {
@@ -24,6 +24,20 @@ struct CloseTable {
     void operator()(DBFHandle table) const { DBFClose(table); }
 };
 using Table = std::unique_ptr<std::remove_pointer_t<DBFHandle>, CloseTable>;
+
+/// Opens a table whatever its name ends in. The library puts endings of its own choice behind a name and
+/// looks for further files beside it; here each name it asks for but the table's own is a file that lacks.
+DBFHandle openTable(const QString& path) {
+    static thread_local QByteArray name;
+    name = QFile::encodeName(path);
+    SAHooks hooks;
+    SASetupDefaultHooks(&hooks);
+    hooks.FOpen = [](const char* asked, const char* access) -> SAFile {
+        return qstrcmp(asked, "source.dbf") == 0 ? reinterpret_cast<SAFile>(std::fopen(name, access))
+                                                 : nullptr;
+    };
+    return DBFOpenLL("source.dbf", "rb", &hooks);
+}
 
 QString dateOf(const QString& digits) {
     if (digits.size() != 8)
@@ -72,18 +86,17 @@ public:
         : m_path(path)
         , m_header(headOf(path))
         , m_memo(path) {
-        // The library looks for an ending of its own choice beside the name; a link gives it one it knows.
-        const QString link = m_folder.filePath(QStringLiteral("source.dbf"));
-        if (!m_folder.isValid() || !QFile::link(QFileInfo(path).absoluteFilePath(), link))
+        if (!QFileInfo(path).isReadable())
             throw ImportError(QStringLiteral("文件不能打开：%1").arg(path));
-        m_table.reset(DBFOpen(QFile::encodeName(link).constData(), "rb"));
+        m_table.reset(openTable(path));
         if (!m_table)
             throw ImportError(QStringLiteral("不是 dBase 文件，或者文件已损坏。"));
         const char* page = DBFGetCodePage(m_table.get());
         m_isGbk = page && (qstrcmp(page, "LDID/77") == 0 || qstrcmp(page, "LDID/122") == 0);
         for (int i = 0; i < DBFGetFieldCount(m_table.get()); ++i)
             m_types.push_back(DBFGetNativeFieldType(m_table.get(), i));
-        m_isFoxPro = quint8(m_header.isEmpty() ? 0 : m_header[0]) == 0x30;
+        const quint8 version = ByteReader(m_header).u8(0);
+        m_isFoxPro = version >= 0x30 && version <= 0x32;
     }
 
     QStringList tables() override { return {tableOfFile(m_path)}; }
@@ -192,13 +205,17 @@ private:
         case 'Y':
             return plainNumber(double(qint64(value.u64(0))) / 10000);
         default:
-            return dateTime(qint64(value.u32(0)), value.u32(4));
+            return isBlank(bytes) ? QString() : dateTime(qint64(value.u32(0)), value.u32(4));
         }
     }
 
+    /// Whether a date and time was never entered: FoxPro leaves it blank, or without a day.
+    static bool isBlank(const QByteArray& bytes) {
+        return ByteReader(bytes).u32(0) == 0 ||
+               std::all_of(bytes.begin(), bytes.end(), [](char c) { return c == ' '; });
+    }
+
     static QString dateTime(qint64 julianDay, quint32 milliseconds) {
-        if (julianDay == 0)
-            return {};
         const QDate date = QDate::fromJulianDay(julianDay);
         QString text = QStringLiteral("%1-%2-%3").arg(date.year()).arg(date.month()).arg(date.day());
         const quint32 seconds = (milliseconds + 500) / 1000;
@@ -242,7 +259,6 @@ private:
     QString m_path;
     QByteArray m_header;
     DbfMemo m_memo;
-    QTemporaryDir m_folder;
     Table m_table;
     std::vector<char> m_types; // of the fields, by their index
     mutable QStringDecoder m_gbk{"GB18030"};
