@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <exception>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -43,6 +44,9 @@ public:
     virtual QStringList tables() = 0;
     /// Throws ImportError.
     virtual SourceRows read(const QString& table) = 0;
+
+    /// Called now and then by a reader that may be long at a table; may be unset.
+    std::function<void()> signOfLife;
 };
 
 /// Opens a source; the reader of Access files runs in a process of its own. Throws ImportError.

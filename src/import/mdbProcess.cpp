@@ -1,28 +1,30 @@
 #include "import/mdbProcess.h"
 
+#include "import/tableServer.h"
+
 #include <QCoreApplication>
 #include <QDataStream>
 #include <QProcess>
 
 namespace {
 
-constexpr int kSilence = 8000;                  // milliseconds without a word until the reader is given up
 constexpr qint64 kMostOutput = qint64(3) << 29; // bytes
 
 class MdbInProcess : public ImportSource {
 public:
-    explicit MdbInProcess(const QString& path) {
+    MdbInProcess(const QString& path, const QString& program, int silence)
+        : m_silence(silence) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         // The library listens to these, and would read other signs or other dates than the file holds.
         for (const char* name : {"MDBICONV", "MDB_ICONV", "MDB_JET3_CHARSET", "MDBOPTS"})
             environment.remove(QString::fromLatin1(name));
         m_reader.setProcessEnvironment(environment);
-        m_reader.start(QCoreApplication::applicationDirPath() + QStringLiteral("/hengshanghui-reader"),
-                       {path});
+        m_reader.start(program, {path});
         if (!m_reader.waitForStarted())
             throw ImportError(QStringLiteral("找不到读取 Access 文件的程序。"));
         const QByteArray bytes = answer();
         QDataStream stream(bytes);
+        stream.setByteOrder(QDataStream::LittleEndian);
         stream >> m_tables;
         if (stream.status() != QDataStream::Ok)
             unreadable();
@@ -61,26 +63,40 @@ private:
     /// The bytes that come next; nobody waits for a reader that has ended or fallen silent.
     QByteArray bytes(qint64 count) {
         while (m_reader.bytesAvailable() < count)
-            if (m_reader.state() != QProcess::Running || !m_reader.waitForReadyRead(kSilence))
+            if (m_reader.state() != QProcess::Running || !m_reader.waitForReadyRead(m_silence))
                 if (m_reader.bytesAvailable() < count)
                     unreadable();
         return m_reader.read(count);
     }
-    QByteArray answer() {
+    qint64 nextLength() {
         qint64 length = 0;
         const QByteArray head = bytes(sizeof length);
         QDataStream(head) >> length;
-        if (length < 0 || length > kMostOutput)
-            unreadable();
-        return bytes(length);
+        return length;
+    }
+    QByteArray answer() {
+        QByteArray parts;
+        for (qint64 length = nextLength(); length != AnswerPart::End; length = nextLength()) {
+            if (length < 0 || parts.size() + length > kMostOutput)
+                unreadable();
+            if (length == AnswerPart::SignOfLife && signOfLife)
+                signOfLife();
+            parts += bytes(length);
+        }
+        return parts;
     }
 
+    int m_silence; // milliseconds
     QProcess m_reader;
     QStringList m_tables;
 };
 
 } // namespace
 
-std::unique_ptr<ImportSource> openMdbInProcess(const QString& path) {
-    return std::make_unique<MdbInProcess>(path);
+QString readerProgram() {
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/hengshanghui-reader");
+}
+
+std::unique_ptr<ImportSource> openMdbInProcess(const QString& path, const QString& program, int silence) {
+    return std::make_unique<MdbInProcess>(path, program, silence);
 }

@@ -1,6 +1,7 @@
 // Reads Access files through the packaged library, whose every answer may be missing.
 #include "import/importSource.h"
 
+#include "recordset/textDate.h"
 #include "recordset/textNumber.h"
 
 #include <QFileInfo>
@@ -13,8 +14,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <string>
+#include <cmath>
 #include <string_view>
+#include <unordered_set>
 
 namespace {
 
@@ -23,6 +25,12 @@ constexpr int kMostColumns = 255;
 constexpr qint64 kJet3Page = 2048;
 constexpr qint64 kJet4Page = 4096;
 constexpr qint64 kLeastRowBytes = 6; // what a row takes in its page at least
+constexpr qint64 kRowsPerSign = 100; // rows from one sign of life to the next
+
+// Marks of a row in its page, beside the place where it begins.
+constexpr int kElsewhere = 0x4000; // moved: in its place stands where it is now
+constexpr int kUnlisted = 0x8000;  // deleted; or, without the other mark, what a moved row was moved to
+constexpr int kPlaceMask = 0x1FFF;
 
 struct CloseHandle {
     void operator()(MdbHandle* handle) const { mdb_close(handle); }
@@ -35,26 +43,16 @@ struct FreeTable {
     throw ImportError(QStringLiteral("不是 Access 文件，或者文件已损坏。"));
 }
 
-/// A number of two digits, without the zero before it.
-std::string_view withoutZero(std::string_view digits) {
-    return digits.front() == '0' ? digits.substr(1) : digits;
-}
-
-/// "2024-03-05 13:20:05" as the program writes dates: no leading zeros, no midnight, no date for a time
-/// alone.
-QString dateOf(std::string_view text) {
-    const auto latin = [](std::string_view view) {
-        return QString::fromLatin1(view.data(), qsizetype(view.size()));
-    };
-    if (text.size() < 19)
-        return latin(text);
-    std::string time(withoutZero(text.substr(11, 2)));
-    time += text.substr(13);
-    if (text.substr(0, 10) == "1899-12-30")
-        return latin(time);
-    std::string date(text.substr(0, 5));
-    date.append(withoutZero(text.substr(5, 2))).append("-").append(withoutZero(text.substr(8, 2)));
-    return latin(time == "0:00:00" ? date : date + ' ' + time);
+/// A date as the file holds it: days since 1899-12-30, the time of the day as their fraction, which counts
+/// forward before that day too. What is no day of a calendar stays a number.
+QString dateOf(double days) {
+    constexpr double firstDay = -657434;  // 100-1-1
+    constexpr double endOfDays = 2958466; // 10000-1-1
+    const double day = std::trunc(days);
+    if (!(day >= firstDay && day < endOfDays))
+        return std::isfinite(days) ? plainNumber(days) : QStringLiteral("?");
+    const auto second = std::llround(std::abs(days - day) * 86400);
+    return dateText({qint64(day) * 86400 + second});
 }
 
 /// A decimal as it is written, without the zeros at its end: it may have more digits than a double.
@@ -85,8 +83,6 @@ QString valueOf(int type, std::string_view text) {
     case MDB_MONEY:
     case MDB_NUMERIC:
         return decimalOf(text);
-    case MDB_DATETIME:
-        return dateOf(text);
     case MDB_OLE:
     case MDB_BINARY:
         return QLatin1String("");
@@ -94,6 +90,146 @@ QString valueOf(int type, std::string_view text) {
         return QString::fromUtf8(text.data(), qsizetype(text.size()));
     }
 }
+
+/// Reads the rows of one table.
+class TableReader {
+public:
+    TableReader(MdbTableDef& table, qint64 fileSize, const std::function<void()>& signOfLife)
+        : m_table(table)
+        , m_handle(table.entry->mdb)
+        , m_most(fileSize / kLeastRowBytes)
+        , m_signOfLife(signOfLife)
+        , m_values(std::make_unique_for_overwrite<char[]>(table.num_cols * (kBindSize + 1)))
+        , m_lengths(table.num_cols) {}
+
+    SourceRows read() {
+        mdb_rewind_table(&m_table);
+        for (unsigned i = 0; i < m_table.num_cols; ++i) {
+            m_rows.columns << QString::fromUtf8(column(i).name);
+            if (mdb_bind_column(&m_table, int(i) + 1, value(i), &m_lengths[i]) < 0)
+                damaged();
+        }
+        for (qint64 count = 0; mdb_fetch_row(&m_table);) {
+            if (++count > m_most)
+                damaged();
+            takeRow();
+            if (count % kRowsPerSign == 0 && m_signOfLife)
+                m_signOfLife();
+        }
+        const qint64 promised = m_table.num_rows;
+        if (m_rows.rowCount() > promised && !m_moved.empty())
+            dropDeleted();
+        if (m_rows.rowCount() < promised)
+            damaged();
+        return std::move(m_rows);
+    }
+
+private:
+    /// A row that was moved within the file: where it comes in the result, and its page and number there.
+    struct Moved {
+        int row;
+        quint32 place;
+    };
+
+    const MdbColumn& column(unsigned index) const {
+        return *static_cast<const MdbColumn*>(g_ptr_array_index(m_table.columns, index));
+    }
+    char* value(unsigned i) const { return m_values.get() + i * (kBindSize + 1); }
+
+    void takeRow() {
+        const bool known = crackRow();
+        for (unsigned i = 0; i < m_table.num_cols; ++i) {
+            const int type = column(i).col_type;
+            const bool isNull = known && m_fields[i].is_null;
+            if (type != MDB_BOOL && (isNull || (m_lengths[i] == 0 && type != MDB_TEXT && type != MDB_MEMO)))
+                m_rows.cells.emplace_back();
+            else if (type == MDB_DATETIME)
+                m_rows.cells.push_back(known ? dateOf(rawDouble(m_fields[i])) : QString());
+            else
+                m_rows.cells.push_back(valueOf(type, {value(i), std::size_t(std::max(0, m_lengths[i]))}));
+        }
+    }
+
+    /// Takes the row just read apart, which the library has done without telling: it gives an empty text for
+    /// no value too, and dates only of some centuries. The row itself knows.
+    bool crackRow() {
+        int start = 0;
+        std::size_t size = 0;
+        const int row = int(m_table.cur_row) - 1;
+        if (row < 0 || mdb_find_row(m_handle, row, &start, &size) != 0)
+            return false;
+        if ((start & kUnlisted) != 0)
+            m_moved.push_back({m_rows.rowCount(), placeOf(row)});
+        return mdb_crack_row(&m_table, start & kPlaceMask, size, m_fields.data()) >= 0;
+    }
+    quint32 placeOf(int row) const { return quint32(m_handle->cur_pg) << 8 | quint32(row); }
+
+    double rawDouble(const MdbField& field) const {
+        if (field.start < 0 || field.start + 8 > int(m_handle->fmt->pg_size))
+            damaged();
+        return mdb_get_double(m_handle->pg_buf, field.start);
+    }
+
+    /// Takes out the rows that were moved and then deleted: their old places say so, but the library reads
+    /// the new ones.
+    void dropDeleted() {
+        const std::unordered_set<quint32> live = livePlaces();
+        const auto width = std::ptrdiff_t(m_table.num_cols);
+        auto moved = m_moved.begin();
+        auto end = m_rows.cells.begin();
+        for (int row = 0, count = m_rows.rowCount(); row < count; ++row) {
+            const bool wasMoved = moved != m_moved.end() && moved->row == row;
+            if (wasMoved && !live.contains((moved++)->place))
+                continue;
+            const auto from = m_rows.cells.begin() + row * width;
+            end = from == end ? end + width : std::move(from, from + width, end);
+        }
+        m_rows.cells.erase(end, m_rows.cells.end());
+    }
+
+    /// Where the moved rows are to which the table's pages still lead.
+    std::unordered_set<quint32> livePlaces() {
+        std::unordered_set<quint32> places;
+        mdb_rewind_table(&m_table);
+        while (mdb_read_next_dpg(&m_table)) {
+            const int count = mdb_get_int16(m_handle->pg_buf, m_handle->fmt->row_count_offset);
+            for (int row = 0; row < count; ++row) {
+                int start = 0;
+                std::size_t size = 0;
+                if (mdb_find_row(m_handle, row, &start, &size) == 0 && (start & kElsewhere) != 0 &&
+                    (start & kUnlisted) == 0)
+                    places.insert(endOfRoad(m_handle->pg_buf, start));
+            }
+        }
+        return places;
+    }
+
+    /// The place to which a row was moved in the end; some were moved more than once.
+    quint32 endOfRoad(void* page, int start) {
+        const auto* format = m_handle->fmt;
+        quint32 place = 0;
+        for (int moves = 0; (start & kElsewhere) != 0 && moves < 16; ++moves) {
+            if ((start & kPlaceMask) + 4 > int(format->pg_size))
+                return 0;
+            place = quint32(mdb_get_int32(page, start & kPlaceMask));
+            if (mdb_read_alt_pg(m_handle, place >> 8) != format->pg_size)
+                return 0;
+            page = m_handle->alt_pg_buf;
+            start = mdb_get_int16(page, format->row_count_offset + 2 + 2 * int(place & 0xFF));
+        }
+        return place;
+    }
+
+    MdbTableDef& m_table;
+    MdbHandle* m_handle;
+    qint64 m_most; // rows that the file has room for
+    const std::function<void()>& m_signOfLife;
+    std::unique_ptr<char[]> m_values;
+    std::vector<int> m_lengths;
+    std::array<MdbField, kMostColumns + 1> m_fields{}; // as many as the row has are written
+    std::vector<Moved> m_moved;
+    SourceRows m_rows;
+};
 
 class MdbSource : public ImportSource {
 public:
@@ -129,7 +265,7 @@ public:
         if (!definition || !mdb_read_columns(definition.get()) || !definition->columns ||
             definition->num_cols == 0 || definition->num_cols > kMostColumns)
             damaged();
-        return rowsOf(*definition);
+        return TableReader(*definition, m_fileSize, signOfLife).read();
     }
 
 private:
@@ -142,58 +278,6 @@ private:
             if (!name.startsWith(QStringLiteral("MSys")) && !name.startsWith(QStringLiteral("~TMP")))
                 visit(*entry, name);
         }
-    }
-
-    static const MdbColumn& column(const MdbTableDef& table, unsigned index) {
-        return *static_cast<const MdbColumn*>(g_ptr_array_index(table.columns, index));
-    }
-
-    SourceRows rowsOf(MdbTableDef& table) const {
-        SourceRows rows;
-        const unsigned width = table.num_cols;
-        const auto values = std::make_unique_for_overwrite<char[]>(width * (kBindSize + 1));
-        const auto value = [&values](unsigned i) { return values.get() + i * (kBindSize + 1); };
-        std::vector<int> lengths(width);
-        mdb_rewind_table(&table);
-        for (unsigned i = 0; i < width; ++i) {
-            rows.columns << QString::fromUtf8(column(table, i).name);
-            if (mdb_bind_column(&table, int(i) + 1, value(i), &lengths[i]) < 0)
-                damaged();
-        }
-        const qint64 most = m_fileSize / kLeastRowBytes;
-        qint64 count = 0;
-        while (mdb_fetch_row(&table)) {
-            if (++count > most)
-                damaged();
-            const auto isNull = nullsOf(table);
-            for (unsigned i = 0; i < width; ++i) {
-                const int type = column(table, i).col_type;
-                if (type != MDB_BOOL &&
-                    (isNull[i] || (lengths[i] == 0 && type != MDB_TEXT && type != MDB_MEMO)))
-                    rows.cells.emplace_back();
-                else
-                    rows.cells.push_back(valueOf(type, {value(i), std::size_t(std::max(0, lengths[i]))}));
-            }
-        }
-        if (count < qint64(table.num_rows))
-            damaged();
-        return rows;
-    }
-
-    /// Which columns of the row just read hold no value. The library gives an empty text for them too; the
-    /// row itself knows.
-    static std::array<bool, kMostColumns + 1> nullsOf(MdbTableDef& table) {
-        std::array<bool, kMostColumns + 1> nulls{};
-        std::array<MdbField, kMostColumns + 1> fields; // as many as the row has are written
-        int start = 0;
-        std::size_t size = 0;
-        if (table.cur_row == 0 ||
-            mdb_find_row(table.entry->mdb, int(table.cur_row) - 1, &start, &size) != 0 ||
-            mdb_crack_row(&table, start & 0x1FFF, size, fields.data()) < 0)
-            return nulls;
-        for (unsigned i = 0; i < table.num_cols; ++i)
-            nulls[i] = fields[i].is_null;
-        return nulls;
     }
 
     qint64 m_fileSize;
