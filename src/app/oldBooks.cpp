@@ -11,21 +11,38 @@
 
 namespace {
 
+constexpr qsizetype kMostTold = 20;
+
+/// Says which values are only in the old file now.
+void tellLost(const QStringList& lost, Prompts& prompts) {
+    if (lost.isEmpty())
+        return;
+    QString text =
+        QStringLiteral("旧数据库里有 %1 处内容不能照原样保存，原来的内容只在旧文件里：\n").arg(lost.size());
+    text += lost.mid(0, kMostTold).join(u'\n');
+    if (lost.size() > kMostTold)
+        text += QStringLiteral("\n……以及另外 %1 处").arg(lost.size() - kMostTold);
+    prompts.tell(text, QStringLiteral("衡商汇"));
+}
+
 /// Runs the conversion with its progress; gives what went wrong, "" if nothing did.
 QString convert(const QString& path, Prompts& prompts) {
     try {
-        QString kept;
+        TakenOver result;
         {
             LongWork work(QStringLiteral("正在转换旧数据库…"), 0);
-            kept = takeOver(path, [&work](int done, int total) { work.stepOf(done, total); });
+            result = takeOver(path, [&work](int done, int total) { work.stepOf(done, total); });
         }
-        prompts.tell(QStringLiteral("转换完成。旧文件保留为：%1").arg(QFileInfo(kept).fileName()),
+        tellLost(result.lost, prompts);
+        prompts.tell(QStringLiteral("转换完成。旧文件保留为：%1").arg(QFileInfo(result.kept).fileName()),
                      QStringLiteral("衡商汇"));
         return {};
     } catch (const ImportError& error) {
-        return QStringLiteral("不能接收旧数据库 %1\n%2").arg(path, error.text());
+        return takeOverRefusal(path, error.text());
     } catch (const RuntimeError& error) {
-        return QStringLiteral("不能接收旧数据库 %1\n%2").arg(path, error.text());
+        return takeOverRefusal(path, error.text());
+    } catch (const std::exception& error) { // the disk is full, mostly
+        return takeOverRefusal(path, QString::fromUtf8(error.what()));
     }
 }
 

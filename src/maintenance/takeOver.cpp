@@ -21,7 +21,29 @@
 
 namespace {
 
-const QString kHalfMade = QStringLiteral(".takeover");
+/// The database that is being made beside the old file. It goes at the end, unless it took the old file's
+/// place; what a run that was killed left behind goes at the start.
+class HalfMade {
+public:
+    explicit HalfMade(const QString& path)
+        : m_path(path + QStringLiteral(".takeover")) {
+        sweep();
+    }
+    ~HalfMade() { sweep(); }
+    HalfMade(const HalfMade&) = delete;
+    HalfMade& operator=(const HalfMade&) = delete;
+
+    const QString& path() const { return m_path; }
+    void removeJournal() const { QFile::remove(m_path + QStringLiteral("-journal")); }
+
+private:
+    void sweep() const {
+        removeJournal();
+        QFile::remove(m_path);
+    }
+
+    QString m_path;
+};
 
 /// The tables without which a Jet file is some other program's. The rest are made empty where they lack.
 QStringList neededTables() {
@@ -72,6 +94,8 @@ public:
         : m_connection(path) {}
 
     QStringList tables() { return m_connection.tables(); }
+    /// What could not be kept so far, a line a value.
+    const QStringList& lost() const { return m_lost; }
 
     void fill(const QString& table, const SourceRows& rows) {
         std::vector<ColumnInfo> columns = m_connection.columns(table);
@@ -126,22 +150,29 @@ private:
                                .arg(quotedName(table), declarations.join(QStringLiteral(", "))));
     }
 
-    static CellValue valueOf(const ColumnInfo& column, const QString& text) {
+    /// A value as its column holds it, and whether that is all of it.
+    struct Kept {
+        CellValue value;
+        bool whole = true;
+    };
+
+    static Kept keptOf(const ColumnInfo& column, const QString& text) {
         if (text.isNull())
             return {};
+        const bool blank = withoutBlanks(text).isEmpty();
         try {
-            switch (column.type) {
-            case ColumnType::Text:
-                return text;
-            case ColumnType::Date:
-                return CellValue(parseDate(text).value());
-            case ColumnType::Number:
-                return val(text);
-            default:
-                return toInt32(val(text));
+            if (column.type == ColumnType::Text)
+                return {text};
+            if (column.type == ColumnType::Date) {
+                const auto moment = parseDate(text);
+                return {moment ? CellValue(*moment) : CellValue(), moment || blank};
             }
+            const double number = val(text);
+            bool isNumber = false;
+            const bool whole = blank || (text.toDouble(&isNumber) == number && isNumber);
+            return column.type == ColumnType::Number ? Kept{number, whole} : Kept{toInt32(number), whole};
         } catch (const std::exception&) {
-            return {}; // nothing that the column could hold
+            return {CellValue(), false}; // nothing that the column could hold
         }
     }
 
@@ -151,14 +182,22 @@ private:
         Statement statement =
             m_connection.prepare(QStringLiteral("INSERT INTO %1 VALUES (%2)")
                                      .arg(quotedName(table), marks.join(QStringLiteral(", "))));
+        int number = 0;
         for (const int row : entryOrder(table, rows)) {
-            for (std::size_t i = 0; i < columns.size(); ++i)
-                statement.bind(int(i) + 1, sources[i] < 0 ? CellValue()
-                                                          : valueOf(columns[i], rows.cell(row, sources[i])));
+            ++number;
+            for (std::size_t i = 0; i < columns.size(); ++i) {
+                const QString text = sources[i] < 0 ? QString() : rows.cell(row, sources[i]);
+                const Kept kept = keptOf(columns[i], text);
+                statement.bind(int(i) + 1, kept.value);
+                if (!kept.whole)
+                    m_lost << QStringLiteral("%1 第 %2 行 %3：%4")
+                                  .arg(table, QString::number(number), columns[i].name, text);
+            }
             m_connection.write(statement);
         }
     }
 
+    QStringList m_lost;
     Connection m_connection;
 };
 
@@ -183,18 +222,31 @@ QString keptName(const QString& path) {
     }
 }
 
+/// Puts the new file in the old one's place. A failure leaves the old one there.
+void replaceOld(const QString& made, const QString& path, const QString& kept) {
+    const QByteArray oldName = QFile::encodeName(path);
+    if (std::rename(QFile::encodeName(made).constData(), oldName.constData()) != 0)
+        fail(ErrorNumber::Engine, QStringLiteral("新数据库不能放到原来的位置"), path);
+    try {
+        flush(QFileInfo(path).absolutePath());
+    } catch (...) {
+        std::rename(QFile::encodeName(kept).constData(), oldName.constData());
+        throw;
+    }
+}
+
 /// Gives the old file a second name and the new one the old name. In between both names lead to the old file.
 void swapIn(const QString& made, const QString& path, const QString& kept) {
-    const QByteArray oldName = QFile::encodeName(path);
-    const QByteArray keptPath = QFile::encodeName(kept);
-    if (::link(oldName.constData(), keptPath.constData()) != 0 && !QFile::copy(path, kept))
+    if (::link(QFile::encodeName(path).constData(), QFile::encodeName(kept).constData()) != 0 &&
+        !QFile::copy(path, kept))
         fail(ErrorNumber::Engine, QStringLiteral("旧文件不能改名保留"), kept);
-    flush(kept);
-    if (std::rename(QFile::encodeName(made).constData(), oldName.constData()) != 0) {
+    try {
+        flush(kept);
+        replaceOld(made, path, kept);
+    } catch (...) {
         QFile::remove(kept);
-        fail(ErrorNumber::Engine, QStringLiteral("新数据库不能放到原来的位置"), path);
+        throw;
     }
-    flush(QFileInfo(path).absolutePath());
 }
 
 } // namespace
@@ -204,9 +256,7 @@ bool isJetFile(const QString& path) {
 }
 
 QString takeOverFault(const QString& path) {
-    const auto because = [&path](const QString& why) {
-        return QStringLiteral("不能接收旧数据库 %1\n%2。").arg(path, why);
-    };
+    const auto because = [&path](const QString& why) { return takeOverRefusal(path, why); };
     if (isProtected(headerOf(path)))
         return because(QStringLiteral("文件有密码，请先在原来的程序里去掉密码"));
     try {
@@ -221,19 +271,23 @@ QString takeOverFault(const QString& path) {
     return {};
 }
 
-QString takeOver(const QString& path, const std::function<void(int, int)>& progress) {
+QString takeOverRefusal(const QString& path, const QString& why) {
+    const QString stop = why.endsWith(u'。') ? QString() : QStringLiteral("。");
+    return QStringLiteral("不能接收旧数据库 %1\n%2%3").arg(path, why, stop);
+}
+
+TakenOver takeOver(const QString& path, const std::function<void(int, int)>& progress) {
     return takeOverFrom(*openImportSource(SourceKind::Mdb, path), path, progress);
 }
 
-QString takeOverFrom(ImportSource& source, const QString& path,
-                     const std::function<void(int, int)>& progress) {
-    const QString made = path + kHalfMade;
-    for (const QString& left : {made, made + QStringLiteral("-journal")})
-        QFile::remove(left); // of a run that was killed
+TakenOver takeOverFrom(ImportSource& source, const QString& path,
+                       const std::function<void(int, int)>& progress) {
+    const HalfMade made(path);
     const QStringList old = source.tables();
-    createDatabase(made);
+    createDatabase(made.path());
+    TakenOver result;
     {
-        Filling filling(made);
+        Filling filling(made.path());
         const QStringList tables = filling.tables();
         int done = 0;
         for (const QString& table : tables) {
@@ -245,12 +299,13 @@ QString takeOverFrom(ImportSource& source, const QString& path,
             if (progress)
                 progress(++done, int(tables.size()));
         }
+        result.lost = filling.lost();
     }
-    if (const QString fault = databaseFault(made); !fault.isEmpty())
-        fail(ErrorNumber::Engine, fault, made);
-    QFile::remove(made + QStringLiteral("-journal")); // empty by now
-    flush(made);
-    QString kept = keptName(path);
-    swapIn(made, path, kept);
-    return kept;
+    if (const QString fault = databaseFault(made.path()); !fault.isEmpty())
+        fail(ErrorNumber::Engine, fault, made.path());
+    made.removeJournal(); // empty by now
+    flush(made.path());
+    result.kept = keptName(path);
+    swapIn(made.path(), path, result.kept);
+    return result;
 }

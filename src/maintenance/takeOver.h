@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -13,12 +14,24 @@ bool isJetFile(const QString& path);
 /// can. Reads only.
 QString takeOverFault(const QString& path);
 
+/// The words in which a take-over is refused or has failed: the file, and why, as one sentence.
+QString takeOverRefusal(const QString& path, const QString& why);
+
+/// What came of a take-over.
+struct TakenOver {
+    QString kept; // path of the old file now
+    /// The values that could not be kept as they were, a line each: table, row as it is seen now, column,
+    /// value.
+    QStringList lost;
+};
+
 /// Turns the Jet file into a database of the present format under the same name. Every table of the system
 /// comes over with its rows in their order; a text wider than its column widens the column. The old file
-/// stays beside it under the name that is given back. A process that is killed at any moment leaves the old
-/// state or the new one. `progress` is told tables done and in all. Throws ImportError, RuntimeError.
-QString takeOver(const QString& path, const std::function<void(int, int)>& progress = {});
+/// stays beside it under another name. A process that is killed at any moment leaves the old state or the new
+/// one; a failure leaves the old file and nothing beside it. `progress` is told tables done and in all.
+/// Throws ImportError, RuntimeError, DatabaseLost.
+TakenOver takeOver(const QString& path, const std::function<void(int, int)>& progress = {});
 
 /// The same from tables that are open already.
-QString takeOverFrom(ImportSource& source, const QString& path,
-                     const std::function<void(int, int)>& progress = {});
+TakenOver takeOverFrom(ImportSource& source, const QString& path,
+                       const std::function<void(int, int)>& progress = {});

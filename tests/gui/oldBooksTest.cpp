@@ -1,10 +1,15 @@
 // Books of an old installation: the question at the start, and the shop at work on them.
 #include "app/oldBooks.h"
 #include "app/startUp.h"
+#include "import/importSource.h"
+#include "recordset/textDate.h"
 #include "reports/reportForm.h"
+#include "support/jetFile.h"
 #include "support/pdfReader.h"
 #include "support/shopWindow.h"
+#include "support/smallDisk.h"
 
+#include <QDir>
 #include <QFile>
 
 namespace {
@@ -42,6 +47,50 @@ TEST_F(OldBooksTest, OfAnotherProgramAreRefusedWithoutAQuestion) {
     const OldBooksResult result = meetOldBooks(path(), prompts);
     EXPECT_EQ(result.outcome, OldBooks::Refused);
     EXPECT_TRUE(result.fault.contains(u"clientTable"));
+}
+
+TEST_F(OldBooksTest, OfAFullDiskAreRefusedAndStayWithNothingBesideThem) {
+    int refused = 0;
+    for (rlim_t room = 4096; room < 400'000; room *= 3, ++refused) {
+        expectQuestion(true);
+        OldBooksResult result;
+        {
+            const FileSizeLimit small(room);
+            result = meetOldBooks(path(), prompts);
+        }
+        EXPECT_EQ(result.outcome, OldBooks::Refused) << room;
+        EXPECT_TRUE(result.fault.startsWith("不能接收旧数据库 " + path() + "\n"))
+            << result.fault.toStdString();
+        EXPECT_TRUE(result.fault.endsWith(u'。') && !result.fault.endsWith(u"。。"))
+            << result.fault.toStdString();
+        EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+                  QStringList{"VelmorClientBank.mdb"});
+    }
+    EXPECT_EQ(refused, 5);
+    expectQuestion(true);
+    prompts.expectMessage("转换完成。旧文件保留为：VelmorClientBank-旧版.mdb", "衡商汇");
+    EXPECT_EQ(meetOldBooks(path(), prompts).outcome, OldBooks::TakenOver);
+}
+
+TEST_F(OldBooksTest, WhatCannotBeKeptIsToldBeforeTheEnd) {
+    constexpr int lines = 37; // page of the definition of buyList
+    JetFile books(path());
+    const auto places = books.rows(lines);
+    const SourceRows rows = openImportSource(SourceKind::Mdb, path())->read("buyList");
+    QStringList told;
+    for (int i = 0; i < 22; ++i) {
+        const auto date = parseDate(rows.cell(i, int(rows.columns.indexOf("日期"))));
+        ASSERT_TRUE(date);
+        ASSERT_TRUE(books.replaceDouble(places[std::size_t(i)], double(date->seconds / 86400), 3000000));
+        told << QStringLiteral("buyList 第 %1 行 日期：3000000").arg(i + 1);
+    }
+    ASSERT_TRUE(books.write(path()));
+    expectQuestion(true);
+    prompts.expectMessage("旧数据库里有 22 处内容不能照原样保存，原来的内容只在旧文件里：\n" +
+                              told.mid(0, 20).join(u'\n') + "\n……以及另外 2 处",
+                          "衡商汇");
+    prompts.expectMessage("转换完成。旧文件保留为：VelmorClientBank-旧版.mdb", "衡商汇");
+    EXPECT_EQ(meetOldBooks(path(), prompts).outcome, OldBooks::TakenOver);
 }
 
 TEST_F(OldBooksTest, TheShopSellsStocksInAndPrintsOnThem) {

@@ -3,8 +3,12 @@
 #include "data/schema.h"
 #include "data/session.h"
 #include "import/importSource.h"
+#include "recordset/error.h"
+#include "recordset/textDate.h"
 #include "recordset/textNumber.h"
+#include "support/jetFile.h"
 #include "support/printQt.h"
+#include "support/smallDisk.h"
 
 #include <QDir>
 #include <QFile>
@@ -40,6 +44,21 @@ protected:
     static QByteArray contents(const QString& name) {
         QFile file(name);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QStringList files() const {
+        return QDir(folder.path())
+            .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
+    }
+    /// Whether a take-over fails, the old file stands as it was, and nothing is beside it.
+    bool failsAndLeavesNothing(const QByteArray& before) {
+        try {
+            takeOver(path());
+            return false;
+        } catch (const std::exception&) {
+        }
+        EXPECT_EQ(files(), QStringList{"VelmorClientBank.mdb"});
+        EXPECT_EQ(contents(path()), before);
+        return true;
     }
     void change(qsizetype at, const QByteArray& bytes) {
         QFile file(path());
@@ -88,7 +107,7 @@ TEST_F(TakeOver, EveryTableComesOverCellByCell) {
 
 TEST_F(TakeOver, TheOldFileStaysByteForByteUnderAnotherName) {
     const QByteArray before = contents(path());
-    const QString kept = takeOver(path());
+    const QString kept = takeOver(path()).kept;
     EXPECT_EQ(QFileInfo(kept).fileName(), u"VelmorClientBank-旧版.mdb");
     EXPECT_EQ(contents(kept), before);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 2) << "nothing else is left";
@@ -188,6 +207,110 @@ TEST_F(TakeOver, WideTextsOtherColumnOrderAndMissingTablesAreMet) {
     session.clientTable->Fields("客户编号").setValue(QStringLiteral("9"));
     session.clientTable->Update();
     EXPECT_EQ(session.clientTable->Fields("流水号").text(), u"10") << "serials go on from the highest";
+}
+
+TEST_F(TakeOver, ValuesThatCannotBeKeptAreNamedByTableRowAndColumn) {
+    InventedBooks old;
+    old.books["buyList"] = {{"流水号", "订单号", "日期", "数量", "折扣"},
+                            {"3", "23", "2958466", "1,200", "九折", "1", "21", "2004-1-5", "2.5", "87.5", "2",
+                             "22", QString(), "", ""}};
+    const TakenOver result = takeOverFrom(old, path());
+    EXPECT_EQ(result.lost, (QStringList{"buyList 第 3 行 日期：2958466", "buyList 第 3 行 数量：1,200"}));
+}
+
+TEST_F(TakeOver, DatesOfAllTimesComeOverAndOneBeyondTheCalendarIsNamed) {
+    constexpr int lines = 37; // page of the definition of buyList
+    JetFile books(path());
+    const auto places = books.rows(lines);
+    ASSERT_EQ(places.size(), 2000U);
+    const SourceRows rows = openMdbSourceOf(path())->read("buyList");
+    const double days[] = {-36522, 1000001, 2958466};
+    for (int i = 0; i < 3; ++i) {
+        const auto date = parseDate(rows.cell(i, int(rows.columns.indexOf("日期"))));
+        ASSERT_TRUE(date &&
+                    books.replaceDouble(places[std::size_t(i)], double(date->seconds / 86400), days[i]));
+    }
+    ASSERT_TRUE(books.write(path()));
+    EXPECT_EQ(takeOver(path()).lost, QStringList{"buyList 第 3 行 日期：2958466"});
+    Session session(path());
+    session.open_rs();
+    EXPECT_EQ(session.buyList->Fields("日期").text(), u"1800-1-1");
+    session.buyList->MoveNext();
+    EXPECT_EQ(session.buyList->Fields("日期").text(), u"4637-11-27");
+    session.buyList->MoveNext();
+    EXPECT_TRUE(isNull(session.buyList->Fields("日期").Value()));
+}
+
+TEST_F(TakeOver, ARowThatWasMovedAndThenDeletedStaysOut) {
+    JetFile books(path());
+    const auto places = books.rows(JetFile::kFirstTable);
+    ASSERT_EQ(places.size(), 120U);
+    books.leadTo(places[0], places[119], JetFile::kElsewhere | JetFile::kUnlisted);
+    books.setMarks(places[119], JetFile::kUnlisted);
+    books.setRowCount(JetFile::kFirstTable, 118);
+    ASSERT_TRUE(books.write(path()));
+    takeOver(path());
+    Session session(path());
+    session.open_rs();
+    EXPECT_EQ(session.clientTable->RecordCount(), 118);
+}
+
+TEST_F(TakeOver, AWriteThatFailsLeavesTheOldFileAndNothingBesideIt) {
+    const QByteArray before = contents(path());
+    int failures = 0;
+    for (rlim_t limit = 0;; limit = limit + limit / 3 + 4096) {
+        const FileSizeLimit small(limit);
+        if (!failsAndLeavesNothing(before))
+            break;
+        ++failures;
+    }
+    EXPECT_GT(failures, 8);
+    EXPECT_EQ(databaseFault(path()), u"");
+}
+
+TEST_F(TakeOver, AFullDiskLeavesTheOldFileAndNothingBesideIt) {
+    constexpr int notAllowed = 2;
+    constexpr int tookOver = 3;
+    const QByteArray before = contents(path());
+    int failures = 0;
+    for (qint64 room = 0;; room += 150000) {
+        const pid_t child = fork();
+        if (child == 0) {
+            if (!mountSmallDisk(QFile::encodeName(folder.path()), before.size() + room))
+                std::_Exit(notAllowed);
+            QFile file(path());
+            if (!file.open(QIODevice::WriteOnly) || file.write(before) != before.size() || !file.flush())
+                std::_Exit(notAllowed);
+            file.close();
+            const bool failed = failsAndLeavesNothing(before);
+            std::_Exit(HasFailure() ? 1 : failed ? 0 : tookOver);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_TRUE(WIFEXITED(status)) << "with room for " << room;
+        if (WEXITSTATUS(status) == notAllowed)
+            GTEST_SKIP() << "this machine allows no disk of our own";
+        ASSERT_NE(WEXITSTATUS(status), 1) << "with room for " << room;
+        if (WEXITSTATUS(status) == tookOver)
+            break;
+        ++failures;
+    }
+    EXPECT_GT(failures, 3);
+}
+
+TEST_F(TakeOver, ThatCannotPutTheNewFileInPlaceLeavesNothingBesideTheOldOne) {
+    InventedBooks old;
+    ASSERT_TRUE(QFile::remove(path()) && QDir().mkdir(path())); // which no file can replace
+    EXPECT_THROW(takeOverFrom(old, path()), RuntimeError);
+    EXPECT_EQ(files(), QStringList{"VelmorClientBank.mdb"});
+}
+
+TEST_F(TakeOver, ARefusalEndsInOneFullStop) {
+    EXPECT_TRUE(takeOverRefusal(path(), "坏了").endsWith(u"坏了。"));
+    EXPECT_TRUE(takeOverRefusal(path(), "坏了。").endsWith(u"坏了。"));
+    QFile::resize(path(), 600001);
+    const QString fault = takeOverFault(path());
+    EXPECT_TRUE(fault.endsWith(u"已损坏。")) << fault.toStdString();
 }
 
 /// Old books whose reading stops the process at a table.

@@ -67,7 +67,7 @@ public:
     int replaceText(const QString& from, const QString& to) {
         int count = 0;
         for (const auto& [searched, put] :
-             {std::pair(from.toLatin1(), to.toLatin1()), std::pair(utf16(from), utf16(to))})
+             {std::pair(from.toUtf8(), to.toUtf8()), std::pair(utf16(from), utf16(to))})
             for (qsizetype at = m_bytes.indexOf(searched); at >= 0; at = m_bytes.indexOf(searched, at + 1)) {
                 m_bytes.replace(at, put.size(), put);
                 ++count;
