@@ -1,5 +1,6 @@
 #include "maintenance/importTransfer.h"
 #include "maintenance/backup.h"
+#include "support/smallDisk.h"
 #include "support/testBooks.h"
 
 #include <QFileInfo>
@@ -7,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -90,8 +90,9 @@ TEST_F(Transfer, TheDateTestLooksAtFourDigitsAndADash) {
     plan.sourceColumns = plan.targetColumns = QStringList{"日期"};
     plan.rows.columns = plan.sourceColumns;
     const std::pair<const char*, bool> dates[] = {
-        {"2004-1-1", true},  {"2004-13-45", true}, {" 2004-1-1 ", true}, {"04-1-1", false},
-        {"2004/1/1", false}, {"abcd-ef", false},   {"", false},          {"2004年1月", false}};
+        {"2004-1-1", true},      {"2004-13-45", true}, {" 2004-1-1 ", true}, {"04-1-1", false},
+        {"2004/1/1", false},     {"abcd-ef", false},   {"", false},          {"2004年1月", false},
+        {"２００４-1-1", false}, {"2004－1-1", false}, {"٢٠٠٤-1-1", false},  {"200４-1-1", false}};
     for (const auto& [date, passes] : dates) {
         plan.rows.cells = {QStringLiteral("2004-1-1"), QString::fromUtf8(date)};
         EXPECT_EQ(judgement_Date(plan).isEmpty(), passes) << date;
@@ -105,14 +106,10 @@ TEST_F(Transfer, AFullDiskTakesTheBlockBackAndWhatWasCommittedStands) {
     session().open_rs();
     runAll(clientPlan(3000));
     com_return(session(), *findImportTarget(1));
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{rlim_t(QFileInfo(books.path()).size()) + 30000, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    runAll(clientPlan(30000));
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
+    {
+        const FileSizeLimit small(rlim_t(QFileInfo(books.path()).size()) + 30000);
+        runAll(clientPlan(30000));
+    }
     EXPECT_FALSE(fault.isEmpty()) << "the user is told";
     EXPECT_FALSE(clean);
     com_return(session(), *findImportTarget(1));
