@@ -23,15 +23,17 @@ struct SourceButton {
     const char16_t* refusalTitle;
 };
 constexpr SourceButton kSources[] = {
-    {SourceKind::Dbf, u"打开.dbf文件", u"数据库文件(*.DBF) (*.dbf *.DBF);;所有文件(*.*) (*.*)", u".dbf .DBF",
+    {SourceKind::Dbf, u"打开.dbf文件", u"所有文件(*.*) (*.*);;数据库文件(*.DBF) (*.dbf *.DBF)", u".dbf .DBF",
      u"不是.DBF 数据文件类型，请重新选择！", u"提示信息"},
-    {SourceKind::Txt, u"打开.txt文件", u"纯文本文件(*.TXT) (*.txt *.TXT);;所有文件(*.*) (*.*)", u".txt .TXT",
+    {SourceKind::Txt, u"打开.txt文件", u"所有文件(*.*) (*.*);;纯文本文件(*.TXT) (*.txt *.TXT)", u".txt .TXT",
      u"不是 .TXT 数据文件类型，请重新选择！", u"提示"},
-    {SourceKind::Xls, u"打开.xls文件", u"Excel文件(*.XLS) (*.xls *.XLS);;所有文件(*.*) (*.*)", u".xls .XLS",
+    {SourceKind::Xls, u"打开.xls文件", u"所有文件(*.*) (*.*);;Excel文件(*.XLS) (*.xls *.XLS)", u".xls .XLS",
      u"不是 .XLS 数据文件类型，请重新选择！", u"提示信息"},
-    {SourceKind::Mdb, u"打开.mdb文件", u"数据库文件(*.MDB) (*.mdb);;所有文件(*.*) (*.*)", u".mdb",
+    {SourceKind::Mdb, u"打开.mdb文件", u"所有文件(*.*) (*.*);;数据库文件(*.MDB) (*.mdb)", u".mdb",
      u"数据库类型不是 .mdb类型 ，\r\n请重新选择 .mdb数据库 ！", u"提示信息"},
 };
+
+constexpr int kPlace = Qt::UserRole; // of a column in its table
 
 QListWidget* makeList(const QString& name, const QString& meaning, QWidget* parent) {
     auto* list = new QListWidget(parent);
@@ -48,11 +50,26 @@ QStringList namesOf(const QListWidget* list) {
     return names;
 }
 
+/// The places of the listed columns in their table: two columns may bear one name.
+std::vector<int> placesOf(const QListWidget* list) {
+    std::vector<int> places;
+    for (int i = 0; i < list->count(); ++i)
+        places.push_back(list->item(i)->data(kPlace).toInt());
+    return places;
+}
+
+void listColumns(QListWidget* list, const QStringList& columns) {
+    for (int i = 0; i < columns.size(); ++i) {
+        auto* item = new QListWidgetItem(columns[i], list);
+        item->setData(kPlace, i);
+    }
+}
+
 /// Moves the selected names, or all, to the end of the other list.
 void moveNames(QListWidget* from, QListWidget* to, bool all) {
     for (int i = 0; i < from->count();) {
         if (all || from->item(i)->isSelected())
-            to->addItem(from->takeItem(i)->text());
+            to->addItem(from->takeItem(i));
         else
             ++i;
     }
@@ -93,12 +110,20 @@ FileInputFm2::FileInputFm2(ImportPlan& plan, ViewHost& host, Prompts& prompts)
     bottom->addWidget(back);
     column->addLayout(bottom);
     resize(860, 560);
+    m_plan = {};
     shownAgain();
 }
 
 void FileInputFm2::shownAgain() {
-    if (const ImportTarget* target = findImportTarget(m_session.importTarget))
-        setWindowTitle(QString::fromUtf16(target->caption));
+    const ImportTarget* target = findImportTarget(m_session.importTarget);
+    // A run that is under way goes on into its own target.
+    if (!target || target == m_plan.target || !isEnabled())
+        return;
+    m_plan.target = target;
+    setWindowTitle(QString::fromUtf16(target->caption));
+    if (!m_note->isHidden())
+        m_noteText->setText(QString::fromUtf16(target->note));
+    setup_nameList();
 }
 
 QLayout* FileInputFm2::buildSource() {
@@ -169,6 +194,8 @@ void FileInputFm2::openSource(int index) {
     m_hint->clear();
     m_tables->clear();
     m_source.reset();
+    m_rows = {};
+    setup_nameList();
     if (!QString::fromUtf16(button.endings).split(u' ').contains(path->right(4))) {
         m_prompts.tell(QString::fromUtf16(button.refusal), QString::fromUtf16(button.refusalTitle));
         sourceOpened = false;
@@ -188,34 +215,37 @@ void FileInputFm2::openSource(int index) {
     m_take->setEnabled(m_source != nullptr);
 }
 
-void FileInputFm2::Com_confirmation() {
-    const QListWidgetItem* chosen = m_tables->currentItem();
+bool FileInputFm2::Com_confirmation() {
+    const QList<QListWidgetItem*> chosen = m_tables->selectedItems();
+    if (!sourceOpened || !m_source || chosen.isEmpty())
+        return false;
     m_rows = {};
-    if (!sourceOpened || !m_source || !chosen)
-        return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     try {
-        m_rows = m_source->read(chosen->text());
+        m_rows = m_source->read(chosen.first()->text());
     } catch (const ImportError& error) {
         m_hint->setText(error.text());
     }
     QApplication::restoreOverrideCursor();
-    m_plan.target = findImportTarget(m_session.importTarget);
+    return true;
 }
 
 void FileInputFm2::setup_nameList() {
     for (QListWidget* list : {m_sourceLeft, m_sourceRight, m_targetLeft, m_targetRight})
         list->clear();
-    m_sourceLeft->addItems(m_rows.columns);
-    m_targetLeft->addItems(pairableColumns(m_session, *m_plan.target));
+    if (m_rows.rowCount() == 0 || !m_plan.target)
+        return;
+    listColumns(m_sourceLeft, m_rows.columns);
+    listColumns(m_targetLeft, pairableColumns(m_session, *m_plan.target));
 }
 
 void FileInputFm2::takeTable() {
     m_hint->clear();
-    Com_confirmation();
-    if (m_rows.rowCount() == 0 || !m_plan.target)
+    if (!Com_confirmation())
         return;
     setup_nameList();
+    if (m_rows.rowCount() == 0 || !m_plan.target)
+        return;
     m_noteText->setText(QString::fromUtf16(m_plan.target->note));
     m_note->show();
 }
@@ -231,7 +261,8 @@ void FileInputFm2::startRun() {
         return;
     m_plan.sourceColumns = source;
     m_plan.targetColumns = target;
-    m_plan.rows = chosenColumns(m_rows, source);
+    m_plan.rows = chosenColumns(m_rows, placesOf(m_sourceRight));
+    m_rows = {}; // this window goes with the run
     setEnabled(false);
     TopWindow* run = m_host.openWindow(QStringLiteral("FileInputFm3"), ViewHost::MainWindow::Disabled);
     connect(run, &TopWindow::finished, this, [this] { finish(); });

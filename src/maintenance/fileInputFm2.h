@@ -17,6 +17,7 @@ public:
     /// `plan` is what the run works by; this window fills it.
     FileInputFm2(ImportPlan& plan, ViewHost& host, Prompts& prompts);
 
+    /// Turns to the target of the menu command that was chosen last; the table that was taken stays taken.
     void shownAgain() override;
 
 private:
@@ -25,7 +26,9 @@ private:
     QLayout* buildPair(const QString& caption, const QString& buttons, QListWidget*& left,
                        const QString& leftName, QListWidget*& right, const QString& rightName);
     void openSource(int index);
-    void Com_confirmation();
+    /// Reads the table that is chosen. False where none is.
+    bool Com_confirmation();
+    /// Lists the columns of the table that was read and of the target, none paired; nothing without rows.
     void setup_nameList();
     void takeTable();
     void startRun();

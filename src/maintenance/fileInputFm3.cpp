@@ -19,7 +19,7 @@ constexpr int kBetweenRepaints = 66; // milliseconds
 
 } // namespace
 
-FileInputFm3::FileInputFm3(const ImportPlan& plan, ViewHost& host, Prompts& prompts)
+FileInputFm3::FileInputFm3(ImportPlan& plan, ViewHost& host, Prompts& prompts)
     : TopWindow(QStringLiteral("FileInputFm3"), QStringLiteral("数据转换"))
     , m_plan(plan)
     , m_session(host.session())
@@ -161,6 +161,7 @@ void FileInputFm3::wayOut() {
     }
     m_sourceGrid->unbind();
     m_targetGrid->unbind();
+    m_plan.rows = {};
     com_return(m_session, *m_plan.target);
     finish();
 }

@@ -11,12 +11,12 @@ class QLabel;
 class QProgressBar;
 
 /// Runs an import as soon as it is shown, source and target side by side. While it runs its grids can be
-/// paged; closing it stops the run.
+/// paged; closing it stops the run. The plan gives up its rows when the window closes.
 class FileInputFm3 : public TopWindow {
     Q_OBJECT
 
 public:
-    FileInputFm3(const ImportPlan& plan, ViewHost& host, Prompts& prompts);
+    FileInputFm3(ImportPlan& plan, ViewHost& host, Prompts& prompts);
 
 protected:
     void wayOut() override;
@@ -33,7 +33,7 @@ private:
     void showPositions();
     void refresh();
 
-    const ImportPlan& m_plan;
+    ImportPlan& m_plan;
     Session& m_session;
     Prompts& m_prompts;
     RecordsetPtr importSource;

@@ -80,17 +80,14 @@ QStringList pairableColumns(Session& session, const ImportTarget& target) {
     return columns;
 }
 
-SourceRows chosenColumns(const SourceRows& rows, const QStringList& columns) {
+SourceRows chosenColumns(const SourceRows& rows, const std::vector<int>& places) {
     SourceRows chosen;
-    std::vector<int> places;
-    for (const QString& column : columns) {
-        places.push_back(int(rows.columns.indexOf(column)));
-        chosen.columns << column;
-    }
+    for (const int place : places)
+        chosen.columns << rows.columns[place];
     chosen.cells.reserve(std::size_t(rows.rowCount()) * places.size());
     for (int row = 0; row < rows.rowCount(); ++row)
         for (const int place : places)
-            chosen.cells.push_back(place < 0 ? QString() : rows.cell(row, place));
+            chosen.cells.push_back(rows.cell(row, place));
     return chosen;
 }
 

@@ -29,7 +29,7 @@ const ImportTarget* findImportTarget(int number);
 /// Column names of the target that can be paired.
 QStringList pairableColumns(Session& session, const ImportTarget& target);
 
-/// What is brought in: the n-th source column goes into the n-th target column.
+/// What is brought in: the n-th source column goes into the n-th target column, whatever their names.
 struct ImportPlan {
     const ImportTarget* target = nullptr;
     QStringList sourceColumns;
@@ -37,8 +37,8 @@ struct ImportPlan {
     SourceRows rows; // the chosen columns, in the order of sourceColumns
 };
 
-/// The source rows reduced to the chosen columns, in their order.
-SourceRows chosenColumns(const SourceRows& rows, const QStringList& columns);
+/// The source rows reduced to the columns at these places, in their order.
+SourceRows chosenColumns(const SourceRows& rows, const std::vector<int>& places);
 
 /// The source column paired with a target column, "" without one.
 QString judgement_field(const ImportPlan& plan, const QString& targetColumn);
