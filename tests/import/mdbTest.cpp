@@ -68,6 +68,17 @@ TEST_F(Mdb, FewerRowsThanTheTableCountsAreADamagedFile) {
     EXPECT_THROW(read(products), ImportError);
 }
 
+TEST_F(Mdb, ADamagedTableLeavesTheOthersOfItsFileReadable) {
+    JetFile several(QStringLiteral(SAMPLES "/import/edge/several_tables.mdb"));
+    several.setRowCount(JetFile::kFirstTable, 21);
+    ASSERT_TRUE(several.write(changed()));
+    const auto source = openMdbInProcess(changed());
+    EXPECT_THROW(source->read("客户资料"), ImportError);
+    EXPECT_EQ(source->read("订单明细").rowCount(), 40);
+    EXPECT_THROW(source->read("客户资料"), ImportError);
+    EXPECT_EQ(source->read("Products").rowCount(), 10);
+}
+
 TEST_F(Mdb, DatesOfAllTimesAreReadAndANumberThatIsNoDayStaysANumber) {
     const auto places = products.rows(JetFile::kFirstTable);
     const std::pair<double, const char*> dates[] = {
