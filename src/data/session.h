@@ -92,8 +92,6 @@ public:
         double cost = 0;
     } pickedProduct;
 
-    qint16 importTarget = 0; // 1 customers, 2 order lines, 3 products
-
     // Paging of the one report form that is open; pages count from 1, `pageIndex` from 0.
     int pageFrom = 0;
     int pageTo = 0;

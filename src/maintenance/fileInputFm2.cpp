@@ -110,12 +110,12 @@ FileInputFm2::FileInputFm2(ImportPlan& plan, ViewHost& host, Prompts& prompts)
     bottom->addWidget(back);
     column->addLayout(bottom);
     resize(860, 560);
-    m_plan = {};
+    m_plan.target = nullptr;
     shownAgain();
 }
 
 void FileInputFm2::shownAgain() {
-    const ImportTarget* target = findImportTarget(m_session.importTarget);
+    const ImportTarget* target = findImportTarget(m_plan.importTarget);
     // A run that is under way goes on into its own target.
     if (!target || target == m_plan.target || !isEnabled())
         return;

@@ -31,6 +31,7 @@ QStringList pairableColumns(Session& session, const ImportTarget& target);
 
 /// What is brought in: the n-th source column goes into the n-th target column, whatever their names.
 struct ImportPlan {
+    qint16 importTarget = 0; // of the menu command: 1 customers, 2 order lines, 3 products
     const ImportTarget* target = nullptr;
     QStringList sourceColumns;
     QStringList targetColumns;

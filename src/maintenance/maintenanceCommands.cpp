@@ -27,9 +27,9 @@ void registerImport(CommandTable& commands, ViewHost& host, Prompts& prompts) {
     host.registerWindow(QStringLiteral("FileInputFm3"),
                         [&host, &prompts, plan] { return new FileInputFm3(*plan, host, prompts); });
     for (const ImportTarget& target : importTargets())
-        commands.add(QString::fromUtf16(target.command), [&host,
+        commands.add(QString::fromUtf16(target.command), [&host, plan,
                                                           number = target.number](IgnoringErrors& errors) {
-            host.session().importTarget = qint16(number);
+            plan->importTarget = qint16(number);
             errors.run([&] { host.openWindow(QStringLiteral("FileInputFm2"), ViewHost::MainWindow::Stays); });
         });
 }

@@ -191,6 +191,7 @@ TEST_F(ImportPairs, UnequalPairsAreToldAndAnEmptySideDoesNothing) {
 TEST_F(ImportPairs, TheRowsAreGivenUpWhenTheWindowsClose) {
     start();
     ImportPlan plan;
+    plan.importTarget = 1;
     main->host().registerWindow("FileInputFm2",
                                 [this, &plan] { return new FileInputFm2(plan, main->host(), prompts); });
     main->host().registerWindow("FileInputFm3",
