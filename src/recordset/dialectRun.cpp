@@ -1,5 +1,6 @@
 #include "recordset/dialectRun.h"
 
+#include "recordset/columnQuery.h"
 #include "recordset/connection.h"
 #include "recordset/error.h"
 #include "recordset/predicate.h"
@@ -150,6 +151,8 @@ std::shared_ptr<TableImage> runQuery(Connection& connection, const SqlStatement&
     std::vector<ColumnInfo> columns;
     for (const SelectItem& item : items)
         columns.push_back(resultColumn(source, item));
+    if (auto picture = queryColumns(connection, statement, items, columns))
+        return picture;
     auto picture = std::make_shared<TableImage>(columns);
     Statement query = connection.prepare(selectText(statement, items, source));
     std::vector<CellValue> cells(columns.size());

@@ -7,6 +7,7 @@
 #include "recordset/imageLoader.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -44,6 +45,18 @@ TableImage::TableImage(const std::vector<ColumnInfo>& columns)
         if (columns[i].type == ColumnType::Serial)
             m_serialColumn = int(i);
     }
+}
+
+TableImage::TableImage(std::vector<ColumnStore> columns)
+    : m_columns(std::move(columns))
+    , m_indexes(m_columns.size())
+    , m_ranks(m_columns.size()) {
+    const ColumnStore& first = m_columns.front();
+    const std::size_t rows =
+        first.codes.size() + first.numbers.size() + first.integers.size() + first.moments.size();
+    m_rowids.resize(rows);
+    std::iota(m_rowids.begin(), m_rowids.end(), qint64(1));
+    m_deleted.assign(rows, 0);
 }
 
 void TableImage::loadRows(const QStringList& columns) {

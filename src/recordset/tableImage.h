@@ -37,6 +37,8 @@ public:
     TableImage(Connection& connection, QString table, const std::vector<ColumnInfo>& columns);
     /// A picture: rows are appended by the query that fills it.
     explicit TableImage(const std::vector<ColumnInfo>& columns);
+    /// A picture of whole columns, one cell a row in each.
+    explicit TableImage(std::vector<ColumnStore> columns);
 
     /// Reads the identity and the serial of every row, and these columns with them.
     void loadRows(const QStringList& columns);
