@@ -1,10 +1,12 @@
 #include "app/appearance.h"
 
 #include <QApplication>
-#include <QFontDatabase>
+#include <QFont>
 #include <QIcon>
+#include <QLibraryInfo>
 #include <QPalette>
 #include <QStyleFactory>
+#include <QTranslator>
 
 namespace {
 
@@ -27,26 +29,32 @@ QPalette palette() {
     return colours;
 }
 
-/// The first of these families that the machine has.
-QString firstFamily(const QStringList& families) {
-    const QStringList there = QFontDatabase::families();
-    for (const QString& family : families)
-        if (there.contains(family))
-            return family;
-    return {};
+/// A family list, since the list of the machine's families names them in the language of the locale, while
+/// each is found by any of its names.
+QFont interfaceFont() {
+    QFont font;
+    font.setFamilies({QStringLiteral("WenQuanYi Micro Hei"), QStringLiteral("Noto Sans CJK SC"),
+                      QStringLiteral("WenQuanYi Zen Hei"), QStringLiteral("Microsoft YaHei")});
+    font.setPointSize(10);
+    return font;
+}
+
+void speakChinese(QApplication& application) {
+    auto* translator = new QTranslator(&application);
+    if (translator->load(QStringLiteral("qtbase_zh_CN"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        application.installTranslator(translator);
+    // Dialogs of the desktop would speak the language of the locale.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
 }
 
 } // namespace
 
 void setAppearance(QApplication& application) {
+    speakChinese(application);
     application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     application.setPalette(palette());
     application.setWindowIcon(QIcon(QStringLiteral(":/icons/app.svg")));
-    const QString family =
-        firstFamily({QStringLiteral("WenQuanYi Micro Hei"), QStringLiteral("Noto Sans CJK SC"),
-                     QStringLiteral("WenQuanYi Zen Hei"), QStringLiteral("Microsoft YaHei")});
-    if (!family.isEmpty())
-        application.setFont(QFont(family, 10));
+    application.setFont(interfaceFont());
     QFont::insertSubstitutions(QStringLiteral("宋体"),
                                {QStringLiteral("SimSun"), QStringLiteral("AR PL SungtiL GB"),
                                 QStringLiteral("AR PL UMing CN"), QStringLiteral("Noto Serif CJK SC")});

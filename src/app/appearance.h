@@ -2,5 +2,6 @@
 
 class QApplication;
 
-/// Style, palette, font and the substitutes of the two report fonts.
+/// Style, palette, font, the substitutes of the two report fonts, and Chinese for what the toolkit says by
+/// itself, whatever the locale.
 void setAppearance(QApplication& application);
