@@ -1,5 +1,7 @@
 #include "controls/formParts.h"
 
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -37,6 +39,18 @@ QLineEdit* makeShownBox(const QString& name, const QString& toolTip, QWidget* pa
     box->setAlignment(Qt::AlignCenter);
     box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("2004-12-31 00")) + 16);
     return box;
+}
+
+QDialogButtonBox* makeOkCancel(QDialog* dialog) {
+    auto* buttons = new QDialogButtonBox(dialog);
+    QPushButton* ok = makeButton(QStringLiteral("ok"), QStringLiteral("确定"), dialog);
+    ok->setDefault(true);
+    buttons->addButton(ok, QDialogButtonBox::AcceptRole);
+    buttons->addButton(makeButton(QStringLiteral("cancel"), QStringLiteral("取消"), dialog),
+                       QDialogButtonBox::RejectRole);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    return buttons;
 }
 
 QColor colourOfNumber(int blueGreenRed) {

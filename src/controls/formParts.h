@@ -3,6 +3,8 @@
 #include <QColor>
 #include <QString>
 
+class QDialog;
+class QDialogButtonBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -19,6 +21,9 @@ QLineEdit* makeSearchBox(const QString& name, const QString& toolTip, QPushButto
 
 /// A narrow box in the middle of whose line a figure or a date is shown, with its tool tip.
 QLineEdit* makeShownBox(const QString& name, const QString& toolTip, QWidget* parent);
+
+/// A dialog's buttons "确定", its default, and "取消".
+QDialogButtonBox* makeOkCancel(QDialog* dialog);
 
 /// A colour given as one number in the order blue, green, red.
 QColor colourOfNumber(int blueGreenRed);

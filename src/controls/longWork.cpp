@@ -1,20 +1,48 @@
 #include "controls/longWork.h"
 
+#include "controls/formParts.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
 LongWork::LongWork(const QString& text, int steps)
-    : m_window(text, QStringLiteral("停止"), 0, steps) {
+    : m_window(QApplication::activeWindow()) {
+    m_window.setObjectName(QStringLiteral("longWork"));
     m_window.setWindowTitle(QStringLiteral("请稍候"));
-    m_window.setMinimumDuration(500);
     m_window.setWindowModality(Qt::ApplicationModal);
-    m_window.setAutoReset(false);
+    m_bar = new QProgressBar(&m_window);
+    m_bar->setRange(0, steps);
+    m_bar->setMinimumWidth(280);
+    m_stop = makeButton(QStringLiteral("stop"), QStringLiteral("停止"), &m_window);
+    QObject::connect(m_stop, &QPushButton::clicked, &m_window, &QDialog::reject);
+    QObject::connect(&m_window, &QDialog::rejected, &m_window, [this] { m_stopped = true; });
+    auto* column = new QVBoxLayout(&m_window);
+    column->addWidget(new QLabel(text, &m_window));
+    column->addWidget(m_bar);
+    column->addWidget(m_stop, 0, Qt::AlignRight);
+    m_since.start();
+}
+
+void LongWork::show() {
+    if (!m_window.isVisible() && m_since.elapsed() >= kPatience)
+        m_window.show();
+    if (m_window.isVisible())
+        QCoreApplication::processEvents();
 }
 
 bool LongWork::step(int done) {
-    m_window.setValue(done);
-    return !m_window.wasCanceled();
+    m_bar->setValue(done);
+    if (!m_stopped)
+        show();
+    return !m_stopped;
 }
 
 void LongWork::stepOf(int done, int total) {
-    m_window.setCancelButton(nullptr);
-    m_window.setMaximum(total);
-    m_window.setValue(done);
+    m_stop->hide();
+    m_bar->setMaximum(total);
+    m_bar->setValue(done);
+    show();
 }

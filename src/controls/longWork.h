@@ -1,12 +1,19 @@
 #pragma once
 
-#include <QProgressDialog>
+#include <QDialog>
+#include <QElapsedTimer>
 #include <QString>
 
-/// A progress window with a way to stop, for work that may be long; it comes up after half a second. While it
-/// stands, no other window takes input.
+class QProgressBar;
+class QPushButton;
+
+/// A progress window with a way to stop, for work that may be long. It comes up with the first step behind
+/// the first half second, and never by itself; while it stands, no other window takes input. It must be gone
+/// before anything is told of the work's end.
 class LongWork {
 public:
+    static constexpr int kPatience = 500; // milliseconds without a window
+
     LongWork(const QString& text, int steps);
 
     /// Shows how far the work is; false once the user wants it to stop.
@@ -15,5 +22,11 @@ public:
     void stepOf(int done, int total);
 
 private:
-    QProgressDialog m_window;
+    void show();
+
+    bool m_stopped = false;
+    QElapsedTimer m_since;
+    QDialog m_window;
+    QProgressBar* m_bar = nullptr;
+    QPushButton* m_stop = nullptr;
 };

@@ -1,15 +1,12 @@
 #include "controls/prompts.h"
 
+#include "controls/filePrompt.h"
+
 #include <QApplication>
-#include <QColorDialog>
-#include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QFileInfo>
-#include <QFontDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -52,7 +49,7 @@ std::optional<QString> WindowPrompts::input(const QString& text, const QString& 
 
 std::optional<QString> WindowPrompts::saveFile(const QString& title, const QString& proposal,
                                                const QString& filter) {
-    QFileDialog dialog(QApplication::activeWindow(), title, QString(), filter);
+    FileDialog dialog(title, filter, QApplication::activeWindow());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDirectory(QFileInfo(proposal).absolutePath());
     dialog.selectFile(QFileInfo(proposal).fileName());
@@ -68,41 +65,20 @@ std::optional<QString> WindowPrompts::saveFile(const QString& title, const QStri
 }
 
 std::optional<QString> WindowPrompts::openFile(const QString& title, const QString& filter) {
-    const QString name = QFileDialog::getOpenFileName(QApplication::activeWindow(), title, {}, filter);
-    return name.isEmpty() ? std::nullopt : std::optional(name);
+    FileDialog dialog(title, filter, QApplication::activeWindow());
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().first();
 }
 
 std::optional<FontChoice> WindowPrompts::chooseFont(const QString& title, const FontChoice& start) {
-    QDialog dialog(QApplication::activeWindow());
-    dialog.setWindowTitle(title);
-    auto* fonts = new QFontDialog(start.font, &dialog);
-    fonts->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
-    fonts->setWindowFlags(Qt::Widget);
-    auto* colour = new QPushButton(&dialog);
-    QColor chosen = start.colour;
-    const auto showColour = [&] {
-        QPixmap sample(24, 16);
-        sample.fill(chosen);
-        colour->setIcon(sample);
-        colour->setText(QStringLiteral("颜色…"));
-    };
-    showColour();
-    QObject::connect(colour, &QPushButton::clicked, &dialog, [&] {
-        if (const QColor picked = QColorDialog::getColor(chosen, &dialog, QStringLiteral("颜色"));
-            picked.isValid())
-            chosen = picked;
-        showColour();
-    });
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-    buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("确定"));
-    buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("取消"));
-    buttons->addButton(colour, QDialogButtonBox::ResetRole);
-    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-    auto* column = new QVBoxLayout(&dialog);
-    column->addWidget(fonts, 1);
-    column->addWidget(buttons);
-    if (dialog.exec() != QDialog::Accepted)
-        return std::nullopt;
-    return FontChoice{fonts->currentFont(), chosen};
+    FontDialog dialog(title, start, QApplication::activeWindow());
+    return dialog.exec() == QDialog::Accepted ? std::optional(dialog.choice()) : std::nullopt;
+}
+
+std::optional<PrinterChoice> WindowPrompts::setUpPrinter(const QStringList& printers,
+                                                         const PrinterChoice& start) {
+    PrinterDialog dialog(printers, start, QApplication::activeWindow());
+    return dialog.exec() == QDialog::Accepted ? std::optional(dialog.choice()) : std::nullopt;
 }

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "controls/fontPrompt.h"
+#include "controls/printerPrompt.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <optional>
-
-class QWidget;
 
 /// Everything that stops the program for an answer goes through here: Qt's own dialogs in the program, a
 /// scripted stand-in in tests.
@@ -29,6 +28,9 @@ public:
     virtual std::optional<QString> openFile(const QString& title, const QString& filter) = 0;
     /// A font with its effects and its colour; nothing where the user cancels.
     virtual std::optional<FontChoice> chooseFont(const QString& title, const FontChoice& start) = 0;
+    /// One of the machine's printers and how its sheets lie; nothing where the user cancels.
+    virtual std::optional<PrinterChoice> setUpPrinter(const QStringList& printers,
+                                                      const PrinterChoice& start) = 0;
 };
 
 /// The dialogs of the program, in front of the active window.
@@ -42,4 +44,6 @@ public:
                                     const QString& filter) override;
     std::optional<QString> openFile(const QString& title, const QString& filter) override;
     std::optional<FontChoice> chooseFont(const QString& title, const FontChoice& start) override;
+    std::optional<PrinterChoice> setUpPrinter(const QStringList& printers,
+                                              const PrinterChoice& start) override;
 };

@@ -54,6 +54,10 @@ public:
         fontStart = start;
         return fontAnswer;
     }
+    std::optional<PrinterChoice> setUpPrinter(const QStringList&, const PrinterChoice& start) override {
+        printerStart = start;
+        return printerAnswer;
+    }
 
     std::optional<QString> saveName;
     std::optional<QString> openName;
@@ -62,6 +66,8 @@ public:
     std::optional<FontChoice> fontAnswer; // of every font dialog; none cancels
     FontChoice fontStart;
     QStringList fontTitles;
+    std::optional<PrinterChoice> printerAnswer; // of every printer dialog; none cancels
+    std::optional<PrinterChoice> printerStart;
 
 private:
     struct Expected {
