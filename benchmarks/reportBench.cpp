@@ -74,7 +74,7 @@ double printBare(const std::vector<PageRecording>& pages, const QString& path) {
 
 double printOurs(const ReportDrawing& drawing, const QString& path) {
     return milliseconds([&] {
-        const auto job = PrintJob::toPdf(path, PaperOrientation::Landscape);
+        const auto job = PrintJob::toPdf(path, {PaperOrientation::Landscape, {}});
         printPages(drawing, *job, 1, kPrintedPages, {});
     });
 }

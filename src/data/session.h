@@ -100,6 +100,11 @@ public:
     qint32 pageFirst = 0;      // 1 if the report has rows
     QString reportFormTitle;   // handed over by the view that opens the report
     qint16 reportReturned = 0; // 1 once the form has closed
+    QString reportCaller;      // view or window whose print command opened the report
+    /// The printer as the last print or setup left it: its name, and its orientation as 1 portrait, 2
+    /// landscape; "" and 0 while nothing has set them.
+    QString printerName;
+    int printerOrientation = 0;
 
     RecordsetPtr clientTable;
     RecordsetPtr buyList;

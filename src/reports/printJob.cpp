@@ -1,12 +1,15 @@
 #include "reports/printJob.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
+#include <QLibrary>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QRegularExpression>
 #include <QSaveFile>
 
 namespace {
@@ -14,10 +17,29 @@ namespace {
 constexpr int kPdfResolution = 1200; // dots an inch
 constexpr double kMillimetresPerInch = 25.4;
 
+/// The file with a blank for each blank in its tables of characters. A font without a tab draws its blank for
+/// one, and Qt names the glyph by the first of the two. Nothing changes its place.
+QByteArray withBlanks(QByteArray pdf) {
+    static const QByteArray tab = "<0009>";
+    static const QByteArray blank = "<0020>";
+    static const QRegularExpression entry(
+        QStringLiteral("<[0-9A-Fa-f]{4}> <[0-9A-Fa-f]{4}> (\\[[^\\]]*\\]|<[0-9A-Fa-f]{4}>)"));
+    for (qsizetype from = pdf.indexOf("begincmap"); from >= 0; from = pdf.indexOf("begincmap", from + 1)) {
+        const QByteArray table = pdf.mid(from, pdf.indexOf("endcmap", from) - from);
+        for (auto each = entry.globalMatch(QString::fromLatin1(table)); each.hasNext();) {
+            const QRegularExpressionMatch match = each.next();
+            QByteArray characters = match.captured(1).toLatin1();
+            characters.replace(tab, blank);
+            pdf.replace(from + match.capturedStart(1), characters.size(), characters);
+        }
+    }
+    return pdf;
+}
+
 class PdfJob : public PrintJob {
 public:
-    PdfJob(const QString& path, PaperOrientation orientation)
-        : PrintJob(orientation)
+    PdfJob(const QString& path, const Sheets& sheets)
+        : PrintJob(sheets)
         , m_path(path) {}
     ~PdfJob() override { endDocument(); }
 
@@ -26,13 +48,20 @@ protected:
         m_file = std::make_unique<QSaveFile>(nextPath());
         if (!m_file->open(QIODevice::WriteOnly))
             return nullptr;
-        auto writer = std::make_unique<QPdfWriter>(m_file.get());
+        m_written.close();
+        m_written.setData({});
+        m_written.open(QIODevice::WriteOnly);
+        auto writer = std::make_unique<QPdfWriter>(&m_written);
         writer->setResolution(kPdfResolution);
         writer->setCreator(QStringLiteral("衡商汇"));
+        writer->setTitle(title());
         layOut(*writer);
         return writer;
     }
-    bool store() override { return m_file->commit(); }
+    bool store() override {
+        const QByteArray pdf = withBlanks(m_written.data());
+        return m_file->write(pdf) == pdf.size() && m_file->commit();
+    }
 
 private:
     QString nextPath() {
@@ -48,13 +77,26 @@ private:
 
     QString m_path;
     int m_documents = 0;
+    QBuffer m_written;
     std::unique_ptr<QSaveFile> m_file;
 };
 
+/// Why the print service took no job behind the last document, "" if it did. The printer object does not pass
+/// this on, so the service's own library is asked, which is loaded wherever there is a printer.
+QString refusal() {
+    constexpr int kFirstFailure = 0x0100; // the status codes below stand for success
+    QLibrary service(QStringLiteral("cups"), 2);
+    const auto status = reinterpret_cast<int (*)()>(service.resolve("cupsLastError"));
+    const auto words = reinterpret_cast<const char* (*)()>(service.resolve("cupsLastErrorString"));
+    if (!status || !words || (status() >= 0 && status() < kFirstFailure))
+        return {};
+    return QString::fromUtf8(words());
+}
+
 class PrinterJob : public PrintJob {
 public:
-    PrinterJob(const QPrinterInfo& printer, PaperOrientation orientation)
-        : PrintJob(orientation)
+    PrinterJob(const QPrinterInfo& printer, const Sheets& sheets)
+        : PrintJob(sheets)
         , m_printer(printer) {}
     ~PrinterJob() override { endDocument(); }
 
@@ -63,8 +105,13 @@ protected:
         auto printer = std::make_unique<QPrinter>(m_printer, QPrinter::HighResolution);
         printer->setFullPage(true);
         printer->setCreator(QStringLiteral("衡商汇"));
+        printer->setDocName(title());
         layOut(*printer);
         return printer;
+    }
+    void ended() override {
+        if (const QString words = refusal(); !words.isEmpty())
+            fail(QStringLiteral("打印机没有接受：%1").arg(words));
     }
 
 private:
@@ -73,24 +120,31 @@ private:
 
 } // namespace
 
-std::unique_ptr<PrintJob> PrintJob::toPdf(const QString& path, PaperOrientation orientation) {
-    return std::make_unique<PdfJob>(path, orientation);
+std::unique_ptr<PrintJob> PrintJob::toPdf(const QString& path, const Sheets& sheets) {
+    return std::make_unique<PdfJob>(path, sheets);
 }
 
-std::unique_ptr<PrintJob> PrintJob::toPrinter(PaperOrientation orientation) {
+QStringList PrintJob::printers() {
     // A printer object claims to be valid on a machine without any, so the list is asked.
-    const QStringList names = QPrinterInfo::availablePrinterNames();
+    return QPrinterInfo::availablePrinterNames();
+}
+
+std::unique_ptr<PrintJob> PrintJob::toPrinter(const QString& name, const Sheets& sheets) {
+    const QStringList names = printers();
     if (names.isEmpty())
         return nullptr;
-    QPrinterInfo printer = QPrinterInfo::defaultPrinter();
+    QPrinterInfo printer =
+        names.contains(name) ? QPrinterInfo::printerInfo(name) : QPrinterInfo::defaultPrinter();
     if (printer.isNull())
         printer = QPrinterInfo::printerInfo(names.first());
-    return std::make_unique<PrinterJob>(printer, orientation);
+    return std::make_unique<PrinterJob>(printer, sheets);
 }
 
 void PrintJob::layOut(QPagedPaintDevice& device) const {
-    const auto orientation =
-        m_orientation == PaperOrientation::Landscape ? QPageLayout::Landscape : QPageLayout::Portrait;
+    auto orientation = device.pageLayout().orientation();
+    if (m_sheets.orientation)
+        orientation = *m_sheets.orientation == PaperOrientation::Landscape ? QPageLayout::Landscape
+                                                                           : QPageLayout::Portrait;
     // Positions count from the sheet's corner, so there is no margin.
     device.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), orientation, QMarginsF(0, 0, 0, 0)));
 }
@@ -135,10 +189,11 @@ void PrintJob::endDocument() {
     if (!m_painter)
         return;
     m_page.reset();
-    const bool ended = m_painter->end();
+    const bool painted = m_painter->end();
     m_painter.reset();
     m_device.reset();
     m_sheetEnded = false;
-    if (!ended || !store())
+    if (!painted || !store())
         fail(QStringLiteral("打印的内容没有全部写入。"));
+    ended();
 }

@@ -4,19 +4,28 @@
 #include "reports/reportDescription.h"
 
 #include <QPagedPaintDevice>
-#include <QString>
+#include <QStringList>
 
 #include <memory>
+#include <optional>
 
 /// Sheets on their way to paper or into PDF files. A sheet begins with the first thing drawn on it, so that
 /// ending the last one leaves no blank behind. A job that is destroyed is finished first.
 class PrintJob {
 public:
+    /// How the sheets lie, and the title that the job or file bears.
+    struct Sheets {
+        std::optional<PaperOrientation> orientation; // none: as the printer stands
+        QString title;
+    };
+
     /// Into PDF files: the first one has the given name, the ones after each endDocument() "name-2.pdf" and
     /// so on.
-    static std::unique_ptr<PrintJob> toPdf(const QString& path, PaperOrientation orientation);
-    /// To the printer that the system prefers; null where it has none.
-    static std::unique_ptr<PrintJob> toPrinter(PaperOrientation orientation);
+    static std::unique_ptr<PrintJob> toPdf(const QString& path, const Sheets& sheets);
+    /// To the printer of this name, else to the one that the system prefers; null where it has none.
+    static std::unique_ptr<PrintJob> toPrinter(const QString& name, const Sheets& sheets);
+    /// The printers of the machine.
+    static QStringList printers();
 
     virtual ~PrintJob() = default;
     PrintJob(const PrintJob&) = delete;
@@ -30,20 +39,24 @@ public:
     const QString& fault() const { return m_fault; }
 
 protected:
-    explicit PrintJob(PaperOrientation orientation)
-        : m_orientation(orientation) {}
+    explicit PrintJob(Sheets sheets)
+        : m_sheets(std::move(sheets)) {}
 
     /// Makes the device of the next document; null on failure.
     virtual std::unique_ptr<QPagedPaintDevice> makeDevice() = 0;
     /// Puts the document that has ended in its place; false where it is not whole.
     virtual bool store() { return true; }
+    /// Runs when a document has gone where it goes; may fail().
+    virtual void ended() {}
     void layOut(QPagedPaintDevice& device) const;
+    const QString& title() const { return m_sheets.title; }
+    /// Keeps the first reason.
+    void fail(const QString& fault);
 
 private:
     bool beginDocument();
-    void fail(const QString& fault);
 
-    PaperOrientation m_orientation;
+    Sheets m_sheets;
     std::unique_ptr<QPagedPaintDevice> m_device;
     std::unique_ptr<QPainter> m_painter;
     std::unique_ptr<PainterPage> m_page;

@@ -52,16 +52,11 @@ QString period(const QString& first, const QString& last) {
     return QStringLiteral("时间：") + first + u'/' + last;
 }
 
-QString stockFigure(const HeadSource& source, const char16_t* control) {
-    // The statistic shows the same figures under the same names where the stock list is not there.
-    const QString shown = source.control(u"stockFm1", control);
-    return shown.isEmpty() ? source.control(u"statisticFm4", control) : shown;
-}
-
+// The stock list and the stock statistic both print it, with figures of the same names and of their own.
 constexpr HeadItem kStockHead[] = {
-    {0, [](const HeadSource& s) { return period(stockFigure(s, u"Text2"), stockFigure(s, u"Text3")); }},
-    {80, [](const HeadSource& s) { return QStringLiteral("库存资金：") + stockFigure(s, u"Label5"); }},
-    {130, [](const HeadSource& s) { return QStringLiteral("库存量：") + stockFigure(s, u"Label7"); }},
+    {0, [](const HeadSource& s) { return period(s.ofCaller(u"Text2"), s.ofCaller(u"Text3")); }},
+    {80, [](const HeadSource& s) { return QStringLiteral("库存资金：") + s.ofCaller(u"Label5"); }},
+    {130, [](const HeadSource& s) { return QStringLiteral("库存量：") + s.ofCaller(u"Label7"); }},
 };
 constexpr HeadItem kDisplayHead[] = {
     {0, [](const HeadSource& s) { return period(s.session.displayDate1, s.session.displayDate2); }},
@@ -94,7 +89,7 @@ constexpr ReportDescription movementList(const char16_t* name, const char16_t* c
 }
 
 constexpr ReportDescription stoppingAtAFullPage(ReportDescription report) {
-    report.readsUnopened = true;
+    report.printReadsUnopened = true;
     return report;
 }
 
@@ -106,7 +101,7 @@ constexpr ReportDescription kReports[] = {
      .boxNames = kStockBoxes,
      .title = u"销 售 库 存 ",
      .head = kStockHead,
-     .readsUnopened = true},
+     .printReadsUnopened = true},
     stoppingAtAFullPage(stockList(u"showprint_rs3", u"库存打印", &Session::productTable)),
     stoppingAtAFullPage(stockList(u"showprint_rs4", u"库存打印", &Session::productTable2)),
     {.name = u"showprint_rs7",

@@ -4,6 +4,6 @@
 
 void registerReports(ViewHost& host, Prompts& prompts) {
     for (const ReportDescription& report : reportCatalogue())
-        host.registerWindow(QString::fromUtf16(report.name),
+        host.registerReport(QString::fromUtf16(report.name),
                             [&host, &prompts, &report] { return new ReportForm(report, host, prompts); });
 }

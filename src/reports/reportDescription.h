@@ -13,20 +13,37 @@ struct ReportColumn {
     double separator = 0;
 };
 
-/// Where head items take their figures from.
+/// Where titles and head items take their texts from.
 struct HeadSource {
     const Session& session;
     /// Text of a label or box by the names of its view and itself, "" where it is not there.
-    std::function<QString(const char16_t* view, const char16_t* control)> control;
+    std::function<QString(QStringView view, QStringView control)> control;
+    /// The report's own cursor. A text may walk it; the drawing puts it on its rows again.
+    const RecordsetPtr& rows;
+    /// The view or window whose print command opened the report.
+    QString caller;
+
+    /// Text of a label or box of the caller.
+    QString ofCaller(QStringView name) const { return control(caller, name); }
 };
+
+/// A text that is made when it is asked for.
+using ReportText = QString (*)(const HeadSource&);
 
 /// One item of the head line: its X before the layout's adjustment, and its text, made at each drawing.
 struct HeadItem {
     double base;
-    QString (*text)(const HeadSource&);
+    ReportText text;
 };
 
 enum class PaperOrientation { Portrait = 1, Landscape = 2 };
+
+/// The menu "设置" of a report.
+enum class SettingsMenu {
+    None,
+    Bare,         // stands there without an entry
+    PrinterSetup, // with "打印机设置"
+};
 
 /// One report form: everything in which the members of the family differ.
 struct ReportDescription {
@@ -40,12 +57,26 @@ struct ReportDescription {
     double titleBase = 115; // X of the title
     double addend = 0;      // to tableTop
     double tableTop = 25;
-    double footerX = 145;        // on paper
-    const char16_t* title = u""; // empty: the title that the calling view hands over
+    double footerX = 145;         // on paper
+    const char16_t* title = u"";  // empty: the title that the calling view hands over
+    ReportText titleOf = nullptr; // makes the title when the form opens, in place of both
     std::span<const HeadItem> head = {};
     /// Printing reads the page number of a recordset that nothing ever opens, behind each full page. So a
     /// report with a full page stops there. That is meant.
-    bool readsUnopened = false;
+    bool printReadsUnopened = false;
+    /// The test print asks that recordset for rows, so it does nothing. That is meant.
+    bool testReadsUnopened = false;
+    /// Paging starts afresh whenever the form comes to the front, and the print commands ask for the number
+    /// of rows without asking whether the cursor is open.
+    bool pagesAtActivation = false;
+    /// Without rows in this cursor the move buttons do nothing. Null: they look at no cursor.
+    RecordsetPtr Session::*moveGuard = nullptr;
+    /// Without rows in this cursor the rows a page stay. Null: the report's own.
+    RecordsetPtr Session::*pageSizeGuard = nullptr;
+    bool emptyPageSizeIsZero = false; // over a cursor without rows the form opens with none a page
+    bool keepsOrientation = false;    // prints on the sheet as the printer stands
+    bool wideTitleShift = false;      // the title may move beyond 16 bits of millimetres
+    SettingsMenu settings = SettingsMenu::None;
 
     bool isLandscape() const { return orientation == PaperOrientation::Landscape; }
     qint16 tableWidth() const { return isLandscape() ? 250 : 170; }

@@ -1,5 +1,6 @@
 #include "reports/reportForm.h"
 
+#include "controls/formParts.h"
 #include "controls/longWork.h"
 #include "controls/moveButtons.h"
 #include "controls/prompts.h"
@@ -9,6 +10,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QMainWindow>
 #include <QRadioButton>
 
 namespace {
@@ -27,7 +29,31 @@ FontRecord recordOf(const FontChoice& choice) {
             colour.red() | colour.green() << 8 | colour.blue() << 16};
 }
 
+FontChoice choiceOf(const FontRecord& record) {
+    FontChoice choice{QFont(record.name), colourOfNumber(record.colour)};
+    choice.font.setPointSizeF(double(record.size));
+    choice.font.setBold(record.bold);
+    choice.font.setItalic(record.italic);
+    choice.font.setStrikeOut(record.strikethrough);
+    choice.font.setUnderline(record.underline);
+    return choice;
+}
+
+bool isProgramWindow(const QWidget* window) {
+    return qobject_cast<const TopWindow*>(window) || qobject_cast<const QMainWindow*>(window);
+}
+
 } // namespace
+
+bool ReportForm::event(QEvent* event) {
+    if (event->type() == QEvent::WindowDeactivate)
+        m_leftForWindow = isProgramWindow(QApplication::activeWindow());
+    if (event->type() == QEvent::WindowActivate && m_report.pagesAtActivation && m_leftForWindow) {
+        m_view->sheet().Cls();
+        startPaging();
+    }
+    return TopWindow::event(event);
+}
 
 void ReportForm::startPaging() {
     m_session.pageIndex = 0;
@@ -35,6 +61,8 @@ void ReportForm::startPaging() {
     const bool any = cursor->hasRows();
     if (any)
         cursor->setPageSize(m_report.rows);
+    else if (m_report.emptyPageSizeIsZero && cursor->isOpen())
+        cursor->setPageSize(0);
     m_session.pageFirst = any ? 1 : 0;
     m_session.pageFrom = any ? 1 : 0;
     m_session.pageTo = any ? cursor->PageCount() : 0;
@@ -45,11 +73,20 @@ void ReportForm::startPaging() {
     printA();
 }
 
+HeadSource ReportForm::headSource() const {
+    return {m_session,
+            [this](QStringView view, QStringView control) {
+                return m_host.controlText(view.toString(), control.toString());
+            },
+            rows(), m_caller};
+}
+
+QString ReportForm::openingTitle() const {
+    return m_report.titleOf ? m_report.titleOf(headSource()) : m_session.reportFormTitle;
+}
+
 ReportDrawing ReportForm::drawing() const {
-    const HeadSource source{m_session, [this](const char16_t* view, const char16_t* control) {
-                                return m_host.controlText(QString::fromUtf16(view),
-                                                          QString::fromUtf16(control));
-                            }};
+    const HeadSource source = headSource();
     QStringList head;
     for (const HeadItem& item : m_report.head)
         head << item.text(source);
@@ -82,9 +119,18 @@ void ReportForm::showPage(int page) {
     m_pages->setPosition(QStringLiteral("第 ") + QString::number(page) + QStringLiteral(" 页"));
 }
 
+PrintJob::Sheets ReportForm::sheets() const {
+    return {m_report.orientation, windowTitle() + u' ' + m_session.todayText()};
+}
+
 bool ReportForm::haveJob() {
+    PrintJob::Sheets onPrinter = sheets();
+    if (m_report.keepsOrientation)
+        onPrinter.orientation = m_session.printerOrientation == 0
+                                    ? std::nullopt
+                                    : std::optional(PaperOrientation(m_session.printerOrientation));
     if (!m_job)
-        m_job = PrintJob::toPrinter(m_report.orientation);
+        m_job = PrintJob::toPrinter(m_session.printerName, onPrinter);
     if (m_job)
         return true;
     // Without any printer the pages go into a file.
@@ -92,23 +138,34 @@ bool ReportForm::haveJob() {
         m_prompts.saveFile(QStringLiteral("没有打印机：打印到 PDF 文件"),
                            windowTitle() + QStringLiteral(".pdf"), QStringLiteral("PDF (*.pdf)"));
     if (path)
-        m_job = PrintJob::toPdf(*path, m_report.orientation);
+        m_job = PrintJob::toPdf(*path, sheets());
     return m_job != nullptr;
 }
 
-void ReportForm::settleJob(PrintEnd end) {
+void ReportForm::settleJob() {
+    if (!m_job)
+        return;
+    m_job->endDocument();
     const QString fault = m_job->fault();
     m_job.reset();
-    if (end == PrintEnd::Failed)
+    if (!fault.isEmpty())
         m_prompts.tell(QStringLiteral("打印失败！") + fault);
 }
 
 void ReportForm::printB() {
     setCursor(Qt::ForbiddenCursor);
+    if (!m_report.keepsOrientation)
+        m_session.printerOrientation = int(m_report.orientation);
     if (!rows()->hasRows())
         return; // the pointer stays: that is meant
     if (!haveJob())
         return unsetCursor();
+    runJob();
+    unsetCursor();
+    settleJob();
+}
+
+void ReportForm::runJob() {
     const QuietWalk walk(rows());
     LongWork work(QStringLiteral("正在打印…"), m_session.pageTo - m_session.pageFrom + 1);
     // Nothing in the program ever opens it, and some reports read it all the same.
@@ -116,16 +173,18 @@ void ReportForm::printB() {
     PrintSteps steps;
     steps.before = [this](int page) { m_session.pageIndex = page - 1; };
     steps.after = [&](int page) {
-        showPage(m_report.readsUnopened ? unopened.AbsolutePage() : rows()->AbsolutePage());
+        showPage(m_report.printReadsUnopened ? unopened.AbsolutePage() : rows()->AbsolutePage());
         return work.step(page - m_session.pageFrom + 1);
     };
-    const PrintEnd end = printPages(drawing(), *m_job, m_session.pageFrom, m_session.pageTo, steps);
-    unsetCursor();
-    settleJob(end);
+    printPages(drawing(), *m_job, m_session.pageFrom, m_session.pageTo, steps);
+}
+
+bool ReportForm::hasRowsToPrint() const {
+    return m_report.pagesAtActivation ? rows()->RecordCount() != 0 : rows()->hasRows();
 }
 
 void ReportForm::print() {
-    if (!rows()->hasRows())
+    if (!hasRowsToPrint())
         return;
     try {
         printB();
@@ -137,7 +196,7 @@ void ReportForm::print() {
 
 void ReportForm::testPrint() {
     IgnoringErrors errors;
-    if (!errors.test([&] { return rows()->hasRows(); }))
+    if (m_report.testReadsUnopened || !errors.test([&] { return hasRowsToPrint(); }))
         return;
     m_session.pageSaved = m_session.pageTo;
     m_session.pageTo = m_session.pageFrom;
@@ -148,18 +207,22 @@ void ReportForm::testPrint() {
 void ReportForm::exportPdf(const QString& path) {
     if (!rows()->hasRows() || rows()->PageCount() == 0)
         return m_prompts.tell(QStringLiteral("没有可以导出的页。"));
+    const auto job = PrintJob::toPdf(path, sheets());
+    if (exportPages(*job) == PrintEnd::Failed)
+        m_prompts.tell(QStringLiteral("文件不能写入：%1\n%2").arg(path, job->fault()));
+}
+
+PrintEnd ReportForm::exportPages(PrintJob& job) {
     const QuietWalk walk(rows());
     const auto row = rows()->currentRow();
     const int pages = rows()->PageCount();
-    const auto job = PrintJob::toPdf(path, m_report.orientation);
     LongWork work(QStringLiteral("正在导出 PDF…"), pages);
     PrintSteps steps;
     steps.after = [&work](int page) { return work.step(page); };
-    const PrintEnd end = printPages(drawing(), *job, 1, pages, steps);
+    const PrintEnd end = printPages(drawing(), job, 1, pages, steps);
     if (row)
         rows()->moveToRow(*row);
-    if (end == PrintEnd::Failed)
-        m_prompts.tell(QStringLiteral("文件不能写入：%1\n%2").arg(path, job->fault()));
+    return end;
 }
 
 void ReportForm::turnPage(int button) {
@@ -193,7 +256,7 @@ void ReportForm::turnPage(int button) {
 
 void ReportForm::changePageSize(int by) {
     const RecordsetPtr& cursor = rows();
-    if (!cursor->hasRows())
+    if (!(m_report.pageSizeGuard ? m_session.*m_report.pageSizeGuard : cursor)->hasRows())
         return;
     // Neither bound is guarded, and the page drawn stays the one of this index: both are meant.
     cursor->setPageSize(cursor->PageSize() + by);
@@ -206,6 +269,8 @@ void ReportForm::changePageSize(int by) {
 }
 
 void ReportForm::movePart(double right, double down) {
+    if (m_report.moveGuard && !(m_session.*m_report.moveGuard)->hasRows())
+        return;
     for (int i = 0; i < 3; ++i)
         if (m_parts[i]->isChecked())
             m_layout.move(ReportPart(i), right, down);
@@ -220,12 +285,9 @@ void ReportForm::widenBox(int by) {
     redraw();
 }
 
-void ReportForm::askFont(FontRecord ReportLayout::*record, int dialog, const QString& title) {
-    const auto choice = m_prompts.chooseFont(title, m_fontStarts[dialog]);
-    if (!choice)
-        return;
-    m_fontStarts[dialog] = *choice;
-    setFont(record, recordOf(*choice));
+void ReportForm::askFont(FontRecord ReportLayout::*record, const QString& title) {
+    if (const auto choice = m_prompts.chooseFont(title, choiceOf(m_layout.*record)))
+        setFont(record, recordOf(*choice));
 }
 
 void ReportForm::setFont(FontRecord ReportLayout::*record, const FontRecord& font) {
@@ -247,6 +309,15 @@ void ReportForm::askExport() {
         exportPdf(*path);
 }
 
+void ReportForm::setUpPrinter() {
+    const PrinterChoice start{m_session.printerName, m_session.printerOrientation};
+    const auto choice = m_prompts.setUpPrinter(PrintJob::printers(), start);
+    if (!choice)
+        return;
+    m_session.printerName = choice->name;
+    m_session.printerOrientation = choice->orientation;
+}
+
 void ReportForm::leaveCursor() {
     const RecordsetPtr& cursor = rows();
     if (!cursor->hasRows())
@@ -258,7 +329,7 @@ void ReportForm::leaveCursor() {
 }
 
 void ReportForm::wayOut() {
-    m_job.reset();
+    settleJob();
     leaveCursor();
     m_session.reportReturned = 1;
     finish();

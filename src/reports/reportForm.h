@@ -6,8 +6,6 @@
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
-#include "controls/fontPrompt.h"
-
 class MoveButtons;
 class PaperView;
 class Prompts;
@@ -33,10 +31,13 @@ public:
     void printA();
     /// Prints from the page on show to the last one. Throws what the report's step behind a full page throws.
     void printB();
+    /// What "打印" does: printB() where there are rows.
+    void print();
     /// Saves all pages as PDF files, whatever stops the report on paper.
     void exportPdf(const QString& path);
 
 protected:
+    bool event(QEvent* event) override;
     void wayOut() override;
 
 private:
@@ -44,6 +45,9 @@ private:
 
     // Building.
     QMenuBar* buildMenu();
+    void buildFontMenu(QMenuBar* bar);
+    void buildSettingsMenu(QMenuBar* bar);
+    void buildShortcuts();
     QWidget* buildPanel();
     QWidget* buildPages();
     QWidget* buildMoves();
@@ -53,32 +57,40 @@ private:
     void startPaging();
 
     // Commands.
-    void print();
     void testPrint();
     void turnPage(int button);
     void changePageSize(int by);
     void movePart(double right, double down);
     void widenBox(int by);
-    void askFont(FontRecord ReportLayout::*record, int dialog, const QString& title);
+    void askFont(FontRecord ReportLayout::*record, const QString& title);
     void askTitle();
     void askExport();
+    void setUpPrinter();
 
     const RecordsetPtr& rows() const { return m_session.*m_report.cursor; }
+    /// What the print commands ask before anything else.
+    bool hasRowsToPrint() const;
+    HeadSource headSource() const;
+    QString openingTitle() const;
     ReportDrawing drawing() const;
     void redraw();
     void showPages(int first);
     void showPage(int page);
+    PrintJob::Sheets sheets() const;
     bool haveJob();
-    /// Tells a fault of the job and lets go of it once its document has ended.
-    void settleJob(PrintEnd end);
+    void runJob();
+    PrintEnd exportPages(PrintJob& job);
+    /// Ends the job's document, tells what went wrong with it, and lets go of it.
+    void settleJob();
     void leaveCursor();
 
     const ReportDescription& m_report;
     ViewHost& m_host;
     Session& m_session;
     Prompts& m_prompts;
+    QString m_caller; // whose print command opened the form
     ReportLayout m_layout;
-    FontChoice m_fontStarts[4];
+    bool m_leftForWindow = false;    // for another window of the program, not for a prompt
     std::unique_ptr<PrintJob> m_job; // stays open where printing stopped before its end
     PaperView* m_view = nullptr;
     MoveButtons* m_pages = nullptr;

@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QShortcut>
 
 namespace {
 
@@ -36,7 +37,8 @@ ReportForm::ReportForm(const ReportDescription& report, ViewHost& host, Prompts&
     , m_host(host)
     , m_session(host.session())
     , m_prompts(prompts)
-    , m_layout(defaultLayout(report, m_session.reportFormTitle)) {
+    , m_caller(m_session.reportCaller)
+    , m_layout(defaultLayout(report, openingTitle())) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     m_view = new PaperView(report.pageWidth(), report.pageHeight(), this);
     auto* row = new QHBoxLayout(this);
@@ -45,31 +47,57 @@ ReportForm::ReportForm(const ReportDescription& report, ViewHost& host, Prompts&
     row->addWidget(buildPanel());
     // 12000 by 9000 twips, so far as the screen has room.
     resize(QSize(800, 600).boundedTo(screen()->availableSize()));
-    for (int i = 0; i < 4; ++i) {
-        const FontRecord& record = m_layout.*kFonts[i].record;
-        m_fontStarts[i].font = QFont(record.name);
-        m_fontStarts[i].font.setPointSizeF(double(record.size));
-    }
+    buildShortcuts();
     startPaging();
     QApplication::restoreOverrideCursor();
 }
 
 ReportForm::~ReportForm() = default;
 
-QMenuBar* ReportForm::buildMenu() {
-    auto* bar = new QMenuBar(this);
+void ReportForm::buildFontMenu(QMenuBar* bar) {
     QMenu* fonts = bar->addMenu(QStringLiteral("字体选择"));
     fonts->menuAction()->setObjectName(QStringLiteral("wSelect"));
-    for (int i = 0; i < 4; ++i) {
-        const QString caption = QString::fromUtf16(kFonts[i].caption);
-        QAction* entry =
-            fonts->addAction(caption, this, [this, i, caption] { askFont(kFonts[i].record, i, caption); });
-        entry->setObjectName(QString::fromUtf16(kFonts[i].name));
+    for (const FontEntry& font : kFonts) {
+        const QString caption = QString::fromUtf16(font.caption);
+        fonts->addAction(caption, this, [this, &font, caption] { askFont(font.record, caption); })
+            ->setObjectName(QString::fromUtf16(font.name));
     }
+}
+
+void ReportForm::buildSettingsMenu(QMenuBar* bar) {
+    if (m_report.settings == SettingsMenu::None)
+        return;
+    QMenu* settings = bar->addMenu(QStringLiteral("设置"));
+    settings->menuAction()->setObjectName(QStringLiteral("settings"));
+    if (m_report.settings == SettingsMenu::PrinterSetup)
+        settings->addAction(QStringLiteral("打印机设置"), this, [this] { setUpPrinter(); })
+            ->setObjectName(QStringLiteral("printerSetup"));
+}
+
+void ReportForm::buildShortcuts() {
+    const std::tuple<QKeySequence, const char16_t*, std::function<void()>> keys[] = {
+        {Qt::CTRL | Qt::Key_P, u"Command2", [this] { print(); }},
+        {Qt::Key_Home, u"Command4(0)", [this] { turnPage(0); }},
+        {Qt::Key_PageUp, u"Command4(1)", [this] { turnPage(1); }},
+        {Qt::Key_PageDown, u"Command4(2)", [this] { turnPage(2); }},
+        {Qt::Key_End, u"Command4(3)", [this] { turnPage(3); }},
+        {Qt::Key_Escape, nullptr, [this] { close(); }}};
+    for (const auto& [key, name, action] : keys) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this, action);
+        auto* button = name ? findChild<QPushButton*>(QString::fromUtf16(name)) : nullptr;
+        if (button)
+            button->setToolTip(QStringLiteral("%1（%2）").arg(button->accessibleName(), key.toString()));
+    }
+}
+
+QMenuBar* ReportForm::buildMenu() {
+    auto* bar = new QMenuBar(this);
+    buildFontMenu(bar);
     QMenu* title = bar->addMenu(QStringLiteral("输入标题"));
     title->menuAction()->setObjectName(QStringLiteral("tName"));
     title->addAction(QStringLiteral("标题"), this, [this] { askTitle(); })
         ->setObjectName(QStringLiteral("tName2"));
+    buildSettingsMenu(bar);
     bar->addAction(QStringLiteral("导出 PDF"), this, [this] { askExport(); })
         ->setObjectName(QStringLiteral("exportPdf"));
     bar->addAction(QStringLiteral("返回"), this, [this] { close(); })

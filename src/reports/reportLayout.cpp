@@ -1,5 +1,7 @@
 #include "reports/reportLayout.h"
 
+#include "recordset/textNumber.h"
+
 void ReportLayout::move(ReportPart part, double right, double down) {
     switch (part) {
     case ReportPart::Table:
@@ -7,7 +9,7 @@ void ReportLayout::move(ReportPart part, double right, double down) {
         tableTop += down;
         return;
     case ReportPart::Title:
-        titleShift = qint16(titleShift + right);
+        titleShift = wideTitleShift ? float(titleShift + right) : toInt16(titleShift + right);
         titleTop += down;
         return;
     case ReportPart::Head:

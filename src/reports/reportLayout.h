@@ -30,7 +30,8 @@ struct ReportLayout {
     qint16 charWidth = 0; // whole millimetres of one wide character
     double tableLeft = 0;
     qint16 tableWidth = 0;
-    qint16 titleShift = 0; // added to the report's own X of the title
+    float titleShift = 0; // added to the report's own X of the title
+    bool wideTitleShift = false;
     double titleTop = 10;
     double tableTop = 25;
     std::vector<double> headLeft; // one a head item
@@ -42,6 +43,7 @@ struct ReportLayout {
     FontRecord fieldFont{QStringLiteral("黑体"), 10, true};
     FontRecord contentFont{QStringLiteral("宋体"), 10};
 
-    /// Moves a part by millimetres, right and down.
+    /// Moves a part by millimetres, right and down. Throws Overflow where a title shift that is not wide
+    /// would leave 16 bits.
     void move(ReportPart part, double right, double down);
 };

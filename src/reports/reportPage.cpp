@@ -13,14 +13,15 @@ QString footerText(int page) {
 
 } // namespace
 
-ReportLayout defaultLayout(const ReportDescription& report, const QString& handedTitle) {
+ReportLayout defaultLayout(const ReportDescription& report, const QString& openingTitle) {
     ReportLayout layout;
     const QString title = QString::fromUtf16(report.title);
-    layout.reportTitle = title.isEmpty() ? handedTitle : title;
+    layout.reportTitle = title.isEmpty() || report.titleOf ? openingTitle : title;
     layout.charWidth = qint16(std::floor(PaperFont(layout.contentFont).textWidth(QStringLiteral("宽"))));
     layout.tableLeft = layout.charWidth + 15;
     layout.tableWidth = report.tableWidth();
     layout.titleShift = layout.charWidth;
+    layout.wideTitleShift = report.wideTitleShift;
     layout.tableTop = report.tableTop;
     layout.headLeft.assign(report.head.size(), 20);
     layout.headTop.assign(report.head.size(), 20);

@@ -5,8 +5,8 @@
 
 #include <QStringList>
 
-/// The layout that a report opens with.
-ReportLayout defaultLayout(const ReportDescription& report, const QString& handedTitle);
+/// The layout that a report opens with. `openingTitle`: the title of a report that has none fixed.
+ReportLayout defaultLayout(const ReportDescription& report, const QString& openingTitle);
 
 /// Everything that one drawing of a page looks at.
 struct ReportDrawing {

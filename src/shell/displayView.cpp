@@ -218,6 +218,7 @@ void DisplayView::data_print() {
     if (!asked || !asked->hasRows())
         return;
     m_session.reportFormTitle = QString::fromUtf16(m_description.reportTitle);
+    m_session.reportCaller = name();
     if (const DisplaySource* source = find(present()))
         m_host.openWindow(QString::fromUtf16(source->report), ViewHost::MainWindow::Hidden);
 }

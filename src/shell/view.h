@@ -66,6 +66,8 @@ public:
     /// Whether the window belongs to the view in front and closes, as by its own way out, when that one is
     /// left.
     virtual bool isDialog() const { return false; }
+    /// Whether the window has a print command; it takes no input while a report is open.
+    virtual bool prints() const { return false; }
     /// Runs when the window is asked for while it is open.
     virtual void shownAgain() {}
     /// Whether the window sets showSource for itself; the front view's value comes back when it closes.

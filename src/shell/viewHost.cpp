@@ -129,7 +129,10 @@ void ViewHost::Fm_Visible_Not(const QString& name) {
 TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
     if (!m_windows.contains(name))
         return nullptr;
-    if (TopWindow* open = window(name)) {
+    TopWindow* open = window(name);
+    if (!open && m_reports.contains(name))
+        open = openReport();
+    if (open) {
         open->shownAgain();
         open->raise();
         open->activateWindow();
@@ -147,7 +150,22 @@ TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
         m_main.setEnabled(false);
     connect(window, &TopWindow::finished, this, [this, name] { windowClosed(name); });
     window->show();
+    letPrint();
     return window;
+}
+
+TopWindow* ViewHost::openReport() const {
+    for (const QString& name : m_reports)
+        if (TopWindow* report = window(name))
+            return report;
+    return nullptr;
+}
+
+void ViewHost::letPrint() {
+    const bool free = !openReport();
+    for (const OpenWindow& each : m_open)
+        if (each.window && each.window->prints())
+            each.window->setEnabled(free);
 }
 
 bool ViewHost::anyOpen(MainWindow main) const {
@@ -159,6 +177,7 @@ void ViewHost::restoreMain() {
     m_main.setEnabled(!anyOpen(MainWindow::Disabled));
     if (!anyOpen(MainWindow::Hidden))
         m_main.show();
+    letPrint();
 }
 
 void ViewHost::bringBackMain(const QString& beside) {

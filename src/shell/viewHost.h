@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 
 #include <functional>
 
@@ -29,6 +30,12 @@ public:
 
     void registerView(const QString& name, ViewFactory factory) { m_views[name] = std::move(factory); }
     void registerWindow(const QString& name, WindowFactory factory) { m_windows[name] = std::move(factory); }
+    /// A window of which one is open at a time: while it is, no other window prints, and asking for another
+    /// report brings it to the front.
+    void registerReport(const QString& name, WindowFactory factory) {
+        registerWindow(name, std::move(factory));
+        m_reports.insert(name);
+    }
     /// Whether a view or window of this name is there.
     bool knows(const QString& name) const { return m_views.contains(name) || m_windows.contains(name); }
 
@@ -83,12 +90,15 @@ private:
     void restoreMain();
     bool anyOpen(MainWindow main) const;
     void setShowSource();
+    TopWindow* openReport() const;
+    void letPrint();
 
     Session& m_session;
     QMainWindow& m_main;
     QStackedWidget& m_area;
     QHash<QString, ViewFactory> m_views;
     QHash<QString, WindowFactory> m_windows;
+    QSet<QString> m_reports;
     QHash<QString, QPointer<View>> m_loaded;
     QHash<QString, OpenWindow> m_open;
     QPointer<View> m_active;

@@ -230,6 +230,8 @@ void statisticFm4::whole_show() {
 }
 
 void statisticFm4::print() {
-    if (m_session.productTable->hasRows())
-        m_host.openWindow(QStringLiteral("print_rs3"), ViewHost::MainWindow::Disabled);
+    if (!m_session.productTable->hasRows())
+        return;
+    m_session.reportCaller = objectName();
+    m_host.openWindow(QStringLiteral("print_rs3"), ViewHost::MainWindow::Disabled);
 }

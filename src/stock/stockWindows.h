@@ -65,6 +65,7 @@ class statisticFm4 : public TopWindow {
 public:
     statisticFm4(ViewHost& host, Prompts& prompts);
     bool setsShowSource() const override { return true; }
+    bool prints() const override { return true; }
 
 protected:
     bool event(QEvent* event) override;

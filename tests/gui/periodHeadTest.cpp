@@ -21,7 +21,8 @@ protected:
         time.click("Command1");
     }
     QString head(const char16_t* report) {
-        return findReport(report)->head.front().text({session(), [](auto, auto) { return QString(); }});
+        return findReport(report)->head.front().text(
+            {session(), [](auto, auto) { return QString(); }, session().clientTable2, {}});
     }
 };
 

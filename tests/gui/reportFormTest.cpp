@@ -1,10 +1,8 @@
 #include "reports/reportForm.h"
 #include "recordset/error.h"
-#include "reports/paperView.h"
 #include "support/errorOf.h"
 #include "support/pdfReader.h"
-#include "support/reportRows.h"
-#include "support/shopWindow.h"
+#include "support/reportWindow.h"
 
 #include <QComboBox>
 #include <QFile>
@@ -12,51 +10,7 @@
 
 namespace {
 
-class Reports : public ShopWindow {
-protected:
-    /// Opens the report of the stock-in history over `count` rows, on the page of its last row.
-    void openHistory(int count) {
-        fillStockTable(books, "product_Bank", count);
-        start();
-        drive->choose("whole_show_product");
-        drive->click("Toolbar1(7)");
-        take("showprint_rs15");
-    }
-    void openStock(int count) {
-        fillStockTable(books, "productTable", count);
-        start();
-        drive->choose("show_stock");
-        drive->click("Toolbar1(7)");
-        take("print_rs3");
-    }
-    void take(const char* name) {
-        form = qobject_cast<ReportForm*>(window(name));
-        ASSERT_NE(form, nullptr);
-        report = std::make_unique<Driver>(*form);
-    }
-    PageRecording& preview() { return form->findChild<PaperSheet*>("Picture2")->recording(); }
-    bool previewShows(const QString& text) {
-        for (const PageRecording::Item& item : preview().items())
-            if (item.font && item.text == text)
-                return true;
-        return false;
-    }
-    PageRecording::Item item(const QString& text) {
-        for (const PageRecording::Item& each : preview().items())
-            if (each.font && each.text == text)
-                return each;
-        ADD_FAILURE() << "not on the page: " << text.toStdString();
-        return {};
-    }
-    QString pages() {
-        return report->text("Text1(1)") + u' ' + report->text("Text1(0)") + u' ' + report->text("Text1(2)");
-    }
-    QString pdf(const char* name = "out.pdf") { return folder.filePath(QString::fromUtf8(name)); }
-
-    QTemporaryDir folder;
-    ReportForm* form = nullptr;
-    std::unique_ptr<Driver> report;
-};
+class Reports : public ReportWindow {};
 
 TEST_F(Reports, OpensOnPageOneAndNamesThePageOfTheCursorsRow) {
     openHistory(81);
@@ -72,14 +26,6 @@ TEST_F(Reports, OpensOnPageOneAndNamesThePageOfTheCursorsRow) {
     EXPECT_EQ(report->entries("Combo1").first(), u"日期方框");
     EXPECT_EQ(report->find<QComboBox>("Combo1")->currentIndex(), 0);
     EXPECT_EQ(form->reportLayout().selectedBox, 1);
-}
-
-TEST_F(Reports, TheStockListHasTheFiguresOfTheStockViewInItsHead) {
-    openStock(3);
-    EXPECT_TRUE(previewShows("销 售 库 存 "));
-    EXPECT_TRUE(previewShows("时间：2004-1-2/2004-1-4"));
-    EXPECT_EQ(item("库存资金：15").x, 100);
-    EXPECT_EQ(item("库存量：6").x, 150);
 }
 
 TEST_F(Reports, AnEmptyCursorShowsAnEmptyPageZeroAndNothingMoves) {
@@ -212,20 +158,39 @@ TEST_F(Reports, AFontIsTakenOverWholeAndCancelLeavesIt) {
     EXPECT_EQ(item("P1").font->colour(), QColor(255, 0, 16));
 }
 
-TEST_F(Reports, AFontDialogStartsWithNameAndSizeAlone) {
+TEST_F(Reports, EachFontDialogStartsWithItsRecordWhole) {
     openHistory(1);
     report->choose("sTitle");
     EXPECT_EQ(prompts.fontStart.font.family(), u"黑体");
     EXPECT_EQ(prompts.fontStart.font.pointSizeF(), 20);
-    EXPECT_FALSE(prompts.fontStart.font.bold()) << "though the title is bold";
-    QFont font("宋体");
-    font.setPointSizeF(16);
-    font.setBold(true);
-    prompts.fontAnswer = FontChoice{font, Qt::black};
-    report->choose("sTitle");
-    report->choose("sTitle");
-    EXPECT_EQ(prompts.fontStart.font.family(), u"宋体") << "and keeps what was chosen last";
     EXPECT_TRUE(prompts.fontStart.font.bold());
+    QFont font("宋体");
+    font.setPointSizeF(16.5);
+    font.setItalic(true);
+    font.setUnderline(true);
+    prompts.fontAnswer = FontChoice{font, QColor(1, 2, 3)};
+    report->choose("sTitle");
+    report->choose("sTitle");
+    EXPECT_EQ(prompts.fontStart.font, font) << "and with what was chosen last";
+    EXPECT_EQ(prompts.fontStart.colour, QColor(1, 2, 3));
+}
+
+TEST_F(Reports, AFontDialogConfirmedWithoutAChangeChangesNothingOnPaper) {
+    openHistory(3);
+    const auto before = preview().items();
+    const ReportLayout layout = form->reportLayout();
+    for (const char* entry : {"sTitle", "time_font", "nField", "wContent"}) {
+        prompts.fontAnswer.reset();
+        report->choose(QString::fromUtf8(entry));
+        prompts.fontAnswer = FontDialog(QString(), prompts.fontStart, nullptr).choice();
+        report->choose(QString::fromUtf8(entry));
+    }
+    for (FontRecord ReportLayout::*record : {&ReportLayout::titleFont, &ReportLayout::headFont,
+                                             &ReportLayout::fieldFont, &ReportLayout::contentFont})
+        EXPECT_EQ(form->reportLayout().*record, layout.*record);
+    ASSERT_EQ(preview().items().size(), before.size());
+    for (std::size_t i = 0; i < before.size(); ++i)
+        EXPECT_EQ(preview().items()[i].y, before[i].y);
 }
 
 TEST_F(Reports, ATitleIsAskedForAndACanceledInputEmptiesIt) {
@@ -413,54 +378,6 @@ TEST_F(Reports, ThePreviewPaintsItsRulesAtTheirMillimetresAtAnyScaling) {
             EXPECT_LT(darkest, 150) << each.y << " mm at " << ratio;
         }
     }
-}
-
-TEST_F(Reports, TheShortfallListHandsItsTitleWithItsBlankAndDisablesTheMainWindow) {
-    fillStockTable(books, "productTable", 3);
-    start();
-    drive->choose("show_stock3");
-    drive->click("Toolbar1(7)");
-    take("showprint_rs3");
-    EXPECT_EQ(form->windowTitle(), u"库存打印");
-    EXPECT_EQ(form->reportLayout().reportTitle, u"需 补 充 库 存 产 品 清 单 ");
-    EXPECT_TRUE(main->isVisible());
-    EXPECT_FALSE(main->isEnabled());
-    form->close();
-    EXPECT_TRUE(main->isEnabled());
-}
-
-TEST_F(Reports, EachStockViewHandsItsTitleAndOpensItsReport) {
-    const std::tuple<const char*, const char*, const char*, const char*, const char*> views[] = {
-        {"return_Bank", "show_return", "showprint_rs18", "产 品 退 货 表", "退货表打印"},
-        {"no_use_Bank", "show_on_use_Bank", "showprint_rs20", "产 品 报 废 表", "产品报废表打印"},
-        {"out_of_Bank", "show_out_of_Bank", "showprint_rs23", "产 品 调 拨 表", "产品调拨表打印"}};
-    for (const auto& each : views)
-        fillStockTable(books, QString::fromUtf8(std::get<0>(each)), 2);
-    start();
-    for (const auto& [table, command, name, title, caption] : views) {
-        drive->choose(QString::fromUtf8(command));
-        drive->click("Toolbar1(7)");
-        take(name);
-        EXPECT_EQ(form->reportLayout().reportTitle, QString::fromUtf8(title));
-        EXPECT_EQ(form->windowTitle(), QString::fromUtf8(caption));
-        form->close();
-    }
-}
-
-TEST_F(Reports, ThePeriodOfAHistoryPrintsItsOwnReport) {
-    fillStockTable(books, "return_Bank", 2);
-    fillStockTable(books, "return_Bank2", 1);
-    start();
-    drive->choose("show_return");
-    session().reopen(session().return_Bank2, "Select * From return_Bank2");
-    session().showSource = ShowSource(19);
-    session().periodStart = "2004";
-    main->host().active()->activate();
-    drive->click("Toolbar1(7)");
-    take("showprint_rs19");
-    EXPECT_TRUE(previewShows("时间：2004/"));
-    EXPECT_TRUE(previewShows("P1"));
-    EXPECT_FALSE(previewShows("P2"));
 }
 
 } // namespace

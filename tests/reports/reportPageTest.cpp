@@ -265,43 +265,4 @@ TEST(ReportMove, EachPartMovesByItself) {
     EXPECT_EQ(layout.tableLeft, 19);
 }
 
-TEST(ReportCatalogue, EveryMemberIsAsItsRowSays) {
-    struct Row {
-        const char16_t* name;
-        const char16_t* caption;
-        const char16_t* title;
-        const char16_t* ninth;
-        bool stops;
-        std::size_t head;
-    };
-    const Row rows[] = {{u"print_rs3", u"销售库存打印", u"销 售 库 存 ", u"成本方框", true, 3},
-                        {u"showprint_rs3", u"库存打印", u"", u"成本方框", true, 0},
-                        {u"showprint_rs4", u"库存打印", u"", u"成本方框", true, 0},
-                        {u"showprint_rs15", u"产品入库清单打印", u"", u"成本方框", false, 1},
-                        {u"showprint_rs16", u"产品入库清单打印", u"", u"成本方框", true, 1},
-                        {u"showprint_rs17", u"库存盘点打印", u"", u"实物数方框", false, 1},
-                        {u"showprint_rs18", u"退货表打印", u"", u"退货款方框", false, 1},
-                        {u"showprint_rs19", u"退货表打印", u"", u"退货款方框", false, 1},
-                        {u"showprint_rs20", u"产品报废表打印", u"", u"亏损金额方框", false, 1},
-                        {u"showprint_rs21", u"产品报废表打印", u"", u"亏损金额方框", false, 1},
-                        {u"showprint_rs23", u"产品调拨表打印", u"", u"合计金额方框", false, 1},
-                        {u"showprint_rs24", u"产品调拨表打印", u"", u"合计金额方框", false, 1}};
-    for (const Row& row : rows) {
-        const ReportDescription* report = findReport(row.name);
-        ASSERT_NE(report, nullptr);
-        const std::string name = QString::fromUtf16(row.name).toStdString();
-        EXPECT_EQ(QStringView(report->caption), QStringView(row.caption)) << name;
-        EXPECT_EQ(QStringView(report->title), QStringView(row.title)) << name;
-        EXPECT_EQ(report->columns.size(), 10u) << name;
-        ASSERT_EQ(report->boxNames.size(), 9u) << name;
-        EXPECT_EQ(QStringView(report->boxNames[8]), QStringView(row.ninth)) << name;
-        EXPECT_EQ(report->readsUnopened, row.stops) << name;
-        EXPECT_EQ(report->head.size(), row.head) << name;
-        EXPECT_TRUE(report->isLandscape() && report->rows == 40 && report->titleBase == 115 &&
-                    report->addend == 0 && report->tableTop == 25 && report->footerX == 145)
-            << name;
-    }
-    EXPECT_EQ(findReport(u"unknown"), nullptr);
-}
-
 } // namespace

@@ -1,5 +1,6 @@
 // report_worker REPORT TABLE ROWS PDF: opens a report of the program over a table of invented rows and
-// presses its print button, as the process in which an error reaches no handler.
+// presses its print button, as the process in which an error reaches no handler. What it tells the user goes
+// to its standard output.
 #include "app/appearance.h"
 #include "app/registry.h"
 #include "app/shopApplication.h"
@@ -12,6 +13,17 @@
 
 #include <QTimer>
 
+#include <cstdio>
+
+namespace {
+
+class ToldPrompts : public ScriptedPrompts {
+public:
+    void tell(const QString& text, const QString&) override { std::puts(text.toUtf8().constData()); }
+};
+
+} // namespace
+
 int main(int argc, char** argv) {
     ShopApplication application(argc, argv);
     application.setQuitOnLastWindowClosed(false);
@@ -22,7 +34,7 @@ int main(int argc, char** argv) {
     TestBooks books;
     application.setDatabasePath(books.path());
     fillStockTable(books, words[2], words[3].toInt());
-    ScriptedPrompts prompts;
+    ToldPrompts prompts;
     prompts.saveName = words[4];
     MDIForm1 main(books.session(), prompts);
     registerAll(main, prompts);

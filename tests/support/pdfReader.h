@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QString>
@@ -60,4 +61,16 @@ inline QString pdfText(const QString& path, int page) {
                         {QStringLiteral("-layout"), QStringLiteral("-f"), QString::number(page),
                          QStringLiteral("-l"), QString::number(page), path, QStringLiteral("-")}))
         .simplified();
+}
+
+/// The tables of a PDF that say which characters its glyphs stand for, one behind the other.
+inline QByteArray pdfCharacterNames(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray pdf = file.readAll();
+    QByteArray names;
+    for (qsizetype at = pdf.indexOf("begincmap"); at >= 0; at = pdf.indexOf("begincmap", at + 1))
+        names += pdf.mid(at, pdf.indexOf("endcmap", at) - at);
+    return names;
 }

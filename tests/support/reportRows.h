@@ -1,10 +1,59 @@
 #pragma once
 
 #include "data/sourceTable.h"
+#include "reports/reportDescription.h"
 #include "support/testBooks.h"
 
-/// Fills a stock table with `count` rows whose texts name their row: number "P17", name "品17", dates that
-/// ascend. The table must be empty.
+/// The table below a report's cursor, "" for a cursor that is not known here.
+inline QString tableOf(const ReportDescription& report) {
+    struct Source {
+        RecordsetPtr Session::*cursor;
+        const char16_t* table;
+    };
+    static constexpr Source sources[] = {
+        {&Session::clientTable, u"clientTable"},     {&Session::clientTable2, u"clientTable2"},
+        {&Session::clientTable3, u"clientTable3"},   {&Session::clerkClients, u"clientTable"},
+        {&Session::productClients, u"clientTable"},  {&Session::buyList, u"buyList"},
+        {&Session::buyList2, u"buyList2"},           {&Session::tempTable2, u"tempTable2"},
+        {&Session::orderTable, u"orderTable"},       {&Session::productTable, u"productTable"},
+        {&Session::productTable2, u"productTable2"}, {&Session::product_Bank, u"product_Bank"},
+        {&Session::product_Bank2, u"product_Bank2"}, {&Session::stock_Count_Bank, u"stock_Count_Bank"},
+        {&Session::return_Bank, u"return_Bank"},     {&Session::return_Bank2, u"return_Bank2"},
+        {&Session::no_use_Bank, u"no_use_Bank"},     {&Session::no_use_Bank2, u"no_use_Bank2"},
+        {&Session::out_of_Bank, u"out_of_Bank"},     {&Session::out_of_Bank2, u"out_of_Bank"}};
+    for (const Source& source : sources)
+        if (source.cursor == report.cursor)
+            return QString::fromUtf16(source.table);
+    return {};
+}
+
+/// Fills a table with `count` rows whose texts are short for their column and row, "品17", with numbers that
+/// count up and dates that ascend; a 产品编号 is "P17". The table must be empty.
+inline void fillTable(TestBooks& books, const QString& table, int count) {
+    QStringList columns;
+    QStringList values;
+    const QString about =
+        books.stored(QStringLiteral("SELECT name, type FROM pragma_table_info('%1')").arg(table));
+    for (const QString& column : about.split(u';')) {
+        const QString name = column.section(u'|', 0, 0);
+        const QString type = column.section(u'|', 1, 1);
+        columns << u'"' + name + u'"';
+        if (name == u"产品编号")
+            values << QStringLiteral("'P' || i");
+        else if (type == u"DATETEXT")
+            values << QStringLiteral("date('2004-01-01', '+' || i || ' days')");
+        else if (type.startsWith(u"TEXT"))
+            values << QStringLiteral("'%1' || i").arg(name.left(1));
+        else
+            values << QStringLiteral("i");
+    }
+    books.execute(
+        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                       "INSERT INTO \"%2\" (%3) SELECT %4 FROM n WHERE %1 > 0")
+            .arg(QString::number(count), table, columns.join(u','), values.join(u',')));
+}
+
+/// The same for a stock table, with texts as a shop writes them.
 inline void fillStockTable(TestBooks& books, const QString& table, int count) {
     const bool movement = !table.startsWith(QStringLiteral("product"), Qt::CaseInsensitive);
     QString columns = QStringLiteral("日期, 产品编号, 品名, 规格, 产地, 厂家, 计量单位, 成本, 数量");
