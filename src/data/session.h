@@ -92,19 +92,22 @@ public:
         double cost = 0;
     } pickedProduct;
 
-    // Paging of the one report form that is open; pages count from 1, `pageIndex` from 0.
-    int pageFrom = 0;
-    int pageTo = 0;
-    qint32 pageSaved = 0; // pageTo while a test print runs
-    qint32 pageIndex = 0;
-    qint32 pageFirst = 0;      // 1 if the report has rows
-    QString reportFormTitle;   // handed over by the view that opens the report
-    qint16 reportReturned = 0; // 1 once the form has closed
-    QString reportCaller;      // view or window whose print command opened the report
-    /// The printer as the last print or setup left it: its name, and its orientation as 1 portrait, 2
-    /// landscape; "" and 0 while nothing has set them.
-    QString printerName;
-    int printerOrientation = 0;
+    /// What the one report form that is open shares with the windows that print. Pages count from 1,
+    /// `pageIndex` from 0.
+    struct Report {
+        int pageFrom = 0;
+        int pageTo = 0;
+        qint32 pageSaved = 0; // pageTo while a test print runs
+        qint32 pageIndex = 0;
+        qint32 pageFirst = 0;      // 1 if the report has rows
+        QString reportFormTitle;   // handed over by the view that opens the report
+        QString caller;            // view or window whose print command opened it
+        qint16 reportReturned = 0; // 1 once the form has closed
+        /// The printer as the last print or setup left it: its name, and its orientation as 1 portrait, 2
+        /// landscape; "" and 0 while nothing has set them.
+        QString printerName;
+        int printerOrientation = 0;
+    } report;
 
     RecordsetPtr clientTable;
     RecordsetPtr buyList;

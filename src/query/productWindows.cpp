@@ -72,14 +72,14 @@ listProductFm2::listProductFm2(ViewHost& host, Prompts& prompts)
     }
     QPushButton* back = makeButton(QStringLiteral("Command4"), QStringLiteral("返回"), this);
     connect(back, &QPushButton::clicked, this, [this] {
-        m_session.reportReturned = 1;
+        m_session.report.reportReturned = 1;
         close();
     });
     m_buttons->addWidget(back);
 }
 
 void listProductFm2::wayOut() {
-    m_session.reportReturned = 2;
+    m_session.report.reportReturned = 2;
     finish();
 }
 

@@ -56,20 +56,20 @@ bool ReportForm::event(QEvent* event) {
 }
 
 void ReportForm::startPaging() {
-    m_session.pageIndex = 0;
+    m_session.report.pageIndex = 0;
     const RecordsetPtr& cursor = rows();
     const bool any = cursor->hasRows();
     if (any)
         cursor->setPageSize(m_report.rows);
     else if (m_report.emptyPageSizeIsZero && cursor->isOpen())
         cursor->setPageSize(0);
-    m_session.pageFirst = any ? 1 : 0;
-    m_session.pageFrom = any ? 1 : 0;
-    m_session.pageTo = any ? cursor->PageCount() : 0;
+    m_session.report.pageFirst = any ? 1 : 0;
+    m_session.report.pageFrom = any ? 1 : 0;
+    m_session.report.pageTo = any ? cursor->PageCount() : 0;
     m_pageSize->setText(QString::number(any ? m_report.rows : 0));
     // The page of the cursor's row, which need not be the page on show.
     showPage(any ? cursor->AbsolutePage() : 0);
-    showPages(m_session.pageFrom);
+    showPages(m_session.report.pageFrom);
     printA();
 }
 
@@ -82,7 +82,7 @@ HeadSource ReportForm::headSource() const {
 }
 
 QString ReportForm::openingTitle() const {
-    return m_report.titleOf ? m_report.titleOf(headSource()) : m_session.reportFormTitle;
+    return m_report.titleOf ? m_report.titleOf(headSource()) : m_session.report.reportFormTitle;
 }
 
 ReportDrawing ReportForm::drawing() const {
@@ -100,8 +100,8 @@ void ReportForm::printA() {
     const ReportDrawing page = drawing();
     PaperSheet& sheet = m_view->sheet();
     ReportPageDrawing draw(page, sheet.recording());
-    draw.drawTable(m_session.pageIndex);
-    draw.drawPreviewFooter(m_session.pageFrom, sheet.pageWidth());
+    draw.drawTable(m_session.report.pageIndex);
+    draw.drawPreviewFooter(m_session.report.pageFrom, sheet.pageWidth());
     sheet.update();
 }
 
@@ -111,7 +111,7 @@ void ReportForm::redraw() {
 }
 
 void ReportForm::showPages(int first) {
-    m_lastPage->setText(QStringLiteral("终止页：") + QString::number(m_session.pageTo));
+    m_lastPage->setText(QStringLiteral("终止页：") + QString::number(m_session.report.pageTo));
     m_firstPage->setText(QStringLiteral("起始页：") + QString::number(first));
 }
 
@@ -126,11 +126,11 @@ PrintJob::Sheets ReportForm::sheets() const {
 bool ReportForm::haveJob() {
     PrintJob::Sheets onPrinter = sheets();
     if (m_report.keepsOrientation)
-        onPrinter.orientation = m_session.printerOrientation == 0
+        onPrinter.orientation = m_session.report.printerOrientation == 0
                                     ? std::nullopt
-                                    : std::optional(PaperOrientation(m_session.printerOrientation));
+                                    : std::optional(PaperOrientation(m_session.report.printerOrientation));
     if (!m_job)
-        m_job = PrintJob::toPrinter(m_session.printerName, onPrinter);
+        m_job = PrintJob::toPrinter(m_session.report.printerName, onPrinter);
     if (m_job)
         return true;
     // Without any printer the pages go into a file.
@@ -155,7 +155,7 @@ void ReportForm::settleJob() {
 void ReportForm::printB() {
     setCursor(Qt::ForbiddenCursor);
     if (!m_report.keepsOrientation)
-        m_session.printerOrientation = int(m_report.orientation);
+        m_session.report.printerOrientation = int(m_report.orientation);
     if (!rows()->hasRows())
         return; // the pointer stays: that is meant
     if (!haveJob())
@@ -167,16 +167,16 @@ void ReportForm::printB() {
 
 void ReportForm::runJob() {
     const QuietWalk walk(rows());
-    LongWork work(QStringLiteral("正在打印…"), m_session.pageTo - m_session.pageFrom + 1);
+    LongWork work(QStringLiteral("正在打印…"), m_session.report.pageTo - m_session.report.pageFrom + 1);
     // Nothing in the program ever opens it, and some reports read it all the same.
     const Recordset unopened(m_session.cn);
     PrintSteps steps;
-    steps.before = [this](int page) { m_session.pageIndex = page - 1; };
+    steps.before = [this](int page) { m_session.report.pageIndex = page - 1; };
     steps.after = [&](int page) {
         showPage(m_report.printReadsUnopened ? unopened.AbsolutePage() : rows()->AbsolutePage());
-        return work.step(page - m_session.pageFrom + 1);
+        return work.step(page - m_session.report.pageFrom + 1);
     };
-    printPages(drawing(), *m_job, m_session.pageFrom, m_session.pageTo, steps);
+    printPages(drawing(), *m_job, m_session.report.pageFrom, m_session.report.pageTo, steps);
 }
 
 bool ReportForm::hasRowsToPrint() const {
@@ -198,10 +198,10 @@ void ReportForm::testPrint() {
     IgnoringErrors errors;
     if (m_report.testReadsUnopened || !errors.test([&] { return hasRowsToPrint(); }))
         return;
-    m_session.pageSaved = m_session.pageTo;
-    m_session.pageTo = m_session.pageFrom;
+    m_session.report.pageSaved = m_session.report.pageTo;
+    m_session.report.pageTo = m_session.report.pageFrom;
     errors.run([&] { printB(); });
-    m_session.pageTo = m_session.pageSaved;
+    m_session.report.pageTo = m_session.report.pageSaved;
 }
 
 void ReportForm::exportPdf(const QString& path) {
@@ -229,7 +229,7 @@ void ReportForm::turnPage(int button) {
     IgnoringErrors errors;
     if (!errors.test([&] { return rows()->PageCount() != 0; }))
         return;
-    Session& s = m_session;
+    Session::Report& s = m_session.report;
     errors.run([&] { s.pageFrom = rows()->AbsolutePage(); });
     if (s.pageFrom == kBeforeFirst)
         s.pageFrom = s.pageFirst;
@@ -260,10 +260,10 @@ void ReportForm::changePageSize(int by) {
         return;
     // Neither bound is guarded, and the page drawn stays the one of this index: both are meant.
     cursor->setPageSize(cursor->PageSize() + by);
-    m_session.pageFrom = 1;
-    m_session.pageTo = cursor->PageCount();
+    m_session.report.pageFrom = 1;
+    m_session.report.pageTo = cursor->PageCount();
     showPage(cursor->AbsolutePage());
-    showPages(m_session.pageFrom);
+    showPages(m_session.report.pageFrom);
     m_pageSize->setText(QString::number(cursor->PageSize()));
     redraw();
 }
@@ -310,12 +310,12 @@ void ReportForm::askExport() {
 }
 
 void ReportForm::setUpPrinter() {
-    const PrinterChoice start{m_session.printerName, m_session.printerOrientation};
+    const PrinterChoice start{m_session.report.printerName, m_session.report.printerOrientation};
     const auto choice = m_prompts.setUpPrinter(PrintJob::printers(), start);
     if (!choice)
         return;
-    m_session.printerName = choice->name;
-    m_session.printerOrientation = choice->orientation;
+    m_session.report.printerName = choice->name;
+    m_session.report.printerOrientation = choice->orientation;
 }
 
 void ReportForm::leaveCursor() {
@@ -331,6 +331,6 @@ void ReportForm::leaveCursor() {
 void ReportForm::wayOut() {
     settleJob();
     leaveCursor();
-    m_session.reportReturned = 1;
+    m_session.report.reportReturned = 1;
     finish();
 }

@@ -37,7 +37,7 @@ ReportForm::ReportForm(const ReportDescription& report, ViewHost& host, Prompts&
     , m_host(host)
     , m_session(host.session())
     , m_prompts(prompts)
-    , m_caller(m_session.reportCaller)
+    , m_caller(m_session.report.caller)
     , m_layout(defaultLayout(report, openingTitle())) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     m_view = new PaperView(report.pageWidth(), report.pageHeight(), this);

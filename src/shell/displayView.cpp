@@ -217,8 +217,8 @@ void DisplayView::data_print() {
     const RecordsetPtr asked = m_description.asksWholeForRows ? wholeCursor() : cursor();
     if (!asked || !asked->hasRows())
         return;
-    m_session.reportFormTitle = QString::fromUtf16(m_description.reportTitle);
-    m_session.reportCaller = name();
+    m_session.report.reportFormTitle = QString::fromUtf16(m_description.reportTitle);
+    m_session.report.caller = name();
     if (const DisplaySource* source = find(present()))
         m_host.openWindow(QString::fromUtf16(source->report), ViewHost::MainWindow::Hidden);
 }

@@ -227,7 +227,7 @@ void StockOutChooser::data_print() {
     if (code != ShowSource::StockIn && code != ShowSource::PeriodStockIn)
         return;
     // The title is that of the stock-in list, for all three roads: that is meant.
-    m_session.reportFormTitle = QStringLiteral("产 品 入 库 清 单");
+    m_session.report.reportFormTitle = QStringLiteral("产 品 入 库 清 单");
     m_host.openWindow(QString::fromUtf16(code == ShowSource::StockIn ? m_road.report : m_road.periodReport),
                       ViewHost::MainWindow::Disabled);
 }

@@ -102,7 +102,7 @@ void StockFm2::data_print() {
     const RecordsetPtr shown = cursor();
     if (!shown || !shown->hasRows())
         return;
-    m_session.reportFormTitle = QStringLiteral("需 补 充 库 存 产 品 清 单 ");
+    m_session.report.reportFormTitle = QStringLiteral("需 补 充 库 存 产 品 清 单 ");
     const bool whole = m_session.showSource == ShowSource::Products;
     m_host.openWindow(whole ? QStringLiteral("showprint_rs3") : QStringLiteral("showprint_rs4"),
                       ViewHost::MainWindow::Disabled);
@@ -232,6 +232,6 @@ void statisticFm4::whole_show() {
 void statisticFm4::print() {
     if (!m_session.productTable->hasRows())
         return;
-    m_session.reportCaller = objectName();
+    m_session.report.caller = objectName();
     m_host.openWindow(QStringLiteral("print_rs3"), ViewHost::MainWindow::Disabled);
 }

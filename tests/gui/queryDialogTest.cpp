@@ -218,7 +218,7 @@ TEST_F(QueryDialogs, ThePickerSearchesTheColumnOfTheCurrentCell) {
     EXPECT_EQ(session().pickedProduct.number, u"p3");
     EXPECT_EQ(session().pickedProduct.cost, 1);
     EXPECT_EQ(window("listProductFm2"), nullptr);
-    EXPECT_EQ(session().reportReturned, 2) << "any unload";
+    EXPECT_EQ(session().report.reportReturned, 2) << "any unload";
 }
 
 TEST_F(QueryDialogs, ThePickerReturnsWithoutAPickAndIgnoresAnEmptyList) {

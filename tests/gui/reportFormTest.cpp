@@ -35,7 +35,7 @@ TEST_F(Reports, AnEmptyCursorShowsAnEmptyPageZeroAndNothingMoves) {
     take("showprint_rs15");
     EXPECT_EQ(pages(), u"起始页：0 终止页：0 第 0 页");
     EXPECT_EQ(report->text("Text5"), u"0");
-    EXPECT_EQ(session().pageFrom + session().pageTo + session().pageFirst, 0);
+    EXPECT_EQ(session().report.pageFrom + session().report.pageTo + session().report.pageFirst, 0);
     for (const char* button :
          {"Command10(0)", "Command10(1)", "Command8", "Command9", "Command4(2)", "Command2", "Command3"})
         report->click(QString::fromUtf8(button));
@@ -60,7 +60,7 @@ TEST_F(Reports, PagesTurnWithinTheirEnds) {
     EXPECT_EQ(turn(0), u"第 1 页");
     EXPECT_EQ(turn(1), u"第 1 页");
     EXPECT_EQ(turn(3), u"第 3 页");
-    EXPECT_EQ(session().pageIndex, 2);
+    EXPECT_EQ(session().report.pageIndex, 2);
 }
 
 TEST_F(Reports, MoreRowsAPageBeginAtPageOneButLeaveThePageDrawn) {
@@ -68,15 +68,15 @@ TEST_F(Reports, MoreRowsAPageBeginAtPageOneButLeaveThePageDrawn) {
     report->click("Command4(2)");
     report->click("Command10(0)");
     EXPECT_EQ(report->text("Text5"), u"41");
-    EXPECT_EQ(session().pageFrom, 1);
-    EXPECT_EQ(session().pageTo, 2);
-    EXPECT_EQ(session().pageIndex, 1) << "left as it was";
+    EXPECT_EQ(session().report.pageFrom, 1);
+    EXPECT_EQ(session().report.pageTo, 2);
+    EXPECT_EQ(session().report.pageIndex, 1) << "left as it was";
     EXPECT_TRUE(previewShows("P42")) << "the second page of 41 rows";
     EXPECT_TRUE(previewShows(" 第 1 页"));
     report->click("Command10(1)");
     report->click("Command10(1)");
     EXPECT_EQ(report->text("Text5"), u"39");
-    EXPECT_EQ(session().pageTo, 3);
+    EXPECT_EQ(session().report.pageTo, 3);
 }
 
 TEST_F(Reports, RowsAPageHaveNoLowerBound) {
@@ -84,10 +84,10 @@ TEST_F(Reports, RowsAPageHaveNoLowerBound) {
     for (int i = 0; i < 41; ++i)
         report->click("Command10(1)");
     EXPECT_EQ(report->text("Text5"), u"-1");
-    EXPECT_EQ(session().pageTo, 0);
+    EXPECT_EQ(session().report.pageTo, 0);
     EXPECT_EQ(report->text("Text1(2)"), u"第 -1 页");
     report->click("Command4(2)");
-    EXPECT_EQ(session().pageFrom, 1);
+    EXPECT_EQ(session().report.pageFrom, 1);
     EXPECT_EQ(session().product_Bank->PageSize(), -1) << "left on the shared cursor";
 }
 
@@ -215,7 +215,7 @@ TEST_F(Reports, PrintingRunsFromThePageOnShowToTheLast) {
     for (int page = 1; page <= 3; ++page)
         EXPECT_TRUE(pdfText(pdf(), page).endsWith(QStringLiteral("第 %1 页").arg(page + 2)));
     EXPECT_TRUE(pdfText(pdf(), 1).contains("P81"));
-    EXPECT_EQ(session().pageFrom, 3);
+    EXPECT_EQ(session().report.pageFrom, 3);
     EXPECT_EQ(form->cursor().shape(), Qt::ArrowCursor);
     report->click("Command4(1)");
     EXPECT_EQ(report->text("Text1(2)"), u"第 4 页") << "the cursor stands on the last printed page";
@@ -230,7 +230,7 @@ TEST_F(Reports, ATestPrintIsThePageOnShowAndLeavesTheEndPage) {
     report->click("Command3");
     EXPECT_EQ(pdfPages(pdf()), 1);
     EXPECT_TRUE(pdfText(pdf(), 1).endsWith("第 3 页"));
-    EXPECT_EQ(session().pageTo, 5);
+    EXPECT_EQ(session().report.pageTo, 5);
 }
 
 TEST_F(Reports, WithoutAFileNameNothingIsPrinted) {
@@ -260,7 +260,7 @@ TEST_F(Reports, TheMembersThatReadTheUnopenedRecordsetStopBehindAFullPage) {
     openStock(80);
     prompts.saveName = pdf();
     EXPECT_EQ(errorOf([this] { form->printB(); }), ErrorNumber::IsClosed);
-    EXPECT_EQ(session().pageIndex, 0) << "stopped on the first page";
+    EXPECT_EQ(session().report.pageIndex, 0) << "stopped on the first page";
     form->close();
     EXPECT_EQ(pdfPages(pdf()), 1) << "the page that was sent";
 }
@@ -269,7 +269,7 @@ TEST_F(Reports, TheirTestPrintPutsTheEndPageBackAndEndsNoDocument) {
     openStock(80);
     prompts.saveName = pdf();
     report->click("Command3");
-    EXPECT_EQ(session().pageTo, 2);
+    EXPECT_EQ(session().report.pageTo, 2);
     EXPECT_FALSE(QFile::exists(pdf())) << "no end of the document is reached";
     report->click("Command3");
     EXPECT_EQ(prompts.saveQuestions, 1) << "the document is open still";
@@ -295,7 +295,7 @@ TEST_F(Reports, ExportTakesEveryPageAndIsFreeOfTheirStop) {
     for (int page = 1; page <= 3; ++page)
         EXPECT_TRUE(pdfText(pdf(), page).endsWith(QStringLiteral("第 %1 页").arg(page)));
     EXPECT_EQ(session().productTable->AbsolutePosition(), position);
-    EXPECT_EQ(session().pageIndex, 1);
+    EXPECT_EQ(session().report.pageIndex, 1);
     prompts.saveName = folder.filePath("missing/out.pdf");
     prompts.expectMessage("文件不能写入：" + *prompts.saveName + "\n不能开始打印。");
     report->choose("exportPdf");
@@ -316,10 +316,10 @@ TEST_F(Reports, ReturnShowsTheViewAgainWithTheCursorOnARow) {
     openHistory(41);
     report->click("Command4(3)");
     EXPECT_TRUE(session().product_Bank->isEOF());
-    session().reportReturned = 0;
+    session().report.reportReturned = 0;
     report->choose("return");
     EXPECT_EQ(window("showprint_rs15"), nullptr);
-    EXPECT_EQ(session().reportReturned, 1);
+    EXPECT_EQ(session().report.reportReturned, 1);
     EXPECT_TRUE(main->isVisible() && main->isEnabled());
     EXPECT_EQ(session().product_Bank->AbsolutePosition(), 41);
     EXPECT_EQ(drive->text("Text1"), u"41/41");

@@ -88,13 +88,13 @@ TEST_F(ReportKinds, PagingAtActivationStartsAfreshWhenTheFormComesBackFromAnothe
     QApplication::setActiveWindow(form);
     report->click("Command10(0)");
     report->click("Command4(3)");
-    EXPECT_EQ(session().pageFrom, 3);
-    EXPECT_EQ(session().pageIndex, 2);
+    EXPECT_EQ(session().report.pageFrom, 3);
+    EXPECT_EQ(session().report.pageIndex, 2);
     main->host().openWindow("manualFm1", ViewHost::MainWindow::Stays);
     QApplication::setActiveWindow(window("manualFm1"));
     QApplication::setActiveWindow(form);
-    EXPECT_EQ(session().pageIndex, 0);
-    EXPECT_EQ(session().pageFrom, 1);
+    EXPECT_EQ(session().report.pageIndex, 0);
+    EXPECT_EQ(session().report.pageFrom, 1);
     EXPECT_EQ(rows()->PageSize(), 40);
     EXPECT_TRUE(previewShows("P1") && !previewShows("P100"));
 }
@@ -108,7 +108,7 @@ TEST_F(ReportKinds, PagingAtActivationStaysWhereAPromptWasInFront) {
     QApplication::setActiveWindow(&prompt);
     prompt.close();
     QApplication::setActiveWindow(form);
-    EXPECT_EQ(session().pageFrom, 3) << "a print that asks for its file prints the page on show";
+    EXPECT_EQ(session().report.pageFrom, 3) << "a print that asks for its file prints the page on show";
 }
 
 TEST_F(ReportKinds, OtherReportsKeepTheirPageWhenTheyComeBack) {
@@ -118,7 +118,7 @@ TEST_F(ReportKinds, OtherReportsKeepTheirPageWhenTheyComeBack) {
     main->host().openWindow("manualFm1", ViewHost::MainWindow::Stays);
     QApplication::setActiveWindow(window("manualFm1"));
     QApplication::setActiveWindow(form);
-    EXPECT_EQ(session().pageFrom, 3);
+    EXPECT_EQ(session().report.pageFrom, 3);
 }
 
 TEST_F(ReportKinds, PagedAtActivationPrintingAsksAClosedCursorForItsRows) {
@@ -172,11 +172,11 @@ TEST_F(ReportKinds, TheSettingsMenuCanBeBare) {
 TEST_F(ReportKinds, ThePrinterSetupHoldsForWhatIsPrintedBehindIt) {
     open(1, [](ReportDescription& setup) { setup.settings = SettingsMenu::PrinterSetup; });
     report->choose("printerSetup");
-    EXPECT_EQ(session().printerName, u"") << "canceled";
+    EXPECT_EQ(session().report.printerName, u"") << "canceled";
     prompts.printerAnswer = PrinterChoice{"前台", 1};
     report->choose("printerSetup");
-    EXPECT_EQ(session().printerName, u"前台");
-    EXPECT_EQ(session().printerOrientation, 1);
+    EXPECT_EQ(session().report.printerName, u"前台");
+    EXPECT_EQ(session().report.printerOrientation, 1);
     prompts.printerAnswer.reset();
     report->choose("printerSetup");
     EXPECT_EQ(prompts.printerStart->name, u"前台");
@@ -187,15 +187,15 @@ TEST_F(ReportKinds, PrintingTurnsThePrinterToTheReportsSheet) {
     open(1, [](ReportDescription&) {});
     prompts.saveName = pdf();
     report->click("Command2");
-    EXPECT_EQ(session().printerOrientation, 2);
+    EXPECT_EQ(session().report.printerOrientation, 2);
 }
 
 TEST_F(ReportKinds, AReportCanLeaveTheOrientationAsThePrinterStands) {
     open(1, [](ReportDescription& left) { left.keepsOrientation = true; });
-    session().printerOrientation = 1;
+    session().report.printerOrientation = 1;
     prompts.saveName = pdf();
     report->click("Command2");
-    EXPECT_EQ(session().printerOrientation, 1);
+    EXPECT_EQ(session().report.printerOrientation, 1);
     EXPECT_TRUE(outputOf("pdfinfo", {pdf()}).contains("842 x 595")) << "a file has no printer to follow";
 }
 
@@ -231,16 +231,16 @@ TEST_F(ReportKinds, KeysTurnThePagesPrintAndClose) {
     for (const char* focused : {"Command2", "Combo1"}) {
         for (const auto& [key, page] : pages) {
             report->key(QString::fromUtf8(focused), key);
-            EXPECT_EQ(session().pageFrom, page) << focused << key;
+            EXPECT_EQ(session().report.pageFrom, page) << focused << key;
         }
     }
     prompts.saveName = pdf();
     report->key("Combo1", Qt::Key_P, Qt::ControlModifier);
     EXPECT_EQ(pdfPages(pdf()), 3);
-    session().reportReturned = 0;
+    session().report.reportReturned = 0;
     report->key("Command2", Qt::Key_Escape);
     EXPECT_EQ(window("probe"), nullptr);
-    EXPECT_EQ(session().reportReturned, 1);
+    EXPECT_EQ(session().report.reportReturned, 1);
     EXPECT_TRUE(main->isEnabled());
 }
 

@@ -136,7 +136,7 @@ TEST_F(Counting, TheCountIsPrintedWithWhatIsTyped) {
     drive->click("Toolbar1(7)");
     TopWindow* report = window("showprint_rs17");
     ASSERT_NE(report, nullptr);
-    EXPECT_EQ(session().reportFormTitle, u"库 存 盘 点");
+    EXPECT_EQ(session().report.reportFormTitle, u"库 存 盘 点");
     EXPECT_EQ(Driver(*report).entries("Combo1").last(), u"实物数方框");
     bool found = false;
     for (const PageRecording::Item& item : report->findChild<PaperSheet*>("Picture2")->recording().items())

@@ -290,7 +290,7 @@ TEST_F(StockOuts, ThePrintRoutineHandsTheStockInTitleAndTheOddReports) {
         session().showSource = ShowSource(number);
         static_cast<StockOutChooser*>(main->host().active())->data_print();
         ASSERT_NE(window(report), nullptr) << command << number;
-        EXPECT_EQ(session().reportFormTitle, u"产 品 入 库 清 单");
+        EXPECT_EQ(session().report.reportFormTitle, u"产 品 入 库 清 单");
         window(report)->close();
     }
     session().showSource = ShowSource(3);
