@@ -2,8 +2,8 @@
 
 #include "controls/dataGrid.h"
 #include "controls/hint.h"
+#include "controls/numberLimit.h"
 #include "recordset/error.h"
-#include "recordset/textNumber.h"
 
 #include <QLineEdit>
 
@@ -34,6 +34,7 @@ QWidget* CellEditor::createEditor(QWidget* parent, const QStyleOptionViewItem&,
     const ColumnInfo& column = m_grid->recordset()->fieldInfo(index.column());
     if (column.type == ColumnType::Text)
         editor->setMaxLength(column.definedSize);
+    editor->setAlignment(fieldAlignment(column));
     return editor;
 }
 
@@ -48,12 +49,23 @@ void CellEditor::setModelData(QWidget* editor, QAbstractItemModel*, const QModel
     if (text == index.data(Qt::EditRole).toString())
         return;
     const int field = index.column();
+    const QString fault = take(index.row(), field, text);
+    if (fault.isEmpty())
+        Q_EMIT m_grid->cellEdited(field);
+    else
+        showHint(m_grid->viewport(), m_grid->visualRect(index), fault);
+}
+
+QString CellEditor::take(int row, int field, const QString& text) const {
+    const RecordsetPtr& recordset = m_grid->recordset();
+    const ColumnInfo& column = recordset->fieldInfo(field);
+    recordset->moveTo(row);
+    if ((column.type == ColumnType::Number && !isReckonable(text)) || !m_grid->canReckonWith(field, text))
+        return tooLargeHint();
     try {
-        m_grid->recordset()->moveTo(index.row());
-        m_grid->recordset()->Fields(field).setValue(text);
+        recordset->Fields(field).setValue(text);
+        return {};
     } catch (const RuntimeError&) {
-        showHint(editor, refusal(m_grid->recordset()->fieldInfo(field)));
-        return;
+        return refusal(column);
     }
-    Q_EMIT m_grid->cellEdited(field);
 }

@@ -16,5 +16,8 @@ public:
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
 
 private:
+    /// Makes the text a pending edit of the cell; what to tell where that cannot be, else nothing.
+    QString take(int row, int field, const QString& text) const;
+
     DataGrid* m_grid;
 };

@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QSaveFile>
@@ -32,7 +33,8 @@ QString csvCell(const QString& text) {
 DataGrid::DataGrid(Prompts& prompts, QWidget* parent)
     : QTableView(parent)
     , m_prompts(prompts)
-    , m_model(new RecordsetModel(this)) {
+    , m_model(new RecordsetModel(this))
+    , m_nothingFoundText(QStringLiteral("没有符合条件的记录，按“全库显示”看全部")) {
     setModel(m_model);
     setItemDelegate(new CellEditor(this));
     setSelectionBehavior(SelectRows);
@@ -52,6 +54,8 @@ DataGrid::DataGrid(Prompts& prompts, QWidget* parent)
         if (m_rowHandler)
             m_rowHandler();
     });
+    connect(m_model, &QAbstractItemModel::modelReset, this, &DataGrid::fitFirstRows);
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, &DataGrid::fitFirstRows);
 }
 
 void DataGrid::bind(const RecordsetPtr& recordset, const QStringList& hidden) {
@@ -62,8 +66,10 @@ void DataGrid::bind(const RecordsetPtr& recordset, const QStringList& hidden) {
         m_model->setRecordset(recordset);
     for (int i = 0; i < m_model->columnCount(); ++i)
         setColumnHidden(i, hidden.contains(recordset->fieldInfo(i).name));
-    if (other)
+    if (other) {
         fitColumns();
+        m_fitted = m_model->rowCount() > 0;
+    }
     followRecordset();
     if (other && m_rowHandler)
         m_rowHandler();
@@ -102,6 +108,13 @@ void DataGrid::fitColumns() {
     }
 }
 
+void DataGrid::fitFirstRows() {
+    if (m_fitted || m_model->rowCount() == 0)
+        return;
+    m_fitted = true;
+    fitColumns();
+}
+
 void DataGrid::followRecordset() {
     const RecordsetPtr& bound = recordset();
     if (!bound || !bound->isOpen())
@@ -127,12 +140,13 @@ void DataGrid::currentChanged(const QModelIndex& current, const QModelIndex& pre
         recordset()->moveTo(current.row());
     else if (current.row() == previous.row())
         return;
-    if (!m_pressing)
+    if (!m_pressing && !m_chosenByEnter)
         Q_EMIT rowChosen();
 }
 
 void DataGrid::mousePressEvent(QMouseEvent* event) {
     m_pressing = true;
+    m_focusAfterPress = nullptr;
     QTableView::mousePressEvent(event);
     m_pressing = false;
     const QModelIndex index = indexAt(event->pos());
@@ -142,16 +156,41 @@ void DataGrid::mousePressEvent(QMouseEvent* event) {
     if (recordset()->AbsolutePosition() != index.row() + 1)
         recordset()->moveTo(index.row());
     Q_EMIT rowChosen();
+    m_focusAfterPress = window()->focusWidget();
+}
+
+void DataGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTableView::mouseDoubleClickEvent(event);
+    // Its first click has chosen the row; the second has only brought the focus back here.
+    if (m_focusAfterPress && m_focusAfterPress != this && state() != EditingState)
+        m_focusAfterPress->setFocus(Qt::OtherFocusReason);
+}
+
+void DataGrid::keyPressEvent(QKeyEvent* event) {
+    const bool chooses =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+    if (!m_chosenByEnter || !chooses || event->modifiers() & ~Qt::KeypadModifier)
+        return QTableView::keyPressEvent(event);
+    if (currentIndex().isValid())
+        Q_EMIT rowChosen();
+}
+
+QString DataGrid::emptyText() const {
+    if (!recordset())
+        return m_emptyText;
+    if (!recordset()->isOpen())
+        return QStringLiteral("该时间段没有数据");
+    return recordset()->Filter().isEmpty() ? m_emptyText : m_nothingFoundText;
 }
 
 void DataGrid::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    if (m_model->rowCount() > 0 || m_emptyText.isEmpty())
+    if (m_model->rowCount() > 0)
         return;
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
-                     m_emptyText);
+                     emptyText());
 }
 
 void DataGrid::contextMenuEvent(QContextMenuEvent* event) {

@@ -2,6 +2,7 @@
 
 #include "controls/recordsetModel.h"
 
+#include <QPointer>
 #include <QStringList>
 #include <QTableView>
 
@@ -33,8 +34,22 @@ public:
     void setRowHandler(std::function<void()> handler) { m_rowHandler = std::move(handler); }
     /// Lets cells be edited in place; a changed cell is a pending edit.
     void setEditable(bool editable);
-    /// What stands in the middle of an empty grid.
+    /// Whether the row can be reckoned with after `text` has been typed into `field` of the current row.
+    using CellCheck = std::function<bool(int field, const QString& text)>;
+    /// A typed value that the check refuses leaves its cell as it was, with a hint.
+    void setCellCheck(CellCheck check) { m_cellCheck = std::move(check); }
+    bool canReckonWith(int field, const QString& text) const {
+        return !m_cellCheck || m_cellCheck(field, text);
+    }
+    /// Lets a key choose a row only with Enter or the space bar; moving to it by the arrows does not.
+    void setChosenByEnter() { m_chosenByEnter = true; }
+    /// What stands in the middle of the grid of an empty table.
     void setEmptyText(const QString& text) { m_emptyText = text; }
+    /// The same where a filter leaves no row.
+    void setNothingFoundText(const QString& text) { m_nothingFoundText = text; }
+    /// What an empty grid says: that its table is empty, that its filter finds nothing, or that it has no
+    /// table.
+    QString emptyText() const;
     /// An entry of the context menu above copy and export.
     void addContextAction(QAction* action) { m_actions << action; }
     /// Makes the columns as wide as the first rows need.
@@ -56,20 +71,30 @@ Q_SIGNALS:
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    /// Typed letters go to no row: who types has a box in mind.
+    void keyboardSearch(const QString&) override {}
     void paintEvent(QPaintEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     void followRecordset();
+    void fitFirstRows();
     void askExport();
 
     Prompts& m_prompts;
     RecordsetModel* m_model;
     std::function<void()> m_rowHandler;
+    CellCheck m_cellCheck;
     QString m_emptyText;
+    QString m_nothingFoundText;
     RecordsetPtr m_restingOn; // while the grid rests
     QStringList m_hidden;     // names of the columns that are not shown
     QList<QAction*> m_actions;
+    QPointer<QWidget> m_focusAfterPress;
+    bool m_chosenByEnter = false;
+    bool m_fitted = false; // the columns' widths suit rows, not only their heads
     bool m_following = false;
     bool m_pressing = false;
 };

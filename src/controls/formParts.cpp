@@ -1,5 +1,7 @@
 #include "controls/formParts.h"
 
+#include "controls/recordBoxes.h"
+
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -21,7 +23,7 @@ QLabel* makeLabel(const QString& name, const QString& text, QWidget* parent) {
 }
 
 QLineEdit* makeSearchBox(const QString& name, const QString& toolTip, QPushButton* button, QWidget* parent) {
-    auto* box = new QLineEdit(parent);
+    auto* box = new RecordBox(parent);
     box->setObjectName(name);
     box->setToolTip(toolTip);
     box->setPlaceholderText(toolTip);
@@ -51,6 +53,18 @@ QDialogButtonBox* makeOkCancel(QDialog* dialog) {
     QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
     QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
     return buttons;
+}
+
+void tabThrough(const QWidgetList& widgets) {
+    // The first one goes to the front of its window: Qt moves no widget behind one that it follows already
+    // round the end of the chain.
+    const QWidget* window = widgets.first()->window();
+    QWidget* front = window->nextInFocusChain();
+    while (front != window && front->focusPolicy() == Qt::NoFocus)
+        front = front->nextInFocusChain();
+    QWidget::setTabOrder(front, widgets.first());
+    for (qsizetype i = 1; i < widgets.size(); ++i)
+        QWidget::setTabOrder(widgets[i - 1], widgets[i]);
 }
 
 QColor colourOfNumber(int blueGreenRed) {

@@ -3,12 +3,13 @@
 #include <QColor>
 #include <QString>
 
+#include <QWidget>
+
 class QDialog;
 class QDialogButtonBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class QWidget;
 
 /// A button with its object name and caption.
 QPushButton* makeButton(const QString& name, const QString& caption, QWidget* parent);
@@ -24,6 +25,9 @@ QLineEdit* makeShownBox(const QString& name, const QString& toolTip, QWidget* pa
 
 /// A dialog's buttons "确定", its default, and "取消".
 QDialogButtonBox* makeOkCancel(QDialog* dialog);
+
+/// Lets the tab key go through these widgets in this order.
+void tabThrough(const QWidgetList& widgets);
 
 /// A colour given as one number in the order blue, green, red.
 QColor colourOfNumber(int blueGreenRed);

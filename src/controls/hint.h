@@ -1,8 +1,27 @@
 #pragma once
 
-#include <QString>
+#include <QLabel>
+#include <QTimer>
 
-class QWidget;
+/// A short remark beside a widget that goes by itself: for what needs an answer but no message box. It lies
+/// over its window, which has one at most.
+class Hint : public QLabel {
+    Q_OBJECT
 
-/// A short remark beside a widget that goes by itself: for what needs an answer but no message box.
+public:
+    explicit Hint(QWidget* window);
+
+    /// Shows a text below `place`, a rectangle of `beside`; it goes when that widget does.
+    void show(QWidget* beside, const QRect& place, const QString& text);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QTimer m_timer;
+    QWidget* m_beside = nullptr;
+};
+
+/// Shows the hint of the widget's window below the widget, or below a part of it.
 void showHint(QWidget* beside, const QString& text);
+void showHint(QWidget* beside, const QRect& place, const QString& text);

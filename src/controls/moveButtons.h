@@ -2,12 +2,12 @@
 
 #include "recordset/recordset.h"
 
+#include <QPushButton>
 #include <QWidget>
 
 #include <functional>
 
 class QLineEdit;
-class QPushButton;
 
 /// Moves as the four buttons do: 0 first, 1 previous (the first row at the beginning), 2 next (the last row
 /// at the end), 3 last. A cursor that is closed or shows no row stays.
@@ -22,6 +22,8 @@ public:
     /// empty.
     MoveButtons(const QString& name, const QString& positionName, QWidget* parent = nullptr);
 
+    /// The four buttons, first to last.
+    QWidgetList buttons() const { return {m_buttons.begin(), m_buttons.end()}; }
     void setPosition(const QString& text);
     /// What the tool tips call one step: "条" as they open, "页".
     void setUnit(const QString& unit);

@@ -1,39 +1,18 @@
 #include "controls/recordBoxes.h"
 
-#include "recordset/error.h"
-#include "recordset/textNumber.h"
+#include "controls/hint.h"
+#include "controls/numberLimit.h"
 
 #include <QGridLayout>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QTimer>
-#include <QValidator>
-
-#include <cmath>
-
-namespace {
-
-/// Numbers up to this size stay finite when two of them are multiplied.
-constexpr double kLargestNumber = 1e150;
-
-class NumberLimit : public QValidator {
-public:
-    using QValidator::QValidator;
-
-    State validate(QString& text, int&) const override {
-        try {
-            return std::fabs(val(text)) <= kLargestNumber ? Acceptable : Invalid;
-        } catch (const RuntimeError&) {
-            return Invalid;
-        }
-    }
-};
-
-} // namespace
 
 void RecordBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
+    // A menu of the box gives the focus back before its command runs on what is selected.
+    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason)
+        return;
     selectAll();
     m_selectOnPress = event->reason() == Qt::MouseFocusReason;
 }
@@ -90,10 +69,22 @@ void RecordBoxes::focus(int index) {
 }
 
 void RecordBoxes::limitToNumbers(const std::vector<int>& indices) {
+    alignRight(indices);
     for (const int index : indices) {
-        box(index)->setValidator(new NumberLimit(box(index)));
-        box(index)->setAlignment(Qt::AlignRight);
+        RecordBox* limited = box(index);
+        limited->setValidator(new NumberLimit(limited));
+        connect(limited, &QLineEdit::inputRejected, this, [limited] { showHint(limited, tooLargeHint()); });
     }
+}
+
+void RecordBoxes::setNumberCheck(int index, std::function<bool(const QString&)> check) {
+    if (auto* limit = qobject_cast<NumberLimit*>(const_cast<QValidator*>(box(index)->validator())))
+        limit->setCheck(std::move(check));
+}
+
+void RecordBoxes::alignRight(const std::vector<int>& indices) {
+    for (const int index : indices)
+        box(index)->setAlignment(Qt::AlignRight);
 }
 
 void RecordBoxes::layOut(QGridLayout* grid, int columns, int firstRow) const {

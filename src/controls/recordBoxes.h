@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -47,6 +48,7 @@ public:
 
     int count() const { return int(m_boxes.size()); }
     RecordBox* box(int index) const { return m_boxes[std::size_t(index)]; }
+    QWidgetList widgets() const { return {m_boxes.begin(), m_boxes.end()}; }
     QString text(int index) const { return box(index)->text(); }
     void setText(int index, const QString& text) { box(index)->setText(text); }
     QStringList texts() const;
@@ -55,6 +57,10 @@ public:
     void focus(int index);
     /// Refuses input that would make the number too large to reckon with.
     void limitToNumbers(const std::vector<int>& indices);
+    /// What a typed number must pass besides in a box limited to numbers.
+    void setNumberCheck(int index, std::function<bool(const QString& text)> check);
+    /// Boxes of numbers that are kept as texts.
+    void alignRight(const std::vector<int>& indices);
     /// Puts captions and boxes into a grid, `columns` pairs side by side, filled downwards.
     void layOut(QGridLayout* grid, int columns, int firstRow = 0) const;
     void place(QGridLayout* grid, int index, int row, int column, int columnSpan = 1) const;

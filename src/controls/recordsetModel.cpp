@@ -1,5 +1,15 @@
 #include "controls/recordsetModel.h"
 
+Qt::Alignment fieldAlignment(const ColumnInfo& column) {
+    static const QStringList numbersInTexts{QStringLiteral("折扣"), QStringLiteral("亏_盈"),
+                                            QStringLiteral("差额利润率")};
+    if (column.type == ColumnType::Date)
+        return Qt::AlignCenter;
+    if (column.type == ColumnType::Text && !numbersInTexts.contains(column.name))
+        return Qt::AlignLeft | Qt::AlignVCenter;
+    return Qt::AlignRight | Qt::AlignVCenter;
+}
+
 RecordsetModel::RecordsetModel(QObject* parent)
     : QAbstractTableModel(parent) {}
 
@@ -54,14 +64,7 @@ QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
         return cellText(index.row(), index.column());
     if (role != Qt::TextAlignmentRole)
         return {};
-    switch (m_recordset->fieldInfo(index.column()).type) {
-    case ColumnType::Text:
-        return int(Qt::AlignLeft | Qt::AlignVCenter);
-    case ColumnType::Date:
-        return int(Qt::AlignCenter);
-    default:
-        return int(Qt::AlignRight | Qt::AlignVCenter);
-    }
+    return int(fieldAlignment(m_recordset->fieldInfo(index.column())));
 }
 
 QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, int role) const {

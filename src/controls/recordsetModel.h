@@ -7,6 +7,10 @@
 #include <functional>
 #include <optional>
 
+/// Where a column's values stand in their cells: numbers to the right, also those that are kept as texts,
+/// dates in the middle.
+Qt::Alignment fieldAlignment(const ColumnInfo& column);
+
 /// A recordset as Qt's item views want it: its view row by row, pending edits included. Cells are made into
 /// text only when they are painted.
 class RecordsetModel : public QAbstractTableModel, private RecordsetObserver {

@@ -6,6 +6,8 @@
 #include <QAbstractItemModelTester>
 #include <QFile>
 #include <QHeaderView>
+#include <QLineEdit>
+#include <QtTest/QTest>
 
 #include <gtest/gtest.h>
 
@@ -133,6 +135,67 @@ TEST_F(Grid, NumbersStandRightDatesInTheMiddleTextsLeft) {
     EXPECT_TRUE(alignment("数量") & Qt::AlignRight);
     EXPECT_EQ(alignment("日期"), Qt::AlignCenter);
     EXPECT_TRUE(alignment("品名") & Qt::AlignLeft);
+}
+
+TEST_F(Grid, NumbersKeptAsTextsStandRightToo) {
+    books.addProduct("p", "纸", 1, 1, 1);
+    books.session().cn.forgetImage("productTable");
+    books.session().open_rs();
+    for (const auto& [table, field] :
+         {std::pair("productTable", "折扣"), {"stock_Count_Bank", "亏_盈"}, {"clientTable", "差额利润率"}}) {
+        const ColumnInfo info{QString::fromUtf8(field), QStringLiteral("TEXT(20)"), ColumnType::Text, 20};
+        EXPECT_TRUE(fieldAlignment(info) & Qt::AlignRight) << table << field;
+    }
+    grid.bind(books.session().productTable);
+    grid.setEditable(true);
+    grid.show();
+    for (const auto& [field, side] :
+         {std::pair("折扣", Qt::AlignRight), {"数量", Qt::AlignRight}, {"品名", Qt::AlignLeft}}) {
+        grid.edit(grid.model()->index(0, books.session().productTable->fieldIndex(QString::fromUtf8(field))));
+        const auto editors = grid.viewport()->findChildren<QLineEdit*>("cellEditor");
+        ASSERT_FALSE(editors.isEmpty());
+        EXPECT_TRUE(editors.last()->alignment() & side) << field;
+        grid.commitEditor();
+    }
+}
+
+TEST_F(Grid, TypedLettersFindNoRow) {
+    grid.bind(clients);
+    grid.show();
+    grid.setCurrentIndex(grid.model()->index(0, clients->fieldIndex("客户编号")));
+    QTest::keyClicks(&grid, "2");
+    EXPECT_EQ(clients->AbsolutePosition(), 1);
+}
+
+TEST_F(Grid, AnEmptyGridSaysWhetherTheTableTheConditionOrThePeriodIsEmpty) {
+    grid.setEmptyText("还没有客户。");
+    EXPECT_EQ(grid.emptyText(), u"还没有客户。") << "before it is bound";
+    grid.bind(clients);
+    clients->setFilter("客户编号 = '99'");
+    EXPECT_EQ(grid.emptyText(), u"没有符合条件的记录，按“全库显示”看全部");
+    clients->clearFilter();
+    while (clients->hasRows()) {
+        clients->MoveFirst();
+        clients->Delete();
+    }
+    EXPECT_EQ(grid.emptyText(), u"还没有客户。");
+    clients->Close();
+    EXPECT_EQ(grid.emptyText(), u"该时间段没有数据");
+}
+
+TEST_F(Grid, ColumnsAreFittedWhenTheirFirstRowsAppear) {
+    const int column = clients->fieldIndex("单位名称");
+    clients->Fields(column).setValue(QString("很长很长很长很长很长的单位名称"));
+    clients->setFilter("客户编号 = '99'");
+    grid.bind(clients);
+    const int empty = grid.columnWidth(column);
+    clients->clearFilter();
+    EXPECT_GT(grid.columnWidth(column), empty);
+    const int fitted = grid.columnWidth(column);
+    grid.setColumnWidth(column, fitted + 40);
+    clients->setFilter("客户编号 = '99'");
+    clients->clearFilter();
+    EXPECT_EQ(grid.columnWidth(column), fitted + 40) << "what the user has set stays";
 }
 
 } // namespace
