@@ -10,32 +10,61 @@
 
 namespace {
 
-/// Shows a box with the given buttons and captions; true if the first of them was pressed.
-bool showBox(QMessageBox::Icon icon, const QString& title, const QString& text,
-             const std::vector<std::pair<QMessageBox::StandardButton, QString>>& buttons) {
-    QMessageBox box(icon, title, text, QMessageBox::NoButton, QApplication::activeWindow());
-    for (const auto& [button, caption] : buttons)
-        box.addButton(button)->setText(caption);
-    box.setDefaultButton(buttons.front().first);
-    box.setEscapeButton(buttons.back().first);
-    return box.exec() == buttons.front().first;
+using Buttons = std::vector<std::pair<QMessageBox::StandardButton, QString>>;
+
+const Buttons& okAndCancel() {
+    static const Buttons buttons{{QMessageBox::Ok, QStringLiteral("确定")},
+                                 {QMessageBox::Cancel, QStringLiteral("取消")}};
+    return buttons;
 }
+
+const Buttons& yesAndNo() {
+    static const Buttons buttons{{QMessageBox::Yes, QStringLiteral("是")},
+                                 {QMessageBox::No, QStringLiteral("否")}};
+    return buttons;
+}
+
+/// A message box: the first button is the default, the last one the answer of Escape and the close box.
+class Box : public QMessageBox {
+public:
+    Box(Icon icon, const QString& title, const QString& text, const Buttons& buttons)
+        : QMessageBox(icon, title, text, NoButton, QApplication::activeWindow()) {
+        for (const auto& [button, caption] : buttons)
+            addButton(button)->setText(caption);
+        setDefaultButton(buttons.front().first);
+        setEscapeButton(buttons.back().first);
+    }
+};
 
 } // namespace
 
 void WindowPrompts::tell(const QString& text, const QString& title) {
-    showBox(QMessageBox::Information, title, text, {{QMessageBox::Ok, QStringLiteral("确定")}});
+    Box(QMessageBox::Information, title, text, {{QMessageBox::Ok, QStringLiteral("确定")}}).exec();
 }
 
 bool WindowPrompts::confirm(const QString& text, const QString& title) {
-    return showBox(
-        QMessageBox::Question, title, text,
-        {{QMessageBox::Ok, QStringLiteral("确定")}, {QMessageBox::Cancel, QStringLiteral("取消")}});
+    return Box(QMessageBox::Question, title, text, okAndCancel()).exec() == QMessageBox::Ok;
 }
 
 bool WindowPrompts::ask(const QString& text, const QString& title) {
-    return showBox(QMessageBox::Question, title, text,
-                   {{QMessageBox::Yes, QStringLiteral("是")}, {QMessageBox::No, QStringLiteral("否")}});
+    return Box(QMessageBox::Question, title, text, yesAndNo()).exec() == QMessageBox::Yes;
+}
+
+bool WindowPrompts::confirmLoss(const QString& text, const QString& loss, const QString& title) {
+    Box box(QMessageBox::Warning, title, text, okAndCancel());
+    box.setInformativeText(loss);
+    box.setDefaultButton(QMessageBox::Cancel);
+    return box.exec() == QMessageBox::Ok;
+}
+
+std::optional<bool> WindowPrompts::askOrLeave(const QString& text, const QString& title) {
+    Box box(QMessageBox::Question, title, text, yesAndNo());
+    // A box takes its answer to Escape from a button, here from one that nobody sees.
+    QPushButton* leave = box.addButton(QMessageBox::Cancel);
+    leave->hide();
+    box.setEscapeButton(leave);
+    const int answer = box.exec();
+    return answer == QMessageBox::Cancel ? std::nullopt : std::optional(answer == QMessageBox::Yes);
 }
 
 std::optional<QString> WindowPrompts::input(const QString& text, const QString& title) {

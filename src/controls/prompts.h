@@ -19,6 +19,14 @@ public:
     virtual bool confirm(const QString& text, const QString& title = QStringLiteral("信息提示")) = 0;
     /// A question with Yes and No; true for Yes.
     virtual bool ask(const QString& text, const QString& title = QStringLiteral("信息提示")) = 0;
+    /// The same where OK destroys something: `loss` says below the question what would go, and Cancel is the
+    /// default.
+    virtual bool confirmLoss(const QString& text, const QString& loss,
+                             const QString& title = QStringLiteral("信息提示")) = 0;
+    /// A question with Yes and No that may be left without an answer, by Escape or the close box: nothing
+    /// then.
+    virtual std::optional<bool> askOrLeave(const QString& text,
+                                           const QString& title = QStringLiteral("信息提示")) = 0;
     /// A line of text; nothing where the user cancels.
     virtual std::optional<QString> input(const QString& text, const QString& title) = 0;
     /// A name for a file to be written; nothing where the user cancels. `filter` as in "CSV (*.csv)".
@@ -39,6 +47,8 @@ public:
     void tell(const QString& text, const QString& title) override;
     bool confirm(const QString& text, const QString& title) override;
     bool ask(const QString& text, const QString& title) override;
+    bool confirmLoss(const QString& text, const QString& loss, const QString& title) override;
+    std::optional<bool> askOrLeave(const QString& text, const QString& title) override;
     std::optional<QString> input(const QString& text, const QString& title) override;
     std::optional<QString> saveFile(const QString& title, const QString& proposal,
                                     const QString& filter) override;

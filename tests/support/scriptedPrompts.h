@@ -25,6 +25,11 @@ public:
     void expectAsk(const QString& text, bool yes, const QString& title = QStringLiteral("信息提示")) {
         expect("ask", text, title, yes);
     }
+    /// A question that is left by Escape or the close box.
+    void expectLeft(const QString& text, const QString& title = QStringLiteral("信息提示")) {
+        expect("ask", text, title, false);
+        m_expected.back().left = true;
+    }
     void expectInput(const QString& text, const QString& title, std::optional<QString> answer) {
         expect("input", text, title, true);
         m_expected.back().answer = std::move(answer);
@@ -38,6 +43,14 @@ public:
         return take("confirm", text, title).yes;
     }
     bool ask(const QString& text, const QString& title) override { return take("ask", text, title).yes; }
+    bool confirmLoss(const QString& text, const QString& what, const QString& title) override {
+        loss = what;
+        return take("confirm", text, title).yes;
+    }
+    std::optional<bool> askOrLeave(const QString& text, const QString& title) override {
+        const Expected answer = take("ask", text, title);
+        return answer.left ? std::nullopt : std::optional(answer.yes);
+    }
     std::optional<QString> input(const QString& text, const QString& title) override {
         return take("input", text, title).answer;
     }
@@ -59,6 +72,7 @@ public:
         return printerAnswer;
     }
 
+    QString loss; // what the last destructive question said would go
     std::optional<QString> saveName;
     std::optional<QString> openName;
     QString fileFilter;
@@ -75,13 +89,14 @@ private:
         QString text;
         QString title;
         bool yes = false;
+        bool left = false;
         std::optional<QString> answer;
         std::function<void()> shown;
     };
 
     std::string next() const { return m_expected.empty() ? "" : m_expected.front().text.toStdString(); }
     void expect(const char* kind, const QString& text, const QString& title, bool yes) {
-        m_expected.push_back({kind, text, title, yes, {}, {}});
+        m_expected.push_back({kind, text, title, yes, false, {}, {}});
     }
     Expected take(const std::string& kind, const QString& text, const QString& title) {
         if (m_expected.empty()) {

@@ -1,0 +1,67 @@
+// The program's own message boxes, answered by keys.
+#include "controls/prompts.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest/QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Runs on the message box that comes up next.
+void onBox(const std::function<void(QMessageBox&)>& action) {
+    QTimer::singleShot(0, qApp, [action] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box)
+            return onBox(action);
+        action(*box);
+        EXPECT_FALSE(box->isVisible()) << "the box is still open";
+        box->close();
+    });
+}
+
+TEST(PromptBox, AQuestionThatDestroysSaysWhatGoesAndItsDefaultIsCancel) {
+    WindowPrompts prompts;
+    onBox([](QMessageBox& box) {
+        EXPECT_EQ(box.text(), u"确实要删除该订单吗？");
+        EXPECT_EQ(box.windowTitle(), u"删除提示");
+        EXPECT_EQ(box.informativeText(), u"订单 5002：3 行，276 元");
+        EXPECT_EQ(box.defaultButton()->text(), u"取消");
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    EXPECT_FALSE(prompts.confirmLoss("确实要删除该订单吗？", "订单 5002：3 行，276 元", "删除提示"));
+    onBox([](QMessageBox& box) { QTest::mouseClick(box.button(QMessageBox::Ok), Qt::LeftButton); });
+    EXPECT_TRUE(prompts.confirmLoss("确实要删除该订单吗？", "订单 5002：3 行，276 元", "删除提示"));
+    onBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    EXPECT_FALSE(prompts.confirmLoss("确实要删除该订单吗？", "订单 5002：3 行，276 元", "删除提示"));
+}
+
+TEST(PromptBox, AQuestionCanBeLeftByEscapeAndByTheCloseBoxWithoutAnAnswer) {
+    WindowPrompts prompts;
+    onBox([](QMessageBox& box) {
+        EXPECT_FALSE(box.button(QMessageBox::Cancel)->isVisible());
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    EXPECT_EQ(prompts.askOrLeave("结帐吗？", "信息提示"), std::nullopt);
+    onBox([](QMessageBox& box) { box.close(); });
+    EXPECT_EQ(prompts.askOrLeave("结帐吗？", "信息提示"), std::nullopt);
+    onBox([](QMessageBox& box) { QTest::mouseClick(box.button(QMessageBox::No), Qt::LeftButton); });
+    EXPECT_EQ(prompts.askOrLeave("结帐吗？", "信息提示"), false);
+    onBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+    EXPECT_EQ(prompts.askOrLeave("结帐吗？", "信息提示"), true);
+}
+
+TEST(PromptBox, EscapeMeansNoOrCancelAtTheOtherQuestions) {
+    WindowPrompts prompts;
+    onBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    EXPECT_FALSE(prompts.ask("记录已保存，继续添加新客户吗？", "信息提示"));
+    onBox([](QMessageBox& box) { box.close(); });
+    EXPECT_FALSE(prompts.confirm("确认结算吗？", "信息提示"));
+    onBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+    EXPECT_TRUE(prompts.confirm("确认结算吗？", "信息提示"));
+}
+
+} // namespace
