@@ -8,6 +8,7 @@
 
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -48,12 +49,31 @@ FieldDialog::FieldDialog(const QString& name, const QString& caption, const QStr
     auto* row = new QHBoxLayout(this);
     row->addLayout(left, 1);
     row->addLayout(right, 2);
-    connect(m_list, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
-        m_field->setText(item->text());
-        fieldChosen(item->text());
-    });
+    connect(m_list, &QListWidget::itemClicked, this, [this] { choose(); });
+    m_list->installEventFilter(this);
+    m_list->setFocus();
     connect(m_confirm, &QPushButton::clicked, this, [this] { confirm(); });
     connect(back, &QPushButton::clicked, this, &QWidget::close);
+}
+
+void FieldDialog::choose() {
+    if (!m_list->currentItem())
+        return;
+    const QString field = m_list->currentItem()->text();
+    m_field->setText(field);
+    fieldChosen(field);
+}
+
+bool FieldDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_list || event->type() != QEvent::KeyPress || !m_list->currentItem())
+        return Dialog::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    // A second Enter on the field goes on to the default button.
+    if ((!enter && key != Qt::Key_Space) || (enter && m_field->text() == m_list->currentItem()->text()))
+        return Dialog::eventFilter(watched, event);
+    choose();
+    return true;
 }
 
 void FieldDialog::fillList() {
@@ -70,6 +90,7 @@ searchFm1::searchFm1(ViewHost& host, Prompts& prompts)
     m_value->setPlaceholderText(QStringLiteral("输入查询内容"));
     m_value->setToolTip(QStringLiteral("输入查询内容"));
     m_form->addRow(makeLabel(QStringLiteral("Label1"), QStringLiteral("查询输入："), this), m_value);
+    setTabOrder(m_field, m_value);
     setDefaultButton(m_confirm);
     takeSource();
     fillList();

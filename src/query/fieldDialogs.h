@@ -26,6 +26,7 @@ protected:
     virtual void fieldChosen(const QString& /*field*/) {}
     virtual void confirm() = 0;
     void fillList();
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     ViewHost& m_host;
     Session& m_session;
@@ -36,6 +37,9 @@ protected:
     QPushButton* m_confirm = nullptr;
 
 private:
+    /// What a click on the list's current field does.
+    void choose();
+
     QLabel* m_empty = nullptr;
 };
 

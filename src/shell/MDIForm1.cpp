@@ -3,6 +3,7 @@
 #include "controls/prompts.h"
 #include "shell/menuTree.h"
 #include "shell/toolbarTable.h"
+#include "shell/windowPlace.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -14,6 +15,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
@@ -41,7 +43,23 @@ MDIForm1::MDIForm1(Session& session, Prompts& prompts)
         m_list2->addItem(name);
         m_caption->setText(m_host.active()->caption());
     });
-    resize(QSize(1280, 720).boundedTo(screen()->availableSize()));
+    openAtSize({1280, 720});
+}
+
+void MDIForm1::openAtSize(const QSize& wanted) {
+    const QSize screenSize = screen()->availableSize();
+    resize(wanted.boundedTo(screenSize.shrunkBy(likelyFrame())));
+    if (!fitsScreen(wanted, likelyFrame(), screenSize))
+        setWindowState(windowState() | Qt::WindowMaximized);
+}
+
+void MDIForm1::setVisible(bool visible) {
+    // A window manager gives a window that comes back another place, unless it names one.
+    if (!visible && isVisible() && !isMaximized() && !isFullScreen())
+        m_place = pos();
+    else if (visible && m_place && !isVisible())
+        move(*std::exchange(m_place, std::nullopt));
+    QMainWindow::setVisible(visible);
 }
 
 void MDIForm1::buildMenu() {
@@ -142,9 +160,14 @@ void MDIForm1::buildArea() {
     m_list2 = new QListWidget(centre);
     m_list2->setObjectName(QStringLiteral("List2"));
     m_list2->hide();
-    m_area->setParent(centre);
+    // A view that needs more than a small screen has is scrolled; the window never outgrows the screen.
+    auto* scroller = new QScrollArea(centre);
+    scroller->setWidgetResizable(true);
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setFocusPolicy(Qt::NoFocus);
+    scroller->setWidget(m_area);
     column->addWidget(m_caption);
-    column->addWidget(m_area, 1);
+    column->addWidget(scroller, 1);
     setCentralWidget(centre);
     m_progress = new QProgressBar(this);
     m_progress->setMaximumWidth(220);

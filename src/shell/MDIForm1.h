@@ -46,6 +46,8 @@ public:
     /// Runs a command by its name, errors passed over; one that is not there yet is told in the status bar.
     void runCommand(const QString& name, const QString& caption);
 
+    void setVisible(bool visible) override;
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -53,6 +55,8 @@ private:
     void buildMenu();
     void buildToolbar();
     void buildArea();
+    /// Maximised where a window of that size does not fit onto the screen with its frame.
+    void openAtSize(const QSize& wanted);
     void addLeaf(QMenu* menu, const QString& control, const QString& caption, const QString& command);
     void watchMarketingMenu(QMenu* menu);
     void restoreShowSource();
@@ -69,5 +73,6 @@ private:
     QProgressBar* m_progress = nullptr;
     QElapsedTimer m_progressClock; // since the start, or since the bar was last painted
     std::map<int, QToolButton*> m_buttons;
+    std::optional<QPoint> m_place;                // of the window that is hidden
     std::optional<ShowSource> m_sourceBeforeMenu; // set while "营销管理" is open or its command runs
 };

@@ -9,4 +9,8 @@ class manualFm1 : public TopWindow {
 public:
     /// `guidePath`: the text file, UTF-8. One that cannot be read leaves the page empty.
     explicit manualFm1(const QString& guidePath);
+    bool standsOverMain() const override { return true; }
+
+protected:
+    bool endsByEscape() const override { return true; }
 };

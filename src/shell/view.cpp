@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QTableView>
 
 View::View(const QString& name, const QString& caption, QWidget* parent)
     : QWidget(parent) {
@@ -14,6 +15,16 @@ View::View(const QString& name, const QString& caption, QWidget* parent)
 void View::run(ViewOperation operation) {
     if (const auto found = m_operations.find(operation); found != m_operations.end())
         found->second();
+}
+
+void View::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // The main window that comes back has its focus still.
+    if (const QWidget* focused = window()->focusWidget(); focused && isAncestorOf(focused))
+        return;
+    QWidget* first = m_firstFocus ? m_firstFocus.data() : findChild<QTableView*>();
+    if (first)
+        first->setFocus(Qt::OtherFocusReason);
 }
 
 TopWindow::TopWindow(const QString& name, const QString& caption) {
@@ -39,10 +50,17 @@ void TopWindow::closeEvent(QCloseEvent* event) {
         Q_EMIT finished();
 }
 
-void Dialog::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
+void TopWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F1)
+        Q_EMIT helpAsked();
+    else if (event->key() == Qt::Key_Escape && endsByEscape())
         close();
-    else if (m_default && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void Dialog::keyPressEvent(QKeyEvent* event) {
+    if (m_default && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
         m_default->click();
     else
         TopWindow::keyPressEvent(event);

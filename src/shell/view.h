@@ -2,6 +2,7 @@
 
 #include "data/session.h"
 
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 
@@ -41,6 +42,9 @@ public:
     /// Runs after the sort dialog has sorted the view's cursor.
     virtual void sorted() {}
 
+    /// Where work starts in the view, and so the focus when it comes up; its grid where none is named.
+    void setFirstFocus(QWidget* widget) { m_firstFocus = widget; }
+
     bool offers(ViewOperation operation) const { return m_operations.count(operation) > 0; }
     /// Runs an operation that the view offers; nothing for another.
     void run(ViewOperation operation);
@@ -49,8 +53,10 @@ protected:
     void offer(ViewOperation operation, std::function<void()> action) {
         m_operations[operation] = std::move(action);
     }
+    void showEvent(QShowEvent* event) override;
 
 private:
+    QPointer<QWidget> m_firstFocus;
     std::map<ViewOperation, std::function<void()>> m_operations;
 };
 
@@ -72,11 +78,18 @@ public:
     virtual void shownAgain() {}
     /// Whether the window sets showSource for itself; the front view's value comes back when it closes.
     virtual bool setsShowSource() const { return false; }
+    /// Whether the window stands in the middle of the main window, and not of the screen.
+    virtual bool standsOverMain() const { return false; }
 
 Q_SIGNALS:
     void finished();
+    /// F1 was pressed.
+    void helpAsked();
 
 protected:
+    /// Whether Escape is the way out.
+    virtual bool endsByEscape() const { return false; }
+    void keyPressEvent(QKeyEvent* event) override;
     /// The way out; asks where the window asks, and calls finish() to go.
     virtual void wayOut() { finish(); }
     void closeEvent(QCloseEvent* event) override;
@@ -95,6 +108,7 @@ public:
     bool isDialog() const override { return true; }
 
 protected:
+    bool endsByEscape() const override { return true; }
     /// The button that Enter presses.
     void setDefaultButton(QPushButton* button) { m_default = button; }
     void keyPressEvent(QKeyEvent* event) override;

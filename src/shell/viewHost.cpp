@@ -1,10 +1,12 @@
 #include "shell/viewHost.h"
 
 #include "controls/dataGrid.h"
+#include "shell/windowPlace.h"
 
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QWindow>
@@ -43,6 +45,7 @@ void ViewHost::show(const QString& name) {
         return;
     const bool fresh = m_loaded.value(name).isNull();
     View* view = loaded(name);
+    m_main.statusBar()->clearMessage(); // it spoke of the view before
     m_area.setCurrentWidget(view);
     if (!fresh)
         for (DataGrid* grid : view->findChildren<DataGrid*>())
@@ -141,7 +144,8 @@ TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
     TopWindow* window = m_windows.value(name)();
     m_open[name] = {window, main};
     window->winId();
-    window->move(m_main.geometry().center() - QRect(QPoint(), window->size()).center());
+    const QRect screen = m_main.screen()->availableGeometry();
+    placeWindow(*window, window->standsOverMain() ? m_main.geometry() : screen, screen);
     if (main == MainWindow::Hidden)
         m_main.hide();
     else
@@ -149,6 +153,8 @@ TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
     if (main == MainWindow::Disabled)
         m_main.setEnabled(false);
     connect(window, &TopWindow::finished, this, [this, name] { windowClosed(name); });
+    connect(window, &TopWindow::helpAsked, this,
+            [this] { openWindow(QStringLiteral("manualFm1"), MainWindow::Stays); });
     window->show();
     letPrint();
     return window;

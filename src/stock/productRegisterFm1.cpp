@@ -77,6 +77,12 @@ productRegisterFm1::productRegisterFm1(ViewHost& host, Prompts& prompts)
     m_steadyTimer.setObjectName(QStringLiteral("Timer3"));
     m_steadyTimer.setInterval(0);
     connectCommands();
+    QWidgetList commands;
+    for (const int number : {8, 4, 5, 6, 7, 9, 10, 11, 12, 13, 14, 15, 16})
+        commands << command(number);
+    tabThrough(QWidgetList{m_search, command(2), command(3), m_grid} + m_moves->buttons() +
+               m_boxes->widgets() + commands);
+    setFirstFocus(m_search);
 }
 
 QWidget* productRegisterFm1::buildGridSide() {
@@ -113,6 +119,7 @@ QWidget* productRegisterFm1::buildPanel() {
     m_boxes = new RecordBoxes(QStringLiteral("Text2"), productBoxCaptions(),
                               BoxKeys{Qt::Key_Up, Qt::Key_Down}, panel);
     m_boxes->limitToNumbers({ProductBox::Quantity, ProductBox::Cost, ProductBox::Price});
+    m_boxes->alignRight({ProductBox::Discount});
     auto* head = new QHBoxLayout;
     head->addWidget(m_heading);
     head->addStretch(1);
@@ -239,6 +246,13 @@ void productRegisterFm1::Label7_show() {
     m_figures[2]->setText(m_figures[0]->text());
 }
 
+void productRegisterFm1::emptyFiguresWithoutRow() {
+    if (m_session.productTable->hasRows())
+        return;
+    for (QLabel* figure : m_figures)
+        figure->clear();
+}
+
 void productRegisterFm1::Label7_Clear() {
     for (QLabel* figure : m_figures)
         figure->setText(QStringLiteral("0"));
@@ -290,6 +304,7 @@ void productRegisterFm1::search() {
     showPosition();
     m_boxes->setTexts(clearRecord(m_session));
     showRow();
+    emptyFiguresWithoutRow();
 }
 
 void productRegisterFm1::showAll() {
@@ -379,12 +394,13 @@ void productRegisterFm1::deleteCurrent() {
         refuseWhile(AddingStock, QStringLiteral("正在追加产品数量，不能执行此操作！")))
         return;
     if (!m_session.productTable->hasRows() || !m_session.productTable->currentRow() ||
-        !m_prompts.confirm(QStringLiteral("确实要删除此记录吗？")))
+        !m_prompts.confirmLoss(QStringLiteral("确实要删除此记录吗？"), lossOfProduct(m_session)))
         return;
     deleteProduct(m_session);
     m_boxes->setTexts(clearRecord(m_session));
     showRow();
     showPosition();
+    emptyFiguresWithoutRow();
 }
 
 void productRegisterFm1::addToStock() {

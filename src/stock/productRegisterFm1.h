@@ -61,6 +61,8 @@ private:
     void bindGrid();
     void Label7_show();
     void Label7_Clear();
+    /// Where no product is left to show, the three figures are nobody's.
+    void emptyFiguresWithoutRow();
     void return_A();
     void enterState(EditState state);
     bool refuseWhile(EditState state, const QString& message);

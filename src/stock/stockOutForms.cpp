@@ -71,6 +71,7 @@ QWidget* StockOutChooser::buildGridSide() {
     QPushButton* find = addButton("Command2", QStringLiteral("查询"), &StockOutChooser::search);
     m_search = makeSearchBox(QStringLiteral("Text4"),
                              QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, side);
+    setFirstFocus(m_search);
     m_first = makeDateBox(QStringLiteral("Text1"), &Session::displayDate1);
     m_last = makeDateBox(QStringLiteral("Text3"), &Session::displayDate2);
     auto* top = new QHBoxLayout;
@@ -96,6 +97,7 @@ QWidget* StockOutChooser::buildPanel() {
     auto* panel = new QGroupBox(QString::fromUtf16(m_road.caption), this);
     m_boxes = new RecordBoxes(QStringLiteral("Text2"), productBoxCaptions(),
                               BoxKeys{Qt::Key_Up, Qt::Key_Down}, panel);
+    m_boxes->alignRight({ProductBox::Quantity, ProductBox::Cost, ProductBox::Discount, ProductBox::Price});
     auto* boxes = new QGridLayout;
     m_boxes->layOut(boxes, 1);
     auto* grid = new QGridLayout;
