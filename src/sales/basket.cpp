@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -26,6 +27,29 @@ double number(const RecordsetPtr& recordset, const char16_t* name) {
 
 QString cut(const RecordsetPtr& basket, int box, const QString& text) {
     return trimBlanks(leftPart(text, basket->Fields(lineColumns()[box]).DefinedSize()));
+}
+
+constexpr double kLargestAmount = 1e300;
+
+/// Figures of a line as its columns give them.
+struct LineFigures {
+    double due;
+    double paid;
+    double margin;
+};
+
+/// In: what a column of the line holds, by its name. Throws Overflow.
+template <typename Number> LineFigures lineFigures(Number&& number) {
+    LineFigures figures{};
+    figures.due = checkedFinite(number(u"单价") * number(u"数量"));
+    figures.paid = checkedFinite(number(u"折扣") / 100 * figures.due);
+    figures.margin = checkedFinite(figures.paid - number(u"成本") * number(u"数量"));
+    return figures;
+}
+
+bool areModest(std::initializer_list<double> amounts) {
+    return std::all_of(amounts.begin(), amounts.end(),
+                       [](double amount) { return std::fabs(amount) <= kLargestAmount; });
 }
 
 void setSums(const RecordsetPtr& basket, double due, double paid, double margin) {
@@ -51,6 +75,24 @@ double valOrMost(const QString& text) {
         return val(text);
     } catch (const RuntimeError&) {
         return HUGE_VAL;
+    }
+}
+
+bool isBegunDiscount(const QString& typed) {
+    return valOrMost(typed) == 0;
+}
+
+bool looksLikeTenths(const QString& discount) {
+    const double percent = valOrMost(discount);
+    return percent > 0 && percent < 10;
+}
+
+bool lineFits(const QString& quantity, const QString& price, double unitCost) {
+    try {
+        const double pieces = val(quantity);
+        return areModest({pieces * val(price), pieces * unitCost});
+    } catch (const RuntimeError&) {
+        return false;
     }
 }
 
@@ -213,10 +255,26 @@ StockCheck checkStock(Session& session, const QString& productNum, const QString
 }
 
 void recomputeLine(const RecordsetPtr& basket) {
-    const double quantity = number(basket, u"数量");
-    const double due = checkedFinite(number(basket, u"单价") * quantity);
-    const double paid = checkedFinite(number(basket, u"折扣") / 100 * due);
-    setSums(basket, due, paid, checkedFinite(paid - number(basket, u"成本") * quantity));
+    const LineFigures figures =
+        lineFigures([&basket](const char16_t* column) { return number(basket, column); });
+    setSums(basket, figures.due, figures.paid, figures.margin);
+}
+
+bool basketRowFits(Session& session, const RecordsetPtr& basket, int fieldIndex, const QString& text) {
+    const QString typedInto = basket->fieldInfo(fieldIndex).name;
+    if (typedInto == u"数量") {
+        const auto stock = stockOf(session, field(basket, u"产品编号"));
+        const double stored = toNumber(basket->Fields(fieldIndex).OriginalValue());
+        if (!stock || valOrMost(text) - stored > stock->quantity)
+            return true;
+    }
+    try {
+        const LineFigures figures = lineFigures(
+            [&](const char16_t* column) { return typedInto == column ? val(text) : number(basket, column); });
+        return areModest({figures.due, figures.paid, figures.margin});
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 BasketEdit afterBasketEdit(Session& session, const RecordsetPtr& basket) {

@@ -29,6 +29,18 @@ struct LineAmounts {
 };
 LineAmounts lineAmounts(const QString& quantity, const QString& price, const QString& discount);
 
+/// Whether a typed discount is only begun: its value is still 0, as of "", "0.", "-". More digits may make a
+/// discount of it.
+bool isBegunDiscount(const QString& typed);
+
+/// Whether a discount is so small that it looks like tenths of the price, taken for percent: above 0, below
+/// 10.
+bool looksLikeTenths(const QString& discount);
+
+/// Whether a line of these texts can be reckoned with: its amounts stay far from the largest number there is,
+/// so that those of many lines can be added up.
+bool lineFits(const QString& quantity, const QString& price, double unitCost);
+
 /// Box texts of a new line for the current product: order number, customer, today, the product, amounts 0.
 QStringList Record_display3(Session& session);
 
@@ -82,6 +94,10 @@ StockCheck checkStock(Session& session, const QString& productNum, const QString
 
 /// Recomputes 合计, 实付 and 差额利润 of the current basket row from its own columns, as pending edits.
 void recomputeLine(const RecordsetPtr& basket);
+
+/// Whether the current basket row can be reckoned with after `text` has been typed into a field of its. More
+/// than the stock counts as such: that has a message of its own.
+bool basketRowFits(Session& session, const RecordsetPtr& basket, int field, const QString& text);
 
 enum class BasketEdit { Done, TooMany };
 /// What follows an edit in the basket's grid: the products' filter goes and their cursor stands on the line's

@@ -10,6 +10,8 @@
 #include "recordset/textNumber.h"
 #include "sales/buyFm1Panels.h"
 #include "sales/clientRegister.h"
+#include "sales/discountTyping.h"
+#include "sales/losses.h"
 #include "sales/settlement.h"
 
 #include <QHBoxLayout>
@@ -37,6 +39,7 @@ buyFm1::buyFm1(Session& session, Prompts& prompts)
     connectLine();
     connectBasket();
     open();
+    m_products->search->setFocus();
     resize(QSize(1240, 700).boundedTo(screen()->availableSize()));
 }
 
@@ -85,6 +88,11 @@ void buyFm1::connectProducts() {
 
 void buyFm1::connectLine() {
     connect(m_line->boxes, &RecordBoxes::changed, this, &buyFm1::boxChanged);
+    for (const int box : {LineBox::Quantity, LineBox::Price})
+        m_line->boxes->setNumberCheck(box, [this, box](const QString& text) {
+            const auto textOf = [&](int index) { return index == box ? text : m_line->boxes->text(index); };
+            return lineFits(textOf(LineBox::Quantity), textOf(LineBox::Price), m_unitCost);
+        });
     connect(m_line->quantity, &UpDown::stepped, this, [this](int by) { step(LineBox::Quantity, by); });
     connect(m_line->discount, &UpDown::stepped, this, [this](int by) { step(LineBox::Discount, by); });
     connect(m_line->confirm, &QPushButton::clicked, this, &buyFm1::confirmLine);
@@ -98,6 +106,8 @@ void buyFm1::connectBasket() {
     BasketPanel* panel = m_basketPanel;
     connect(panel->grid, &DataGrid::rowChosen, this, &buyFm1::chooseBasketRow);
     connect(panel->grid, &DataGrid::cellEdited, this, &buyFm1::basketEdited);
+    panel->grid->setCellCheck(
+        [this](int field, const QString& text) { return basketRowFits(m_session, m_basket, field, text); });
     connect(panel->moves, &MoveButtons::pressed, this, &buyFm1::moveBasket);
     connect(panel->save, &QPushButton::clicked, this, &buyFm1::saveBasketEdits);
     connect(panel->remove, &QPushButton::clicked, this, &buyFm1::deleteBasketRow);
@@ -172,7 +182,7 @@ void buyFm1::GataGrid1_show() {
         return m_prompts.tell(QStringLiteral("该产品已售完！"));
     }
     showProductPosition();
-    dropLeft(m_line->boxes->text(LineBox::Product));
+    giveUpLine();
     m_unitCost = products->Fields(QStringLiteral("成本")).number();
     const QString product = products->Fields(QStringLiteral("产品编号")).text();
     m_bought = product_Num3(m_session, m_session.currentClientNum, product);
@@ -182,8 +192,7 @@ void buyFm1::GataGrid1_show() {
     m_lineMode = NewLine;
     if (check_Repeat_ProductNum(m_basket, product)) {
         m_prompts.tell(QStringLiteral("已选购该产品！"));
-        m_unitCost = m_basket->Fields(QStringLiteral("成本")).number();
-        showLine(Record_display5(m_basket));
+        showBasketLine();
         m_lineMode = BasketLine;
     }
     m_line->boxes->focus(LineBox::Quantity);
@@ -213,9 +222,9 @@ void buyFm1::boxChanged(int index) {
         return;
     const QScopedValueRollback displaying(m_displaying, true);
     RecordBoxes* boxes = m_line->boxes;
-    const LineAmounts amounts = lineAmounts(boxes->text(LineBox::Quantity), boxes->text(LineBox::Price),
-                                            boxes->text(LineBox::Discount));
-    if (boxes->text(LineBox::Discount) != amounts.discount) {
+    const LineAmounts amounts =
+        lineAmounts(boxes->text(LineBox::Quantity), boxes->text(LineBox::Price), m_line->typing->counted());
+    if (!m_line->typing->isBegun() && boxes->text(LineBox::Discount) != amounts.discount) {
         boxes->setText(LineBox::Discount, amounts.discount);
         // Selected, so that the next digit replaces the 100 instead of making 1009 of it.
         boxes->box(LineBox::Discount)->selectAll();
@@ -239,6 +248,7 @@ bool buyFm1::stock_check() {
         setLeft(product, check.stock->row, check.left);
         return true;
     }
+    m_line->quantity->endRepeat();
     if (check.result == StockCheck::Result::SoldOut) {
         m_prompts.tell(QStringLiteral("该产品已无库存！"));
         return false;
@@ -252,6 +262,9 @@ bool buyFm1::stock_check() {
 }
 
 void buyFm1::setLeft(const QString& product, RowId row, double left) {
+    if (product != m_leftOfLine)
+        giveUpLine();
+    m_leftOfLine = product;
     m_left[row] = left;
     m_leftRows[product] = row;
     m_products->grid->recordsetModel().refreshRow(row);
@@ -259,15 +272,19 @@ void buyFm1::setLeft(const QString& product, RowId row, double left) {
 
 void buyFm1::dropLeft(const QString& product) {
     const auto found = m_leftRows.find(product);
-    // A line that lies in the basket keeps its figure until its row is deleted.
-    if (found == m_leftRows.end() || m_lineMode == NoProduct || !m_lineChanged)
+    if (found == m_leftRows.end())
         return;
     m_left.erase(found->second);
     m_products->grid->recordsetModel().refreshRow(found->second);
     m_leftRows.erase(found);
 }
 
+void buyFm1::giveUpLine() {
+    dropLeft(std::exchange(m_leftOfLine, QString()));
+}
+
 void buyFm1::dropAllLeft() {
+    m_leftOfLine.clear();
     m_left.clear();
     m_leftRows.clear();
     m_products->grid->recordsetModel().refreshAll();
@@ -276,12 +293,14 @@ void buyFm1::dropAllLeft() {
 void buyFm1::confirmLine() {
     if (m_lineMode == NoProduct)
         return m_prompts.tell(QStringLiteral("请选择产品！"));
+    m_line->typing->finish();
     if (const auto fault = text4_check(m_line->boxes->texts()))
         return m_prompts.tell(*fault);
     if (m_lineChanged && !storeLine())
         return;
+    m_leftOfLine.clear(); // the basket has it now
     showTotals();
-    m_line->bought->setText(plainNumber(m_bought + basketTotals(m_basket).quantity));
+    showBought();
     m_prompts.tell(QStringLiteral("已记入购物表！"));
     record_Clear3();
     m_lineMode = NoProduct;
@@ -297,7 +316,7 @@ bool buyFm1::storeLine() {
     } catch (const RuntimeError& error) {
         m_basket->CancelUpdate();
         if (!fresh && m_basket->hasRows() && m_basket->currentRow())
-            showLine(Record_display5(m_basket));
+            showBasketLine();
         m_line->hint->setText(QStringLiteral("这一行没有记入：%1").arg(error.text()));
         return false;
     }
@@ -306,7 +325,7 @@ bool buyFm1::storeLine() {
 }
 
 void buyFm1::cancelLine() {
-    dropLeft(m_line->boxes->text(LineBox::Product));
+    giveUpLine();
     record_Clear3();
     m_lineMode = BasketLine; // that the mode is 2 with no line in the boxes is meant
 }
@@ -315,9 +334,14 @@ void buyFm1::chooseBasketRow() {
     if (!m_basket->hasRows() || !m_basket->currentRow())
         return;
     m_lineMode = BasketLine;
+    showBasketLine();
+    showBasketPosition();
+}
+
+void buyFm1::showBasketLine() {
+    giveUpLine();
     m_unitCost = m_basket->Fields(QStringLiteral("成本")).number();
     showLine(Record_display5(m_basket));
-    showBasketPosition();
 }
 
 void buyFm1::moveBasket(int button) {
@@ -342,13 +366,13 @@ void buyFm1::saveBasketEdits() {
     m_basketPanel->grid->commitEditor();
     saveBasket(m_session, m_basket);
     showTotals();
-    m_line->bought->setText(plainNumber(m_bought + basketTotals(m_basket).quantity));
+    showBought();
 }
 
 void buyFm1::deleteBasketRow() {
     m_basketPanel->grid->commitEditor();
     if (!m_basket->hasRows() || !m_basket->currentRow() ||
-        !m_prompts.confirm(QStringLiteral("确认要删除该记录吗？")))
+        !m_prompts.confirmLoss(QStringLiteral("确认要删除该记录吗？"), lossOfLine(m_basket)))
         return;
     const QString product = m_basket->Fields(QStringLiteral("产品编号")).text();
     {
@@ -358,13 +382,10 @@ void buyFm1::deleteBasketRow() {
         if (m_basket->isEOF() && m_basket->hasRows())
             m_basket->MoveLast();
     }
-    if (const auto found = m_leftRows.find(product); found != m_leftRows.end()) {
-        m_left.erase(found->second);
-        m_products->grid->recordsetModel().refreshRow(found->second);
-        m_leftRows.erase(found);
-    }
+    dropLeft(product);
     showBasketPosition();
     showTotals();
+    showBought();
 }
 
 void buyFm1::clearAll() {
@@ -388,6 +409,10 @@ void buyFm1::showTotals() {
     m_basketPanel->paidTotal->setText(paid);
 }
 
+void buyFm1::showBought() {
+    m_line->bought->setText(plainNumber(m_bought + basketTotals(m_basket).quantity));
+}
+
 void buyFm1::showBasket() {
     showTotals();
     m_basketPanel->date->setText(m_session.todayText());
@@ -402,8 +427,7 @@ void buyFm1::hideBasket() {
     m_frames->setCurrentWidget(m_line);
     if (!m_basket->hasRows() || !m_basket->currentRow())
         return;
-    m_unitCost = m_basket->Fields(QStringLiteral("成本")).number();
-    showLine(Record_display5(m_basket));
+    showBasketLine();
 }
 
 void buyFm1::settleBasket() {
@@ -421,7 +445,13 @@ void buyFm1::settleBasket() {
 
 void buyFm1::wayOut() {
     m_basketPanel->grid->commitEditor();
-    if (m_basket->hasRows() && m_prompts.ask(QStringLiteral("选购的产品还没有结帐，结帐吗？")))
-        return settleBasket();
-    finish();
+    if (!m_basket->hasRows())
+        return finish();
+    const auto answer = m_prompts.askOrLeave(QStringLiteral("选购的产品还没有结帐，结帐吗？"));
+    if (!answer)
+        return; // the question was left without an answer: window and basket stay
+    if (*answer)
+        settleBasket();
+    else
+        finish();
 }

@@ -49,8 +49,11 @@ private:
     void boxChanged(int index);
     void step(int box, int by);
     bool stock_check();
+    /// Shows what the line in the boxes leaves of its product's stock.
     void setLeft(const QString& product, RowId row, double left);
     void dropLeft(const QString& product);
+    /// The line in the boxes is not confirmed: what it would have left of the stock is shown no more.
+    void giveUpLine();
     void dropAllLeft();
     void confirmLine();
     /// Writes the boxes into the basket's current or new row; false where a column refused.
@@ -67,7 +70,10 @@ private:
     void showBasket();
     void hideBasket();
     void showBasketPosition();
+    /// Shows the current basket row in the line boxes.
+    void showBasketLine();
     void showTotals();
+    void showBought();
     void settleBasket();
 
     Session& m_session;
@@ -89,4 +95,5 @@ private:
     /// Stock left as the grid shows it while lines are in the making, by product row; never an edit.
     std::map<RowId, double> m_left;
     std::map<QString, RowId> m_leftRows; // product number -> its row
+    QString m_leftOfLine; // the product whose figure is of the line in the boxes, not confirmed
 };

@@ -5,6 +5,7 @@
 #include "controls/moveButtons.h"
 #include "controls/recordBoxes.h"
 #include "sales/basket.h"
+#include "sales/discountTyping.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -42,6 +43,7 @@ ProductPanel::ProductPanel(Prompts& prompts, QWidget* parent)
     grid->setEmptyText(QStringLiteral("没有产品。\n产品在“产品管理”—“产品登录（入库）”里登录。"));
     search = makeSearchBox(QStringLiteral("Text3"),
                            QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, this);
+    grid->setChosenByEnter();
     auto* top = new QHBoxLayout;
     top->addWidget(search, 1);
     top->addWidget(find);
@@ -50,6 +52,7 @@ ProductPanel::ProductPanel(Prompts& prompts, QWidget* parent)
     column->addLayout(top);
     column->addWidget(grid, 1);
     column->addWidget(moves, 0, Qt::AlignHCenter);
+    tabThrough(QWidgetList{search, find, whole, grid} + moves->buttons());
 }
 
 LinePanel::LinePanel(QWidget* parent)
@@ -74,6 +77,8 @@ LinePanel::LinePanel(QWidget* parent)
     bought->setAlignment(Qt::AlignRight);
     hint->setWordWrap(true);
     setTextColour(hint, QColor(0xB0, 0x44, 0x3A));
+    QLabel* discountHint = makeLabel(QStringLiteral("discountHint"), {}, this);
+    typing = new DiscountTyping(boxes, discountHint);
 
     auto* grid = new QGridLayout;
     for (int i = 0; i < LineBox::Count; ++i)
@@ -86,6 +91,7 @@ LinePanel::LinePanel(QWidget* parent)
     history->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     grid->addWidget(history, LineBox::Count / 2, 0);
     grid->addWidget(bought, LineBox::Count / 2, 1);
+    grid->addWidget(discountHint, LineBox::Count / 2, 3, 1, 2);
 
     auto* column = new QVBoxLayout(this);
     column->addLayout(grid);

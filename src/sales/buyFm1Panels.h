@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class DataGrid;
+class DiscountTyping;
 class MoveButtons;
 class Prompts;
 class QLabel;
@@ -38,6 +39,7 @@ public:
     QLineEdit* bought; // what the customer has bought of the product before
     UpDown* quantity;
     UpDown* discount;
+    DiscountTyping* typing;    // of the discount box
     QLabel* quantityTotals[2]; // Label12, Label13
     QLabel* paidTotals[2];     // Label14, Label15
     QLabel* hint;

@@ -9,6 +9,7 @@
 #include "data/cursorMoves.h"
 #include "recordset/textNumber.h"
 #include "sales/clientRegister.h"
+#include "sales/losses.h"
 
 #include <QAction>
 #include <QGridLayout>
@@ -55,6 +56,9 @@ dataInputFm1::dataInputFm1(ViewHost& host, Prompts& prompts)
     row->addWidget(buildGridSide(), 5);
     row->addWidget(buildPanel(), 4);
     connectCommands();
+    tabThrough(QWidgetList{m_search, m_find, m_whole, m_grid} + m_moves->buttons() + m_boxes->widgets() +
+               QWidgetList{m_add, m_save, m_cancel, m_buy, m_delete});
+    setFirstFocus(m_search);
 }
 
 QWidget* dataInputFm1::buildGridSide() {
@@ -353,7 +357,7 @@ void dataInputFm1::deleteCurrent() {
         return;
     if (!m_session.clientTable->hasRows() || !m_session.clientTable->currentRow())
         return;
-    if (!m_prompts.confirm(QStringLiteral("确实要删除该记录吗？")))
+    if (!m_prompts.confirmLoss(QStringLiteral("确实要删除该记录吗？"), lossOfClient(m_session)))
         return;
     deleteClient(m_session);
     record_Clear();

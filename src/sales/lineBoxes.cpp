@@ -1,7 +1,33 @@
 #include "sales/lineBoxes.h"
 
+#include <QMouseEvent>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+/// A repeating button whose press can be ended while the mouse still holds it.
+class StepButton : public QToolButton {
+public:
+    using QToolButton::QToolButton;
+
+    void endPress() {
+        m_ended = isDown();
+        setDown(false);
+    }
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override {
+        m_ended = false;
+        QToolButton::mousePressEvent(event);
+    }
+    void mouseMoveEvent(QMouseEvent* event) override {
+        // A held mouse that moves over the button would press it again.
+        if (!m_ended)
+            QToolButton::mouseMoveEvent(event);
+    }
+
+private:
+    bool m_ended = false;
+};
 
 const QStringList& lineCaptions() {
     static const QStringList captions{
@@ -20,7 +46,7 @@ UpDown::UpDown(const QString& name, QWidget* parent)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     for (const int by : {1, -1}) {
-        auto* button = new QToolButton(this);
+        auto* button = new StepButton(this);
         button->setObjectName(QStringLiteral("%1(%2)").arg(name).arg(by > 0 ? 0 : 1));
         button->setArrowType(by > 0 ? Qt::UpArrow : Qt::DownArrow);
         button->setAccessibleName(by > 0 ? QStringLiteral("加一") : QStringLiteral("减一"));
@@ -29,5 +55,11 @@ UpDown::UpDown(const QString& name, QWidget* parent)
         button->setFixedSize(22, 14);
         connect(button, &QToolButton::clicked, this, [this, by] { Q_EMIT stepped(by); });
         column->addWidget(button);
+        m_buttons.push_back(button);
     }
+}
+
+void UpDown::endRepeat() {
+    for (StepButton* button : m_buttons)
+        button->endPress();
 }

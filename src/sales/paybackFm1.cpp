@@ -6,7 +6,9 @@
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
 #include "recordset/textNumber.h"
+#include "sales/discountTyping.h"
 #include "sales/lineBoxes.h"
+#include "sales/losses.h"
 
 #include <QCoreApplication>
 #include <QGridLayout>
@@ -31,6 +33,13 @@ paybackFm1::paybackFm1(ViewHost& host, Prompts& prompts)
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(buildOrders(), 2);
     row->addLayout(column, 7);
+    const auto named = [this](const char* name) {
+        return findChild<QPushButton*>(QString::fromLatin1(name));
+    };
+    tabThrough(QWidgetList{m_search, named("Command6"), m_orders} + m_orderMoves->buttons() +
+               QWidgetList{m_lines} + m_lineMoves->buttons() + m_boxes->widgets() +
+               QWidgetList{named("Command3"), named("Command4"), named("Command2")});
+    setFirstFocus(m_search);
     connect(m_orders, &DataGrid::rowChosen, this, &paybackFm1::chooseOrder);
     connect(m_lines, &DataGrid::rowChosen, this, &paybackFm1::chooseLine);
     m_orders->setRowHandler([this] { m_orderMoves->setPosition(positionText(m_book.orders())); });
@@ -53,6 +62,7 @@ QWidget* paybackFm1::buildOrders() {
     m_orders = new DataGrid(m_prompts, side);
     m_orders->setObjectName(QStringLiteral("DataGrid2"));
     m_orders->setEmptyText(QStringLiteral("还没有订单。"));
+    m_orders->setChosenByEnter();
     m_orderMoves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text2"), side);
     QPushButton* find = addButton("Command6", QStringLiteral("查询"), &paybackFm1::search);
     m_search = makeSearchBox(QStringLiteral("Text1"), QStringLiteral("输入订单号"), find, side);
@@ -73,6 +83,8 @@ QWidget* paybackFm1::buildLines() {
     m_lines = new DataGrid(m_prompts, side);
     m_lines->setObjectName(QStringLiteral("DataGrid1"));
     m_lines->setEmptyText(QStringLiteral("请在左边点一个订单号。"));
+    m_lines->setNothingFoundText(QStringLiteral("请在左边点一个订单号。"));
+    m_lines->setChosenByEnter();
     m_lineMoves = new MoveButtons(QStringLiteral("Command5"), QStringLiteral("Text5"), side);
     auto* top = new QHBoxLayout;
     top->addWidget(m_order, 1);
@@ -108,6 +120,8 @@ QWidget* paybackFm1::buildLine() {
         new RecordBoxes(QStringLiteral("Text4"), lineCaptions(), BoxKeys{Qt::Key_Left, Qt::Key_Right}, panel);
     m_boxes->limitToNumbers(
         {LineBox::Price, LineBox::Quantity, LineBox::Due, LineBox::Discount, LineBox::Paid});
+    for (const int box : {LineBox::Quantity, LineBox::Price})
+        m_boxes->setNumberCheck(box, [this, box](const QString& text) { return lineTakes(box, text); });
     auto* grid = new QGridLayout;
     constexpr int perRow = 3;
     for (int i = 0; i < LineBox::Count; ++i)
@@ -119,9 +133,14 @@ QWidget* paybackFm1::buildLine() {
         connect(stepper, &UpDown::stepped, this,
                 [this, index = box, limit = most](int by) { step(index, by, limit); });
         grid->addWidget(stepper, box / perRow, box % perRow * 3 + 2);
+        m_steppers.push_back(stepper);
     }
+    QLabel* discountHint = makeLabel(QStringLiteral("discountHint"), {}, panel);
+    m_typing = new DiscountTyping(m_boxes, discountHint);
+    grid->addWidget(discountHint, LineBox::Count / perRow + 1, 0, 1, perRow * 3);
     m_bought = makeShownBox(QStringLiteral("Text3"), QStringLiteral("购买该产品总数"), panel);
     m_bought->setReadOnly(true);
+    m_bought->setAlignment(Qt::AlignRight);
     grid->addWidget(new QLabel(QStringLiteral("购买该产品总数"), panel), LineBox::Count / perRow, 6);
     grid->addWidget(m_bought, LineBox::Count / perRow, 7);
     auto* buttons = new QHBoxLayout;
@@ -226,9 +245,9 @@ void paybackFm1::boxChanged(int index) {
     if (index == LineBox::Quantity && !stock_check())
         return;
     const QScopedValueRollback filling(fillGuard, qint16(Filling));
-    const LineAmounts amounts = orderLineAmounts(
-        m_boxes->text(LineBox::Quantity), m_boxes->text(LineBox::Price), m_boxes->text(LineBox::Discount));
-    if (m_boxes->text(LineBox::Discount) != amounts.discount) {
+    const LineAmounts amounts = orderLineAmounts(m_boxes->text(LineBox::Quantity),
+                                                 m_boxes->text(LineBox::Price), m_typing->counted());
+    if (!m_typing->isBegun() && m_boxes->text(LineBox::Discount) != amounts.discount) {
         m_boxes->setText(LineBox::Discount, amounts.discount);
         // Selected, so that the next digit replaces the 100 instead of making 1009 of it.
         m_boxes->box(LineBox::Discount)->selectAll();
@@ -237,15 +256,26 @@ void paybackFm1::boxChanged(int index) {
     m_boxes->setText(LineBox::Paid, amounts.paid);
 }
 
+bool paybackFm1::lineTakes(int box, const QString& text) const {
+    const RecordsetPtr& lines = m_book.lines();
+    const auto textOf = [&](int index) { return index == box ? text : m_boxes->text(index); };
+    const double cost =
+        lines->hasRows() && lines->currentRow() ? lines->Fields(QStringLiteral("成本")).number() : 0;
+    return lineFits(textOf(LineBox::Quantity), textOf(LineBox::Price), cost);
+}
+
 bool paybackFm1::stock_check() {
     const RecordsetPtr& lines = m_book.lines();
     if (!lines->currentRow())
         return true;
     const QString fault = orderStockFault(m_session, lines->Fields(QStringLiteral("产品编号")).text(),
                                           m_boxes->text(LineBox::Quantity));
-    if (!fault.isEmpty())
-        m_prompts.tell(fault);
-    return fault.isEmpty();
+    if (fault.isEmpty())
+        return true;
+    for (UpDown* stepper : m_steppers)
+        stepper->endRepeat();
+    m_prompts.tell(fault);
+    return false;
 }
 
 void paybackFm1::step(int box, int by, double most) {
@@ -260,6 +290,7 @@ bool paybackFm1::canChange() const {
 void paybackFm1::save() {
     if (!canChange())
         return;
+    m_typing->finish();
     m_book.save(m_boxes->texts());
     showLine();
     showTotals();
@@ -269,7 +300,8 @@ void paybackFm1::save() {
 
 void paybackFm1::deleteLine() {
     if (!canChange() ||
-        !m_prompts.confirm(QStringLiteral("确实要删除该记录吗？"), QStringLiteral("删除提示")) ||
+        !m_prompts.confirmLoss(QStringLiteral("确实要删除该记录吗？"), lossOfLine(m_book.lines()),
+                               QStringLiteral("删除提示")) ||
         !canChange())
         return;
     const OrderMaintenance::Deleted deleted = m_book.deleteLine();
@@ -283,7 +315,8 @@ void paybackFm1::deleteLine() {
 
 void paybackFm1::deleteOrder() {
     if (!canChange() ||
-        !m_prompts.confirm(QStringLiteral("确实要删除该订单吗？"), QStringLiteral("删除提示")) ||
+        !m_prompts.confirmLoss(QStringLiteral("确实要删除该订单吗？"), lossOfOrder(m_book.lines()),
+                               QStringLiteral("删除提示")) ||
         !canChange())
         return;
     {

@@ -5,6 +5,7 @@
 #include "shell/viewHost.h"
 
 class DataGrid;
+class DiscountTyping;
 class MoveButtons;
 class Prompts;
 class QLabel;
@@ -46,6 +47,8 @@ private:
     void boxChanged(int index);
 
     bool stock_check();
+    /// Whether the line can be reckoned with after a text has been typed into a box.
+    bool lineTakes(int box, const QString& text) const;
     bool canChange() const;
     void bindLines();
     void showLine();
@@ -63,6 +66,8 @@ private:
     MoveButtons* m_orderMoves = nullptr;
     MoveButtons* m_lineMoves = nullptr;
     RecordBoxes* m_boxes = nullptr;
+    DiscountTyping* m_typing = nullptr; // of the discount box
+    std::vector<UpDown*> m_steppers;
     QLineEdit* m_search = nullptr;
     QLineEdit* m_bought = nullptr;
     QLabel* m_order = nullptr;

@@ -207,4 +207,20 @@ TEST_F(PurchaseBasket, AShopWithoutProductsOpensAndTakesNothingUp) {
     buy->click("Command2");
 }
 
+TEST_F(PurchaseBasket, AWayOutWhoseQuestionIsLeftUnansweredLeavesWindowAndBasketAsTheyAre) {
+    open();
+    put(0, "4");
+    for (const bool byCloseBox : {false, true}) {
+        prompts.expectLeft("选购的产品还没有结帐，结帐吗？");
+        if (byCloseBox)
+            EXPECT_FALSE(window("buyFm1")->close());
+        else
+            buy->click("Command4");
+        ASSERT_NE(window("buyFm1"), nullptr);
+        EXPECT_TRUE(window("buyFm1")->isVisible());
+        EXPECT_FALSE(main->isVisible());
+        EXPECT_EQ(basket(), u"p1|4.0|100|20.0");
+    }
+}
+
 } // namespace

@@ -31,6 +31,30 @@ TEST(LineAmountsOf, AnAmountBeyondADoubleIsAnOverflow) {
     EXPECT_EQ(errorOf([] { lineAmounts("1e200", "1e200", "100"); }), ErrorNumber::Overflow);
 }
 
+TEST(TypedDiscount, IsOnlyBegunWhileItsValueIsZero) {
+    for (const char* begun : {"", " ", "0", ".", "0.", "0.00", "-", "-0", "abc", "e5"})
+        EXPECT_TRUE(isBegunDiscount(begun)) << begun;
+    for (const char* whole : {"0.5", "9", "100", "-5", "1e999", "5abc"})
+        EXPECT_FALSE(isBegunDiscount(whole)) << whole;
+}
+
+TEST(TypedDiscount, LooksLikeTenthsAboveZeroAndBelowTen) {
+    for (const char* small : {"0.5", "9", "9.99", "8.8"})
+        EXPECT_TRUE(looksLikeTenths(small)) << small;
+    for (const char* other : {"", "0", "-3", "10", "90", "1e999", "abc"})
+        EXPECT_FALSE(looksLikeTenths(other)) << other;
+}
+
+TEST(LineFits, WhileAmountsAndCostStayFarFromTheLargestNumber) {
+    EXPECT_TRUE(lineFits("1e150", "1e150", 1));
+    EXPECT_TRUE(lineFits("", "abc", 1e308));
+    EXPECT_FALSE(lineFits("1e151", "1e150", 0));
+    EXPECT_FALSE(lineFits("-1e151", "1e150", 0));
+    EXPECT_FALSE(lineFits("1e200", "1e200", 0));
+    EXPECT_FALSE(lineFits("1e100", "1", 1e250));
+    EXPECT_FALSE(lineFits("1e999", "1", 0));
+}
+
 class Basket : public testing::Test {
 protected:
     Basket() {

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
+#include <QWindow>
 #include <QtTest/QTest>
 
 #include <stdexcept>
@@ -67,12 +68,31 @@ int Driver::columnOf(const DataGrid* grid, const QString& name) const {
     failMissing(grid->objectName() + u'.' + name);
 }
 
+QPoint Driver::cellCentre(DataGrid* grid, int row, const QString& column) const {
+    const QModelIndex index = grid->model()->index(row, columnOf(grid, column));
+    grid->scrollTo(index);
+    return grid->visualRect(index).center();
+}
+
 void Driver::clickCell(const QString& grid, int row, const QString& column) {
     auto* target = find<DataGrid>(grid);
     requireReachable(target);
-    const QModelIndex index = target->model()->index(row, columnOf(target, column));
-    target->scrollTo(index);
-    QTest::mouseClick(target->viewport(), Qt::LeftButton, Qt::NoModifier, target->visualRect(index).center());
+    QTest::mouseClick(target->viewport(), Qt::LeftButton, Qt::NoModifier, cellCentre(target, row, column));
+}
+
+void Driver::doubleClickCell(const QString& grid, int row, const QString& column) {
+    auto* target = find<DataGrid>(grid);
+    requireReachable(target);
+    QWidget* window = target->window();
+    const QPoint place = target->viewport()->mapTo(window, cellCentre(target, row, column));
+    QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
+}
+
+void Driver::keyAtFocus(Qt::Key key, const QString& text) {
+    QWidget* focus = m_root.window()->focusWidget();
+    if (!focus)
+        focus = m_root.window();
+    QTest::sendKeyEvent(QTest::Click, focus, key, text, Qt::NoModifier);
 }
 
 void Driver::editCell(const QString& grid, int row, const QString& column, const QString& text) {

@@ -29,6 +29,10 @@ public:
     QString text(const QString& name) const;
     /// Clicks a cell of a grid; rows and columns count from 0, the column by its head.
     void clickCell(const QString& grid, int row, const QString& column);
+    /// A double click as the window system sends it: press, release, press and release.
+    void doubleClickCell(const QString& grid, int row, const QString& column);
+    /// Presses a key wherever the focus of the window is.
+    void keyAtFocus(Qt::Key key, const QString& text = {});
     /// Opens the editor of a cell by a double click, types, and ends with Enter.
     void editCell(const QString& grid, int row, const QString& column, const QString& text);
     QString cell(const QString& grid, int row, const QString& column) const;
@@ -44,6 +48,7 @@ public:
 private:
     [[noreturn]] static void failMissing(const QString& name);
     void requireReachable(QWidget* widget) const;
+    QPoint cellCentre(DataGrid* grid, int row, const QString& column) const;
     int columnOf(const DataGrid* grid, const QString& name) const;
 
     QWidget& m_root;
