@@ -4,6 +4,7 @@
 #include "controls/formParts.h"
 #include "controls/moveButtons.h"
 #include "controls/prompts.h"
+#include "data/losses.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
 
@@ -147,14 +148,17 @@ void MaintainView::discard() {
 
 void MaintainView::removeRow() {
     if (!cursor()->hasRows() || !cursor()->currentRow() ||
-        !m_prompts.confirm(QString::fromUtf16(m_table.question), QString::fromUtf16(m_table.questionTitle)))
+        !m_prompts.confirmLoss(QString::fromUtf16(m_table.question), lossOfRow(m_session, m_table),
+                               QString::fromUtf16(m_table.questionTitle)))
         return;
     m_table.removeRow(m_session, [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); });
     showPosition();
 }
 
 void MaintainView::removeAll() {
-    if (!cursor()->isOpen() || !m_prompts.confirm(QStringLiteral("确实要删除全库记录吗？")))
+    if (!cursor()->isOpen() ||
+        !m_prompts.confirmLoss(QStringLiteral("确实要删除全库记录吗？"),
+                               lossOfTable(m_session.cn, QString::fromUtf16(m_table.table))))
         return;
     removeAllRows(m_session, m_table);
     showPosition();

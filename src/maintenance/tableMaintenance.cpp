@@ -1,6 +1,7 @@
 #include "maintenance/tableMaintenance.h"
 
 #include "data/cursorMoves.h"
+#include "data/losses.h"
 #include "data/searchTexts.h"
 #include "recordset/ignoringErrors.h"
 
@@ -134,6 +135,19 @@ void discardEdits(const RecordsetPtr& cursor) {
 void dropEdits(const RecordsetPtr& cursor) {
     if (cursor->isOpen())
         cursor->CancelBatch(3);
+}
+
+QString lossOfRow(Session& session, const MaintainedTable& table) {
+    const RecordsetPtr& cursor = session.*table.cursor;
+    if (table.cursor == &Session::buyList)
+        return lossOfLine(cursor);
+    if (table.cursor == &Session::productTable)
+        return lossOfProduct(cursor);
+    Recordset lines(session.cn);
+    lines.Open(QStringLiteral("Select * From buyList Where ") +
+               keyCondition(QStringLiteral("客户编号"),
+                            fieldText(cursor->Fields(QStringLiteral("客户编号")).OriginalValue())));
+    return lossOfClient(cursor, lines.RecordCount());
 }
 
 void removeAllRows(Session& session, const MaintainedTable& table) {

@@ -50,6 +50,9 @@ void discardEdits(const RecordsetPtr& cursor);
 /// Gives up all pending edits, also those of rows that the Filter hides: what leaving the window does.
 void dropEdits(const RecordsetPtr& cursor);
 
+/// What goes with the current row, in the words that stand below the question of its deletion.
+QString lossOfRow(Session& session, const MaintainedTable& table);
+
 /// Deletes every row of the table and reads it again. What hangs on its rows in other tables stays.
 void removeAllRows(Session& session, const MaintainedTable& table);
 

@@ -5,13 +5,13 @@
 #include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
+#include "data/losses.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
 #include "recordset/textNumber.h"
 #include "sales/buyFm1Panels.h"
 #include "sales/clientRegister.h"
 #include "sales/discountTyping.h"
-#include "sales/losses.h"
 #include "sales/settlement.h"
 
 #include <QHBoxLayout>

@@ -32,6 +32,21 @@ void takeClientNumber(Session& session) {
     session.clientTable->setBookmark(added);
 }
 
+/// Whether the line that the search of a deletion leaves out, the first one without a filter, is this
+/// customer's.
+bool firstLineIsOf(Session& session, const QString& clientNum) {
+    RecordsetPtr lines = session.buyList;
+    if (!lines->Filter().isEmpty()) {
+        const QString sort = lines->Sort();
+        lines = std::make_shared<Recordset>(session.cn);
+        lines->Open(QStringLiteral("Select * From buyList"));
+        if (!sort.isEmpty())
+            lines->setSort(sort);
+    }
+    return lines->hasRows() &&
+           fieldText(lines->valueAt(0, lines->fieldIndex(QStringLiteral("客户编号")))) == clientNum;
+}
+
 } // namespace
 
 const QStringList& registerColumns() {
@@ -120,6 +135,17 @@ void deleteLinesOf(Session& session, const QString& clientNum) {
     if (lines->hasRows() && lines->isEOF())
         lines->MoveLast();
     batch.finish();
+}
+
+int linesThatGo(Session& session) {
+    const RecordsetPtr& lines = session.buyList;
+    if (!lines->isOpen())
+        return 0;
+    const QString number = fieldText(session.clientTable->Fields(QStringLiteral("客户编号")).OriginalValue());
+    Recordset his(session.cn);
+    his.Open(QStringLiteral("Select * From buyList Where ") +
+             keyCondition(QStringLiteral("客户编号"), number));
+    return his.RecordCount() - int(firstLineIsOf(session, number));
 }
 
 bool searchClients(Session& session, const QString& text) {

@@ -34,6 +34,9 @@ void deleteClient(Session& session);
 /// that is his stays, without its customer. That is meant.
 void deleteLinesOf(Session& session, const QString& clientNum);
 
+/// How many lines would go with the current customer.
+int linesThatGo(Session& session);
+
 /// Puts the five-column search on the customers; false where no text can be searched so and nothing was
 /// changed.
 bool searchClients(Session& session, const QString& text);

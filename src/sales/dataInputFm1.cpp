@@ -7,9 +7,9 @@
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
 #include "data/cursorMoves.h"
+#include "data/losses.h"
 #include "recordset/textNumber.h"
 #include "sales/clientRegister.h"
-#include "sales/losses.h"
 
 #include <QAction>
 #include <QGridLayout>
@@ -357,7 +357,8 @@ void dataInputFm1::deleteCurrent() {
         return;
     if (!m_session.clientTable->hasRows() || !m_session.clientTable->currentRow())
         return;
-    if (!m_prompts.confirmLoss(QStringLiteral("确实要删除该记录吗？"), lossOfClient(m_session)))
+    if (!m_prompts.confirmLoss(QStringLiteral("确实要删除该记录吗？"),
+                               lossOfClient(m_session.clientTable, linesThatGo(m_session))))
         return;
     deleteClient(m_session);
     record_Clear();

@@ -5,10 +5,10 @@
 #include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
+#include "data/losses.h"
 #include "recordset/textNumber.h"
 #include "sales/discountTyping.h"
 #include "sales/lineBoxes.h"
-#include "sales/losses.h"
 
 #include <QCoreApplication>
 #include <QGridLayout>

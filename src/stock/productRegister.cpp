@@ -166,13 +166,6 @@ bool addStock(Session& session, const QStringList& boxes, const QString& answer,
     return true;
 }
 
-QString lossOfProduct(Session& session) {
-    const auto text = [&session](const char16_t* column) {
-        return fieldText(session.productTable->Fields(QString::fromUtf16(column)).OriginalValue());
-    };
-    return QStringLiteral("产品 %1 %2，库存 %3").arg(text(u"产品编号"), text(u"品名"), text(u"数量"));
-}
-
 void deleteProduct(Session& session) {
     const RecordsetPtr& products = session.productTable;
     const QuietWalk walk(products);

@@ -53,8 +53,5 @@ bool canAddStock(Session& session, const QString& answer);
 bool addStock(Session& session, const QStringList& boxes, const QString& answer,
               const std::function<void()>& yield);
 
-/// What goes with the current product, in the words that stand below the question of its deletion.
-QString lossOfProduct(Session& session);
-
 /// Deletes the current product from the stock alone; the histories keep their rows.
 void deleteProduct(Session& session);

@@ -6,6 +6,7 @@
 #include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
+#include "data/losses.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
 #include "recordset/ignoringErrors.h"
@@ -394,7 +395,7 @@ void productRegisterFm1::deleteCurrent() {
         refuseWhile(AddingStock, QStringLiteral("正在追加产品数量，不能执行此操作！")))
         return;
     if (!m_session.productTable->hasRows() || !m_session.productTable->currentRow() ||
-        !m_prompts.confirmLoss(QStringLiteral("确实要删除此记录吗？"), lossOfProduct(m_session)))
+        !m_prompts.confirmLoss(QStringLiteral("确实要删除此记录吗？"), lossOfProduct(m_session.productTable)))
         return;
     deleteProduct(m_session);
     m_boxes->setTexts(clearRecord(m_session));

@@ -99,6 +99,19 @@ double stockOnHand(const Session& session) {
     return session.productTable->Fields(QStringLiteral("数量")).number();
 }
 
+bool amountFits(const Session& session, const QString& quantity) {
+    if (!session.productTable->hasRows() || !session.productTable->currentRow())
+        return true;
+    try {
+        const double pieces = val(quantity);
+        if (pieces <= stockOnHand(session))
+            amountAtCost(session, pieces);
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 double amountAtCost(const Session& session, double quantity) {
     return checkedFinite(quantity * session.productTable->Fields(QStringLiteral("成本")).number());
 }

@@ -38,6 +38,10 @@ bool canMoveStock(const Session& session);
 /// Quantity on hand of the current product. Throws NoCurrentRow.
 double stockOnHand(const Session& session);
 
+/// Whether a typed quantity of the current product has an amount that can be reckoned with. More than the
+/// stock counts as such: it is cut to the stock.
+bool amountFits(const Session& session, const QString& quantity);
+
 /// Amount that a quantity of the current product stands for, at cost.
 double amountAtCost(const Session& session, double quantity);
 

@@ -252,6 +252,8 @@ StockOutDialog::StockOutDialog(const StockOut& road, StockOutChooser& chooser, V
                                QString::fromUtf16(road.amountCaption), QStringLiteral("说    明")},
                               std::nullopt, this);
     m_boxes->limitToNumbers({MovementBox::Quantity, MovementBox::Amount});
+    m_boxes->setNumberCheck(MovementBox::Quantity,
+                            [this](const QString& text) { return amountFits(m_session, text); });
     const RecordsetPtr& history = m_session.*road.history;
     if (history->isOpen())
         m_boxes->box(MovementBox::Remark)

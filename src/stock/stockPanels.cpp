@@ -3,6 +3,7 @@
 #include "controls/formParts.h"
 #include "controls/prompts.h"
 #include "data/cursorMoves.h"
+#include "data/losses.h"
 #include "data/sourceTable.h"
 #include "recordset/textNumber.h"
 #include "stock/stockCount.h"
@@ -130,7 +131,9 @@ void StockInPanel::sourceShown(const RecordsetPtr& /*cursor*/, ShowSource code) 
 void StockInPanel::deleteRow() {
     if (!m_session.product_Bank->hasRows() || !m_session.product_Bank->currentRow())
         return;
-    if (m_prompts.confirm(QStringLiteral("确实要删除该记录吗？")) && m_session.product_Bank->currentRow())
+    if (m_prompts.confirmLoss(QStringLiteral("确实要删除该记录吗？"),
+                              lossOfStockIn(m_session.product_Bank)) &&
+        m_session.product_Bank->currentRow())
         deleteStockIn(m_session);
 }
 

@@ -91,6 +91,8 @@ TEST_F(MaintenanceViews, ACustomerGoesWithHisLinesAfterAQuestion) {
     open(1);
     prompts.expectConfirm("确实要删除该记录吗？该客户的购买信息也将同时被删除！", false, "删除提示");
     drive->click("Command5");
+    EXPECT_TRUE(prompts.loss.startsWith(u"客户 ") && prompts.loss.endsWith(u"条购物记录"))
+        << prompts.loss.toStdString();
     EXPECT_EQ(drive->rows("DataGrid1"), 2);
     for (int i = 0; i < 2; ++i) {
         prompts.expectConfirm("确实要删除该记录吗？该客户的购买信息也将同时被删除！", true, "删除提示");
@@ -105,11 +107,13 @@ TEST_F(MaintenanceViews, LinesAndProductsHaveTheirOwnQuestions) {
     open(2);
     prompts.expectConfirm("确实要删除该记录吗？", true, "删除提示");
     drive->click("Command5");
+    EXPECT_TRUE(prompts.loss.contains(u"的 1 行：p1 货，5 件")) << prompts.loss.toStdString();
     EXPECT_EQ(books.stored("SELECT 数量 FROM productTable WHERE 产品编号 = 'p1'"), u"15.0");
     EXPECT_EQ(drive->text("Text1"), u"1/1");
     open(3);
     prompts.expectConfirm("确实要删除该记录吗？", true, "信息提示");
     drive->click("Command4");
+    EXPECT_TRUE(prompts.loss.startsWith(u"产品 p")) << prompts.loss.toStdString();
     EXPECT_EQ(drive->text("Text1"), u"1/1");
 }
 
@@ -120,6 +124,7 @@ TEST_F(MaintenanceViews, EverythingGoesAfterTheOtherQuestion) {
         prompts.expectConfirm("确实要删除全库记录吗？", false);
         drive->click(QString::fromUtf8(button));
         EXPECT_EQ(drive->rows("DataGrid1"), 2);
+        EXPECT_EQ(prompts.loss, u"全部 2 条记录，连同现在没有显示的");
         prompts.expectConfirm("确实要删除全库记录吗？", true);
         drive->click(QString::fromUtf8(button));
         EXPECT_EQ(drive->text("Text1"), u"0/0");

@@ -289,4 +289,16 @@ TEST_F(Windows, DeletingACustomerSaysHowManyOfHisLinesGo) {
     EXPECT_EQ(prompts.loss, u"客户 7 及其 1 条购物记录");
 }
 
+TEST_F(Windows, ASignThatWouldOverflowAStockOutIsNotTaken) {
+    books.addProduct("p2", "钻", 1e140, 1e200, 1);
+    start();
+    drive->choose("no_Sales_stock1");
+    drive->clickCell("DataGrid1", 1, "品名");
+    drive->click("Command5");
+    Driver dialog(*window("stock_ReturnFm3"));
+    dialog.type("Text6(0)", "1e110");
+    EXPECT_EQ(dialog.text("Text6(0)"), u"1e11");
+    EXPECT_EQ(dialog.text("Text6(1)"), u"1E+211");
+}
+
 } // namespace

@@ -239,4 +239,50 @@ TEST_F(ClientRegister, ThePurchasesRecomputationHoldsTheRateInSinglePrecision) {
     books.session().buyList->setFilter("客户编号 = 'x'");
 }
 
+class LinesThatGo : public testing::Test {
+protected:
+    LinesThatGo() {
+        for (const char* client : {"7", "8"})
+            books.addClient(client);
+        books.addLine("1", "7", "p1", "2004-01-05", 2, 20, 1);
+        books.addLine("2", "8", "p1", "2004-01-06", 1, 10, 1);
+        books.addLine("2", "8", "p2", "2004-01-06", 3, 30.5, 1);
+        books.addLine("3", "7", "p1", "2004-01-07", 1, 10, 1);
+        books.session().open_rs();
+    }
+    int ofFirst() { return linesThatGo(books.session()); }
+    int ofLast() {
+        books.session().clientTable->MoveLast();
+        return linesThatGo(books.session());
+    }
+    TestBooks books;
+};
+
+TEST_F(LinesThatGo, AreACustomersButForTheFirstLineOfTheTable) {
+    EXPECT_EQ(ofFirst(), 1);
+    EXPECT_EQ(ofLast(), 2);
+}
+
+TEST_F(LinesThatGo, TheFirstLineIsThatOfTheCursorsOrderWithoutItsFilter) {
+    const RecordsetPtr& lines = books.session().buyList;
+    lines->setFilter("客户编号 = '8'");
+    EXPECT_EQ(ofFirst(), 1);
+    EXPECT_EQ(ofLast(), 2);
+    lines->setSort("客户编号 Desc");
+    EXPECT_EQ(ofLast(), 1);
+    EXPECT_EQ(lines->Filter(), u"客户编号 = '8'") << "asking changes nothing";
+}
+
+TEST_F(LinesThatGo, ATypedNumberIsNotYetTheCustomers) {
+    books.session().clientTable->Fields("客户编号").setValue(QString("8"));
+    EXPECT_EQ(ofFirst(), 1);
+}
+
+TEST_F(LinesThatGo, AreAsManyAsTheDeletionTakes) {
+    const int before = books.session().buyList->RecordCount();
+    const int going = ofFirst();
+    deleteClient(books.session());
+    EXPECT_EQ(books.session().buyList->RecordCount(), before - going);
+}
+
 } // namespace
