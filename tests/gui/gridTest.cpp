@@ -125,7 +125,6 @@ TEST_F(Grid, SelectedRowsAreCopiedPartedByTabs) {
 
 TEST_F(Grid, NumbersStandRightDatesInTheMiddleTextsLeft) {
     books.addProduct("p", "纸", 1, 1, 1);
-    books.session().cn.forgetImage("productTable");
     books.session().open_rs();
     grid.bind(books.session().productTable);
     const auto alignment = [&](const char* field) {

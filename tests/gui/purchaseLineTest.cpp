@@ -67,8 +67,7 @@ TEST_F(PurchaseLine, MovingByTheButtonsTakesUpTheProduct) {
 TEST_F(PurchaseLine, ASoldOutProductIsRefusedEvenIfItIsInTheBasket) {
     open();
     put(1, "3");
-    books.execute("UPDATE productTable SET 数量 = 0 WHERE 产品编号 = 'p2'");
-    session().cn.forgetImage("productTable");
+    books.changeBehind("UPDATE productTable SET 数量 = 0 WHERE 产品编号 = 'p2'");
     buy->click("Command10");
     prompts.expectMessage("该产品已售完！");
     choose(1);
@@ -103,8 +102,7 @@ TEST_F(PurchaseLine, AbsurdQuantitiesMeetTheStockMessage) {
 TEST_F(PurchaseLine, AProductWithoutStockLeftSaysSo) {
     open();
     choose(0);
-    books.execute("UPDATE productTable SET 数量 = 0");
-    session().cn.forgetImage("productTable");
+    books.changeBehind("UPDATE productTable SET 数量 = 0");
     prompts.expectMessage("该产品已无库存！");
     type(10, "1");
 }

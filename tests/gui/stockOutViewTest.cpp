@@ -157,8 +157,7 @@ TEST_F(StockOuts, TheAmountTypedOverIsWhatTheHistoryKeeps) {
 TEST_F(StockOuts, WhateverProductIsCurrentAtTheConfirmationIsTheOneBooked) {
     open();
     const auto book = [this](auto change, const QString& product) {
-        books.execute("DELETE FROM return_Bank");
-        session().cn.forgetImage("return_Bank");
+        books.changeBehind("DELETE FROM return_Bank");
         session().reopen(session().return_Bank, "Select * From return_Bank");
         drive->click("Command3");
         drive->clickCell("DataGrid1", 1, "品名");
@@ -239,8 +238,7 @@ TEST_F(StockOuts, TransferAndScrapHaveTheirOwnWordsAndTables) {
             {"no_Sales_stock3", "stock_no_use_BankFm3", "请输入报废数量！",
              "产品报废数已超出现有销售库存数：2", "确认该产品报废及报废数量吗？", "no_use_Bank", "亏损金额"}};
     for (const auto& [command, name, zero, excess, question, table, amount] : roads) {
-        books.execute("UPDATE productTable SET 数量 = 2 WHERE 产品编号 = 'p2'");
-        session().cn.forgetImage("productTable");
+        books.changeBehind("UPDATE productTable SET 数量 = 2 WHERE 产品编号 = 'p2'");
         session().reopen(session().productTable, "Select * From productTable");
         drive->choose(QString::fromUtf8(command));
         drive->clickCell("DataGrid1", 1, "品名");

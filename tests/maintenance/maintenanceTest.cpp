@@ -72,7 +72,6 @@ TEST_F(Maintenance, AProductGoesAloneAndAllProductsLeaveTheHistory) {
     removeProduct(session(), {});
     EXPECT_EQ(count("productTable") + count("product_Bank") + count("buyList"), u"013");
     books.addProduct("p2", "笔", 1, 1, 1);
-    session().cn.forgetImage("productTable");
     session().openMainCursors();
     removeAllRows(session(), maintainedTables()[2]);
     EXPECT_EQ(count("productTable") + count("product_Bank"), u"02");

@@ -168,7 +168,6 @@ TEST_F(ClientRegister, DatesOfTheLinesAreFirstAndLastAndTheCursorEndsOnTheLastRo
     EXPECT_EQ(session().periodDate1 + session().periodDate2, u"");
     books.addLine("1", "7", "p", "2004-11-21", 1, 1, 1);
     books.addLine("1", "7", "p", "2003-02-01", 1, 1, 1);
-    session().cn.forgetImage("buyList");
     session().open_rs();
     set_date1_date2(session());
     EXPECT_EQ(session().periodDate1, u"2003-2-1");

@@ -4,12 +4,13 @@
 #include "data/session.h"
 #include "support/printQt.h"
 
+#include <QLocale>
 #include <QTemporaryDir>
 
 #include <memory>
 
 /// Books of an empty shop in a folder of their own, with a session on them and a fixed day. Rows are put in
-/// by statements of the storage engine before the cursors are opened.
+/// by statements of the storage engine; cursors that are open do not see them.
 class TestBooks {
 public:
     TestBooks() {
@@ -23,6 +24,14 @@ public:
     Session& session() { return *m_session; }
 
     void execute(const QString& sql) { m_session->cn.execute(sql); }
+
+    /// Changes rows behind the program's back: every cursor opened afterwards reads its table from the file.
+    void changeBehind(const QString& sql) {
+        const QStringList tables = m_session->cn.tables();
+        execute(sql);
+        for (const QString& table : tables)
+            m_session->cn.forgetImage(table);
+    }
 
     /// Result of a query as text: columns parted by "|", rows by ";", Null as "Null".
     QString stored(const QString& sql) {
@@ -39,10 +48,10 @@ public:
 
     void addClient(const QString& number, const QString& company = {}, const QString& contact = {}) {
         const QString serial = stored(QStringLiteral("SELECT count(*) + 1 FROM clientTable"));
-        execute(QStringLiteral("INSERT INTO clientTable (流水号, 客户编号, 单位名称, 联系人, 消费合计, "
-                               "购买数, 差额利润, 差额利润率) "
-                               "VALUES (%1, '%2', '%3', '%4', 0, 0, 0, '0')")
-                    .arg(serial, number, company, contact));
+        changeBehind(QStringLiteral("INSERT INTO clientTable (流水号, 客户编号, 单位名称, 联系人, 消费合计, "
+                                    "购买数, 差额利润, 差额利润率) "
+                                    "VALUES (%1, '%2', '%3', '%4', 0, 0, 0, '0')")
+                         .arg(serial, number, company, contact));
     }
     void addProduct(const QString& number, const QString& name, double quantity, double cost, double price,
                     const QString& discount = QStringLiteral("100")) {
@@ -51,26 +60,26 @@ public:
             QStringLiteral(
                 "(%1, '2004-01-05', '%2', '%3', '规格%2', '产地%2', '厂家%2', '个', %4, %5, '%6', %7)")
                 .arg(serial, number, name)
-                .arg(quantity)
-                .arg(cost)
-                .arg(discount)
-                .arg(price);
-        execute(QStringLiteral("INSERT INTO productTable VALUES ") + values);
-        execute(QStringLiteral("INSERT INTO product_Bank VALUES ") + values);
+                .arg(exact(quantity), exact(cost), discount, exact(price));
+        changeBehind(QStringLiteral("INSERT INTO productTable VALUES ") + values);
+        changeBehind(QStringLiteral("INSERT INTO product_Bank VALUES ") + values);
     }
     void addLine(const QString& order, const QString& client, const QString& product, const QString& date,
                  double quantity, double paid, double cost) {
         const QString serial = stored(QStringLiteral("SELECT count(*) + 1 FROM buyList"));
-        execute(QStringLiteral("INSERT INTO buyList VALUES (%1, '%2', '%3', '%4', '%5', '货', '', '', '', 1, "
-                               "'个', %6, %7, '100', %7, %8, %9)")
-                    .arg(serial, order, client, product, date)
-                    .arg(quantity)
-                    .arg(paid)
-                    .arg(cost)
-                    .arg(paid - cost * quantity));
+        changeBehind(
+            QStringLiteral("INSERT INTO buyList VALUES (%1, '%2', '%3', '%4', '%5', '货', '', '', '', 1, "
+                           "'个', %6, %7, '100', %7, %8, %9)")
+                .arg(serial, order, client, product, date)
+                .arg(exact(quantity), exact(paid), exact(cost), exact(paid - cost * quantity)));
     }
 
 private:
+    /// As many digits as give the same number back.
+    static QString exact(double number) {
+        return QString::number(number, 'g', QLocale::FloatingPointShortest);
+    }
+
     QTemporaryDir m_folder;
     std::unique_ptr<Session> m_session;
 };
