@@ -31,6 +31,14 @@ TEST_F(Recount, SumsTheLinesOfEachCustomerAndCutsTheRate) {
     EXPECT_EQ(totals(), u"7|150.5|3.0|40.5|26.91%;8|9.0|3.0|-6.0|-66.%");
 }
 
+TEST_F(Recount, TheRateIsHeldInDoublePrecision) {
+    books.addClient("7");
+    books.addLine("1", "7", "p", "2004-01-05", 1, 1e9, 0.1);
+    recount();
+    // 99.99999999 percent, which is 100 in single precision.
+    EXPECT_EQ(books.stored("SELECT 差额利润率 FROM clientTable"), u"99.99%");
+}
+
 TEST_F(Recount, ACustomerWithoutLinesGetsZerosAndARateWithoutPercent) {
     books.addClient("7");
     books.execute("UPDATE clientTable SET 消费合计 = 5, 差额利润率 = '12%'");

@@ -150,9 +150,12 @@ TEST_F(Queries, ASortOnANameTheCursorLacksLeavesItAsItWas) {
     EXPECT_EQ(session().productTable->Sort(), u"数量");
 }
 
-TEST_F(Queries, TheOrdersOfACustomerEachOnce) {
+TEST_F(Queries, TheOrdersOfACustomerEachOnceAsHisLinesStand) {
+    for (const char* order : {"9", "21", "10"})
+        books.addLine(order, "7", "p2", "2004-01-08", 1, 5, 1);
+    session().openMainCursors();
     session().currentClientNum = "7";
-    EXPECT_EQ(ordersOfClient(session()), (QStringList{"21", "23"}));
+    EXPECT_EQ(ordersOfClient(session()), (QStringList{"21", "23", "9", "10"}));
     EXPECT_EQ(session().buyList->Filter(), u"客户编号 = '7'");
 }
 

@@ -175,11 +175,16 @@ TEST_F(Basket, ARepeatedProductIsFoundFromTheFirstRowElseTheBasketStays) {
 }
 
 TEST_F(Basket, AccumulatedQuantityIsRoundedAfterEachLineAndTheFilterIsOff) {
-    for (const double quantity : {0.5, 0.5, 1.5})
-        books.addLine("1", "7", "p1", "2004-01-05", quantity, 1, 1);
-    books.addLine("1", "8", "p1", "2004-01-05", 100, 1, 1);
+    // Halves go to the even neighbour, sum by sum: three halves stay 0, and one more half makes 1 into 2.
+    const std::pair<const char*, std::vector<double>> bought[] = {
+        {"7", {0.5, 0.5, 0.5}}, {"8", {1, 0.5}}, {"9", {2.4, 2.4}}};
+    for (const auto& [client, quantities] : bought)
+        for (const double quantity : quantities)
+            books.addLine("1", client, "p1", "2004-01-05", quantity, 1, 1);
     open();
-    EXPECT_EQ(product_Num3(session(), "7", "p1"), 2);
+    EXPECT_EQ(product_Num3(session(), "7", "p1"), 0);
+    EXPECT_EQ(product_Num3(session(), "8", "p1"), 2);
+    EXPECT_EQ(product_Num3(session(), "9", "p1"), 4);
     EXPECT_EQ(session().buyList->Filter(), u"");
     EXPECT_EQ(product_Num3(session(), "o'n", "p'"), 0);
 }
@@ -282,6 +287,26 @@ TEST_F(Basket, TheRoadOfOneSale) {
     EXPECT_EQ(books.stored("SELECT count(*) FROM buyList2"), u"0");
     EXPECT_EQ(session().buyList->Filter(), u"客户编号 = '7'") << "the filter on the buyer stays";
     EXPECT_EQ(session().productTable->Fields("产品编号").text(), u"p2");
+}
+
+TEST_F(Basket, AProductThatASearchHidesLeavesTheStockToo) {
+    open();
+    put("p1", "4");
+    put("p2", "2");
+    session().productTable->setFilter("品名 Like '%硒%'");
+    settle(session(), basket);
+    EXPECT_EQ(stock(), u"p1|6.0;p2|1.0");
+    EXPECT_EQ(session().productTable->Filter(), u"");
+    EXPECT_EQ(session().productTable->RecordCount(), 2);
+}
+
+TEST_F(Basket, SettlementCutsARateHeldInDoublePrecision) {
+    books.addProduct("q1", "金条", 2, 0.1, 1e9);
+    open();
+    put("q1", "1");
+    settle(session(), basket);
+    // 99.99999999 percent, which is 100 in single precision.
+    EXPECT_EQ(books.stored("SELECT 差额利润率 FROM clientTable"), u"99.99%");
 }
 
 TEST_F(Basket, ThirtyLinesAndEarlierLinesSettleToTheFigureWorkedOutByHand) {
