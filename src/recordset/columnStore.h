@@ -9,6 +9,9 @@
 #include <limits>
 #include <vector>
 
+/// Slot of a row in an image; rows keep their slot for the life of the image.
+using Row = std::uint32_t;
+
 /// A column as the schema declares it.
 struct ColumnInfo {
     QString name;

@@ -197,56 +197,9 @@ std::vector<Row> TableImage::rowsOf(const std::vector<qint64>& rowids) const {
     return rows;
 }
 
-void TableImage::scanEqual(const ColumnStore& column, const std::vector<TextPool::Code>& codes, Row from,
-                           Row to, std::vector<Row>& rows) const {
-    if (codes.size() == 1) {
-        const TextPool::Code wanted = codes.front();
-        for (Row row = from; row < to; ++row)
-            if (column.codes[row] == wanted && !isDeleted(row))
-                rows.push_back(row);
-        return;
-    }
-    for (Row row = from; row < to; ++row)
-        if (std::find(codes.begin(), codes.end(), column.codes[row]) != codes.end() && !isDeleted(row))
-            rows.push_back(row);
-}
-
-void TableImage::buildIndex(EqualityIndex& index, const ColumnStore& column) const {
-    index.covered = size();
-    index.starts.assign(column.pool.last() + 2, 0);
-    for (const TextPool::Code code : column.codes)
-        ++index.starts[code + 1];
-    for (std::size_t code = 1; code < index.starts.size(); ++code)
-        index.starts[code] += index.starts[code - 1];
-    index.rows.resize(size());
-    std::vector<Row> next(index.starts.begin(), index.starts.end() - 1);
-    for (Row row = 0; row < size(); ++row)
-        index.rows[next[column.codes[row]]++] = row;
-}
-
 void TableImage::collectEqual(int column, const std::vector<TextPool::Code>& codes, Row limit,
                               std::vector<Row>& rows) const {
-    constexpr Row longestTail = 50'000;
-    const ColumnStore& store = this->column(column);
-    EqualityIndex& index = m_indexes[std::size_t(column)];
-    if (codes.empty())
-        return;
-    // One search is a scan; a column searched again is worth its index.
-    if (index.covered == 0 && ++index.uses < 2)
-        return scanEqual(store, codes, 0, limit, rows);
-    if (index.covered == 0 || size() - index.covered > longestTail)
-        buildIndex(index, store);
-    const auto first = std::ptrdiff_t(rows.size());
-    for (const TextPool::Code code : codes) {
-        if (std::size_t(code) + 1 >= index.starts.size())
-            continue;
-        for (Row at = index.starts[code]; at < index.starts[code + 1]; ++at)
-            if (index.rows[at] < limit && !isDeleted(index.rows[at]))
-                rows.push_back(index.rows[at]);
-    }
-    if (codes.size() > 1)
-        std::sort(rows.begin() + first, rows.end());
-    scanEqual(store, codes, index.covered, limit, rows);
+    m_indexes[std::size_t(column)].collect(this->column(column), codes, limit, m_deleted, rows);
 }
 
 const std::vector<quint32>& TableImage::textRanks(int column) const {
@@ -281,8 +234,7 @@ void TableImage::setCell(Row row, int column, const CellValue& value) {
     ColumnStore& store = m_columns[std::size_t(column)];
     if (store.loaded)
         store.set(row, value);
-    if (row < m_indexes[std::size_t(column)].covered)
-        m_indexes[std::size_t(column)] = {};
+    m_indexes[std::size_t(column)].cellChanged(row);
 }
 
 Statement& TableImage::insertStatement(const CellChanges& cells) {
@@ -327,7 +279,6 @@ Row TableImage::insert(CellChanges stored) {
         if (column == m_serialColumn && !isNull(value))
             m_lastSerial = std::max(m_lastSerial, std::get<qint32>(value));
     }
-    ++m_version;
     return row;
 }
 
@@ -346,7 +297,6 @@ void TableImage::update(Row row, const CellChanges& cells) {
     for (const auto& [column, value] : cells)
         setCell(row, column, value);
     m_readRows.erase(row);
-    ++m_version;
     tell([row](ImageClient& client) { client.rowUpdated(row); });
 }
 
@@ -359,7 +309,6 @@ void TableImage::remove(Row row) {
     tell([row](ImageClient& client) { client.rowAboutToBeDeleted(row); });
     m_deleted[row] = 1;
     ++m_deletedCount;
-    ++m_version;
     tell([row](ImageClient& client) { client.rowDeleted(row); });
 }
 
@@ -372,7 +321,6 @@ void TableImage::discardFrom(Row first) {
         ++m_deletedCount;
         tell([row](ImageClient& client) { client.rowDeleted(row); });
     }
-    ++m_version;
 }
 
 void TableImage::removeAll() {
@@ -380,7 +328,6 @@ void TableImage::removeAll() {
     m_connection->write(QStringLiteral("DELETE FROM %1").arg(quotedName(m_table)));
     std::fill(m_deleted.begin(), m_deleted.end(), char(1));
     m_deletedCount = size();
-    ++m_version;
     tell([](ImageClient& client) { client.allRowsDeleted(); });
 }
 
@@ -403,7 +350,7 @@ std::size_t TableImage::memory() const {
 std::size_t TableImage::indexMemory() const {
     std::size_t total = 0;
     for (const EqualityIndex& index : m_indexes)
-        total += bytes(index.starts) + bytes(index.rows);
+        total += index.memory();
     for (const std::vector<quint32>& ranks : m_ranks)
         total += bytes(ranks);
     return total;

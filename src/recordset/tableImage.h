@@ -1,6 +1,6 @@
 #pragma once
 
-#include "recordset/columnStore.h"
+#include "recordset/equalityIndex.h"
 
 #include <QStringList>
 
@@ -11,9 +11,6 @@
 
 class Connection;
 class Statement;
-
-/// Slot of a row in an image; rows keep their slot for the life of the image.
-using Row = std::uint32_t;
 
 /// Values for columns of a row, by column index.
 using CellChanges = std::vector<std::pair<int, CellValue>>;
@@ -88,22 +85,10 @@ public:
     /// Bytes of the cells in memory; indexes and ranks apart.
     std::size_t memory() const;
     std::size_t indexMemory() const;
-    /// Grows with every change of a row or of the set of rows.
-    quint64 version() const { return m_version; }
 
 private:
-    struct EqualityIndex {
-        int uses = 0;
-        Row covered = 0;         // rows below this slot are in the index
-        std::vector<Row> starts; // by code: where its rows begin in `rows`
-        std::vector<Row> rows;
-    };
-
     void requireWritable() const;
     Statement& insertStatement(const CellChanges& cells);
-    void buildIndex(EqualityIndex& index, const ColumnStore& column) const;
-    void scanEqual(const ColumnStore& column, const std::vector<TextPool::Code>& codes, Row from, Row to,
-                   std::vector<Row>& rows) const;
     void fillColumn(ColumnStore& column, const ColumnStore& loaded, const std::vector<qint64>& rowids) const;
     const CellValue& storedValue(Row row, int column) const;
     void setCell(Row row, int column, const CellValue& value);
@@ -119,7 +104,6 @@ private:
     qint32 m_lastSerial = 0;
     qint64 m_lastRowid = 0;
     bool m_dropped = false;
-    quint64 m_version = 0;
     std::vector<ImageClient*> m_clients;
     mutable std::vector<EqualityIndex> m_indexes;
     mutable std::vector<std::vector<quint32>> m_ranks;

@@ -1,0 +1,73 @@
+#include "recordset/equalityIndex.h"
+
+#include <algorithm>
+
+namespace {
+
+/// As many rows behind the index are scanned before it is worth building anew.
+constexpr std::size_t kLongestTail = 50'000;
+
+template <typename IsWanted>
+void scan(Row from, Row to, const std::vector<char>& deleted, IsWanted&& isWanted, std::vector<Row>& rows) {
+    for (Row row = from; row < to; ++row)
+        if (isWanted(row) && !deleted[row])
+            rows.push_back(row);
+}
+
+void scanEqual(const ColumnStore& column, const std::vector<TextPool::Code>& codes, Row from, Row to,
+               const std::vector<char>& deleted, std::vector<Row>& rows) {
+    // One code is by far the most frequent case, and compared alone it is a plain loop.
+    if (codes.size() == 1)
+        return scan(
+            from, to, deleted, [&, code = codes.front()](Row row) { return column.codes[row] == code; },
+            rows);
+    scan(
+        from, to, deleted,
+        [&](Row row) { return std::find(codes.begin(), codes.end(), column.codes[row]) != codes.end(); },
+        rows);
+}
+
+} // namespace
+
+void EqualityIndex::build(const ColumnStore& column) {
+    m_covered = Row(column.codes.size());
+    m_starts.assign(column.pool.last() + 2, 0);
+    for (const TextPool::Code code : column.codes)
+        ++m_starts[code + 1];
+    for (std::size_t code = 1; code < m_starts.size(); ++code)
+        m_starts[code] += m_starts[code - 1];
+    m_rows.resize(m_covered);
+    std::vector<Row> next(m_starts.begin(), m_starts.end() - 1);
+    for (Row row = 0; row < m_covered; ++row)
+        m_rows[next[column.codes[row]]++] = row;
+}
+
+void EqualityIndex::collect(const ColumnStore& column, const std::vector<TextPool::Code>& codes, Row limit,
+                            const std::vector<char>& deleted, std::vector<Row>& rows) {
+    if (codes.empty())
+        return;
+    if (m_covered == 0 && ++m_uses < 2)
+        return scanEqual(column, codes, 0, limit, deleted, rows);
+    if (m_covered == 0 || column.codes.size() - m_covered > kLongestTail)
+        build(column);
+    const auto first = std::ptrdiff_t(rows.size());
+    for (const TextPool::Code code : codes) {
+        if (std::size_t(code) + 1 >= m_starts.size())
+            continue;
+        for (Row at = m_starts[code]; at < m_starts[code + 1]; ++at)
+            if (m_rows[at] < limit && !deleted[m_rows[at]])
+                rows.push_back(m_rows[at]);
+    }
+    if (codes.size() > 1)
+        std::sort(rows.begin() + first, rows.end());
+    scanEqual(column, codes, m_covered, limit, deleted, rows);
+}
+
+void EqualityIndex::cellChanged(Row row) {
+    if (row < m_covered)
+        *this = {};
+}
+
+std::size_t EqualityIndex::memory() const {
+    return (m_starts.capacity() + m_rows.capacity()) * sizeof(Row);
+}
