@@ -81,7 +81,7 @@ void Recordset::startAfresh() {
     m_filterText.clear();
     m_sortText.clear();
     m_sort.clear();
-    rebuildView();
+    showAllRows();
     goFirst();
     settle();
 }
@@ -172,7 +172,7 @@ void Recordset::Requery() {
         else
             openTable(statement);
         m_filterText.clear();
-        rebuildView();
+        showAllRows();
     } catch (...) {
         Close();
         throw;
@@ -257,10 +257,6 @@ CellValue Recordset::valueAt(int position, int field) const {
     return valueOf(rowAt(position), field);
 }
 
-bool Recordset::isPending(int position, int field) const {
-    return m_edits.find(rowAt(position), imageColumn(field)) != nullptr;
-}
-
 void Recordset::settle() {
     if (m_quiet > 0)
         return;
@@ -311,6 +307,7 @@ void Recordset::allRowsDeleted() {
         if (isNewRow(each))
             fresh.push_back(each);
     m_keyset = {0, fresh};
+    m_judged = 0;
     for (const auto& [each, cells] : std::map(m_edits.rows()))
         if (!isNewRow(each))
             m_edits.drop(each);

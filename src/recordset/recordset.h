@@ -156,7 +156,6 @@ public:
     /// Calls `visit(row)` for every row of the view in order, the fast way for walks over all of them.
     template <typename Visit> void eachRow(Visit&& visit) const { m_view.each(visit); }
     RowId rowAt(int position) const { return m_view.at(m_view.placeAt(RowView::Place(position))); }
-    bool isPending(int position, int field) const;
     /// Makes the row at a position of the view current.
     void moveTo(int position) { setAbsolutePosition(position + 1); }
     const ColumnInfo& fieldInfo(int field) const;
@@ -208,9 +207,11 @@ private:
     // View and position.
     void requireOpen() const;
     RowId requireRow() const;
-    void requireRows() const;
-    void rebuildView();
-    void applySort(std::vector<RowId>& rows);
+    /// Makes these rows the view, in this order.
+    void showRows(std::vector<RowId> rows);
+    void showAllRows();
+    std::vector<RowId> rowsUnderFilter() const;
+    std::vector<RowId> sorted(std::vector<RowId> rows, const std::vector<SortKey>& keys) const;
     std::vector<SortKey> sortKeys(const QString& text) const;
     void goFirst();
     void moveToEnd(bool last);
@@ -247,6 +248,7 @@ private:
     std::vector<int> m_fields; // image column of each field
     quint64 m_opening = 0;
     Keyset m_keyset;
+    std::size_t m_judged = 0; // rows of the keyset behind its prefix that the Filter has seen
     RowView m_view;
     Position m_position;
     QString m_filterText;

@@ -99,7 +99,10 @@ void Recordset::dropNewRow(RowId row) {
     const AddedRow gone = *added;
     m_added.erase(added);
     m_edits.drop(row);
-    std::erase(m_keyset.rows, row);
+    const auto held = std::find(m_keyset.rows.begin(), m_keyset.rows.end(), row);
+    if (held - m_keyset.rows.begin() < std::ptrdiff_t(m_judged))
+        --m_judged;
+    m_keyset.rows.erase(held);
     const auto place = m_view.find(row);
     if (!place)
         return;

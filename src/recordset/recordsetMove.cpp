@@ -167,31 +167,50 @@ QString Recordset::Sort() const {
     return m_sortText;
 }
 
-void Recordset::rebuildView() {
-    std::vector<RowId> rows;
-    if (m_filterText.isEmpty())
-        rows = m_keyset.sequence(*m_image);
-    else
-        rows = Predicate(parseFilter(m_filterText), *m_image, m_fields).select(m_keyset, m_edits);
-    applySort(rows);
+void Recordset::showRows(std::vector<RowId> rows) {
     m_view.assign(std::move(rows));
+    m_judged = m_keyset.rows.size();
     ++m_viewVersion;
     notify([](RecordsetObserver& observer) { observer.viewReset(); });
 }
 
-void Recordset::applySort(std::vector<RowId>& rows) {
-    if (!m_sort.empty())
-        rows = sortedRows(std::move(rows), m_sort, *m_image, m_edits);
+void Recordset::showAllRows() {
+    showRows(sorted(m_keyset.sequence(*m_image), m_sort));
+}
+
+std::vector<RowId> Recordset::sorted(std::vector<RowId> rows, const std::vector<SortKey>& keys) const {
+    return keys.empty() ? rows : sortedRows(std::move(rows), keys, *m_image, m_edits);
 }
 
 void Recordset::setFilter(const QString& text) {
     requireOpen();
-    if (!text.isEmpty())
-        Predicate(parseFilter(text), *m_image, m_fields);
+    std::vector<RowId> rows =
+        text.isEmpty() ? m_keyset.sequence(*m_image)
+                       : Predicate(parseFilter(text), *m_image, m_fields).select(m_keyset, m_edits);
+    rows = sorted(std::move(rows), m_sort);
     m_filterText = text;
-    rebuildView();
+    showRows(std::move(rows));
     goFirst();
     settle();
+}
+
+/// The rows shown, in base order. The Filter is not worked out again, since a changed row keeps its
+/// membership until the next one; only rows added behind the Filter have never been judged by it.
+std::vector<RowId> Recordset::rowsUnderFilter() const {
+    if (m_filterText.isEmpty())
+        return m_keyset.sequence(*m_image);
+    std::vector<RowId> shown;
+    shown.reserve(m_view.size());
+    m_view.each([&shown](RowId row) { shown.push_back(row); });
+    const auto added = m_keyset.rows.begin() + std::ptrdiff_t(m_judged);
+    std::vector<RowId> rows =
+        Keyset{m_keyset.prefix, {m_keyset.rows.begin(), added}}.inBaseOrder(std::move(shown));
+    if (added == m_keyset.rows.end())
+        return rows;
+    const Keyset unjudged{0, {added, m_keyset.rows.end()}};
+    for (const RowId row : Predicate(parseFilter(m_filterText), *m_image, m_fields).select(unjudged, m_edits))
+        rows.push_back(row);
+    return rows;
 }
 
 std::vector<SortKey> Recordset::sortKeys(const QString& text) const {
@@ -207,9 +226,11 @@ std::vector<SortKey> Recordset::sortKeys(const QString& text) const {
 
 void Recordset::setSort(const QString& text) {
     requireOpen();
-    m_sort = sortKeys(text);
+    std::vector<SortKey> keys = sortKeys(text);
+    std::vector<RowId> rows = sorted(rowsUnderFilter(), keys);
+    m_sort = std::move(keys);
     m_sortText = text;
-    rebuildView();
+    showRows(std::move(rows));
     goFirst();
     settle();
 }

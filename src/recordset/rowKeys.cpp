@@ -140,6 +140,21 @@ void stableSort(Order& order, const std::vector<quint64>& keys) {
         });
 }
 
+/// Puts slots below `end`, each there once, in ascending order.
+void ascend(std::vector<RowId>::iterator first, std::vector<RowId>::iterator last, Row end) {
+    constexpr std::size_t few = 16;
+    if (std::is_sorted(first, last))
+        return;
+    if (std::size_t(last - first) * few < end)
+        return std::sort(first, last);
+    // Many of them: marked and counted off, which takes less than comparing.
+    std::vector<char> marks(end, 0);
+    std::for_each(first, last, [&marks](RowId row) { marks[row] = 1; });
+    for (Row row = 0; row < end; ++row)
+        if (marks[row])
+            *first++ = row;
+}
+
 } // namespace
 
 const CellValue* PendingEdits::find(RowId row, int column) const {
@@ -177,6 +192,25 @@ std::vector<RowId> Keyset::sequence(const TableImage& image) const {
         if (isNewRow(row) || !image.isDeleted(row))
             all.push_back(row);
     return all;
+}
+
+std::vector<RowId> Keyset::inBaseOrder(std::vector<RowId> some) const {
+    const auto isSlot = [this](RowId row) { return row < prefix; };
+    if (!std::is_partitioned(some.begin(), some.end(), isSlot))
+        std::stable_partition(some.begin(), some.end(), isSlot);
+    const auto behind = std::partition_point(some.begin(), some.end(), isSlot);
+    ascend(some.begin(), behind, prefix);
+    if (rows.empty()) {
+        some.erase(behind, some.end());
+        return some;
+    }
+    std::vector<RowId> wanted(behind, some.end());
+    std::sort(wanted.begin(), wanted.end());
+    some.erase(behind, some.end());
+    for (const RowId row : rows)
+        if (std::binary_search(wanted.begin(), wanted.end(), row))
+            some.push_back(row);
+    return some;
 }
 
 std::vector<RowId> sortedRows(std::vector<RowId> rows, const std::vector<SortKey>& keys,

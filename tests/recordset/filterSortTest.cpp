@@ -196,6 +196,87 @@ TEST_F(FilterSort, AChangeOfARowNeverMovesItBeforeTheNextAssignment) {
     EXPECT_EQ(column(rs, "数量"), u"2");
 }
 
+TEST_F(FilterSort, ASortReordersTheRowsShownWhateverTheyHaveBecome) {
+    const RecordsetPtr rs = sample();
+    rs->setFilter("客户编号 = '7'");
+    rs->Fields("客户编号").setValue(QStringLiteral("0"));
+    rs->Fields("数量").setValue(9.0);
+    const RecordsetPtr other = open();
+    other->moveTo(1);
+    other->Fields("客户编号").setValue(QStringLiteral("0"));
+    other->Update();
+    other->moveTo(2);
+    other->Fields("客户编号").setValue(QStringLiteral("7"));
+    other->Update();
+    rs->setSort("数量");
+    EXPECT_EQ(column(rs, "数量"), u"2,9");
+    EXPECT_EQ(rs->AbsolutePosition(), 1);
+    rs->setSort("数量 Desc");
+    EXPECT_EQ(column(rs, "数量"), u"9,2");
+    rs->setSort("");
+    EXPECT_EQ(column(rs, "产品编号"), u"p1,p2") << "back in base order";
+    EXPECT_EQ(rs->pendingCount(), 1);
+    rs->setFilter("客户编号 = '7'");
+    EXPECT_EQ(column(rs, "产品编号"), u"p1") << "only a Filter judges anew";
+    EXPECT_EQ(column(rs, "数量"), u"3");
+}
+
+TEST_F(FilterSort, ASortJudgesTheRowsAddedBehindTheFilter) {
+    const RecordsetPtr rs = sample();
+    const auto add = [&rs](const char* customer, double quantity) {
+        rs->AddNew();
+        rs->Fields("客户编号").setValue(QString::fromUtf8(customer));
+        rs->Fields("数量").setValue(quantity);
+    };
+    rs->setFilter("客户编号 = '7'");
+    add("7", 1);
+    rs->Update();
+    add("x", 0);
+    rs->Update();
+    add("y", 0);
+    EXPECT_EQ(column(rs, "数量"), u"-1,2,1,0,0") << "until then they stand at the end in any case";
+    rs->setSort("数量");
+    EXPECT_EQ(column(rs, "数量"), u"-1,1,2");
+    EXPECT_EQ(rs->pendingCount(), 1);
+    rs->CancelBatch();
+    add("z", 0);
+    rs->setSort("");
+    EXPECT_EQ(column(rs, "数量"), u"-1,2,1") << "a hidden row that is cancelled leaves none unjudged";
+    rs->clearFilter();
+    EXPECT_EQ(column(rs, "客户编号"), u"7,7,8,8,9,7,x,z");
+}
+
+TEST_F(FilterSort, AfterASortTheBaseOrderOfManyRowsComesBack) {
+    m_file.connection().execute(
+        "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 1999)"
+        "INSERT INTO t SELECT i % 2, i, i % 3, NULL, (i * 7) % 2000, i FROM n");
+    for (const char* source :
+         {"Select * From t", "Select * From t Where 次数 >= 0", "Select * From t Order By 数量 Desc"}) {
+        const RecordsetPtr rs = m_file.open(QString::fromUtf8(source));
+        for (const char* filter : {"客户编号 = '1'", "次数 < 20", "次数 >= 0"}) {
+            rs->clearFilter();
+            rs->setSort("");
+            rs->setFilter(filter);
+            const QString base = column(rs, "次数");
+            rs->setSort("品名 Desc, 数量 Desc");
+            EXPECT_NE(column(rs, "次数"), base);
+            rs->setSort("");
+            EXPECT_EQ(column(rs, "次数"), base) << source << filter;
+        }
+        rs->setSort("数量");
+        rs->moveTo(5);
+        const QString gone = rs->Fields("次数").text();
+        rs->Delete();
+        rs->setSort("");
+        EXPECT_EQ(rs->RecordCount(), 1999);
+        EXPECT_FALSE(column(rs, "次数").split(u',').contains(gone));
+        rs->AddNew();
+        rs->Fields("次数").setValue(gone.toDouble());
+        rs->Fields("数量").setValue(gone.toDouble() * 7 - 2000 * int(gone.toDouble() * 7 / 2000));
+        rs->Update();
+    }
+}
+
 TEST_F(FilterSort, FilterAndSortUsePendingValues) {
     const RecordsetPtr rs = sample();
     rs->Fields("客户编号").setValue(QStringLiteral("zz"));

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <random>
+#include <set>
 
 namespace {
 
@@ -56,7 +57,7 @@ public:
             if (!row->dead)
                 keyset.push_back(row);
         filter = 0;
-        rebuild();
+        applyFilter();
     }
 
     std::optional<QString> k(const ModelRowPtr& row) const {
@@ -87,11 +88,24 @@ public:
         }
     }
 
-    void rebuild() {
+    void applyFilter() {
+        show([this](const ModelRowPtr& row) { return passes(row); });
+    }
+
+    /// The rows shown stay whatever they have become; only those added since are judged by the filter.
+    void applySort() {
+        const std::set<ModelRowPtr> shown(view.begin(), view.end());
+        show([&](const ModelRowPtr& row) {
+            return unjudged.count(row) ? passes(row) : filter == 0 || shown.count(row) > 0;
+        });
+    }
+
+    template <typename Stands> void show(Stands&& stands) {
         view.clear();
         for (const auto& row : keyset)
-            if (!row->dead && passes(row))
+            if (!row->dead && stands(row))
                 view.push_back(row);
+        unjudged.clear();
         const auto less = [this](const ModelRowPtr& a, const ModelRowPtr& b) {
             const int byKey = compareKeys(k(a), k(b));
             const int byNumber = compareNumbers(n(a), n(b));
@@ -175,6 +189,7 @@ public:
     std::vector<ModelRowPtr> view;
     std::map<ModelRowPtr, ModelEdit> edits;
     std::map<ModelRowPtr, std::pair<ModelRowPtr, At>> added; // new rows -> what was current before
+    std::set<ModelRowPtr> unjudged;                          // added since the last filter or sort
     int filter = 0;
     int sort = 0;
     At at = At::None;
@@ -265,12 +280,12 @@ private:
         case 4:
             pair.model.filter = pick(6);
             pair.real->setFilter(kFilters[pair.model.filter]);
-            pair.model.rebuild();
+            pair.model.applyFilter();
             return "Filter";
         case 5:
             pair.model.sort = pick(4);
             pair.real->setSort(kSorts[pair.model.sort]);
-            pair.model.rebuild();
+            pair.model.applySort();
             return "Sort";
         case 6:
         case 7:
@@ -384,6 +399,7 @@ private:
         model.edits[row] = {};
         model.keyset.push_back(row);
         model.view.push_back(row);
+        model.unjudged.insert(row);
         model.at = At::OnRow;
         model.index = int(model.view.size()) - 1;
         if (pick(3) != 0) {
