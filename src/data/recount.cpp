@@ -146,7 +146,6 @@ void LineSums::add(double linePaid, double lineMargin, double lineQuantity) {
     paid += linePaid;
     margin += lineMargin;
     quantity += lineQuantity;
-    any = true;
 }
 
 double marginRate(const LineSums& sums) {

@@ -12,7 +12,6 @@ struct LineSums {
     double paid = 0;     // 实付, in the currency of the shop
     double margin = 0;   // 差额利润
     double quantity = 0; // 数量
-    bool any = false;    // whether there are lines at all
 
     void add(double linePaid, double lineMargin, double lineQuantity);
 };

@@ -84,10 +84,6 @@ int Statement::columnCount() const {
     return sqlite3_column_count(m_statement);
 }
 
-QString Statement::columnName(int column) const {
-    return QString::fromUtf8(sqlite3_column_name(m_statement, column));
-}
-
 bool Statement::isNull(int column) const {
     return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
 }

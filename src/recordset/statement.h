@@ -31,7 +31,6 @@ public:
     void run();
 
     int columnCount() const;
-    QString columnName(int column) const;
     bool isNull(int column) const;
     qint64 integer(int column) const;
     double number(int column) const;

@@ -215,15 +215,6 @@ void ViewHost::tellNotYet(const QString& caption) {
     m_main.statusBar()->showMessage(QStringLiteral("“%1”还没有做好，以后的版本提供。").arg(caption), 8000);
 }
 
-bool ViewHost::showOrTell(const QString& name, const QString& caption) {
-    if (!knows(name)) {
-        tellNotYet(caption);
-        return false;
-    }
-    show(name);
-    return true;
-}
-
 bool ViewHost::openOrTell(const QString& name, MainWindow main, const QString& caption) {
     if (openWindow(name, main))
         return true;

@@ -67,8 +67,6 @@ public:
 
     /// Tells in the status bar that something is not there yet.
     void tellNotYet(const QString& caption);
-    /// Opens what is registered under the name; what is not there yet changes nothing but the status bar.
-    bool showOrTell(const QString& name, const QString& caption);
 
     Session& session() { return m_session; }
     QMainWindow& mainWindow() { return m_main; }
