@@ -1,6 +1,7 @@
 #include "controls/dataGrid.h"
 
 #include "controls/cellEditor.h"
+#include "controls/csvFile.h"
 #include "controls/prompts.h"
 
 #include <QAction>
@@ -11,7 +12,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <set>
@@ -20,13 +20,6 @@ namespace {
 
 constexpr int kSampledRows = 60;
 constexpr int kWidestColumn = 260;
-
-QString csvCell(const QString& text) {
-    if (!text.contains(u',') && !text.contains(u'"') && !text.contains(u'\n') && !text.contains(u'\r'))
-        return text;
-    QString doubled = text;
-    return u'"' + doubled.replace(u'"', QStringLiteral("\"\"")) + u'"';
-}
 
 } // namespace
 
@@ -233,24 +226,11 @@ QString DataGrid::selectedText() const {
 }
 
 bool DataGrid::exportCsv(const QString& path) const {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    const auto writeLine = [this, &file](auto&& cell) {
-        QStringList cells;
-        for (int column = 0; column < m_model->columnCount(); ++column)
-            if (!isColumnHidden(column))
-                cells << csvCell(cell(column));
-        file.write(cells.join(u',').toUtf8() + "\r\n");
-    };
-    // The byte order mark tells spreadsheets that the text is UTF-8.
-    file.write("\xEF\xBB\xBF");
-    writeLine([this](int column) {
-        return m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-    });
-    for (int row = 0; row < m_model->rowCount(); ++row)
-        writeLine([this, row](int column) { return m_model->index(row, column).data().toString(); });
-    return file.commit();
+    std::vector<int> shown;
+    for (int column = 0; column < m_model->columnCount(); ++column)
+        if (!isColumnHidden(column))
+            shown.push_back(column);
+    return writeCsv(path, *m_model, shown);
 }
 
 void DataGrid::askExport() {
