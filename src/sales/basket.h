@@ -54,7 +54,7 @@ std::optional<QString> text4_check(const QStringList& boxes);
 /// RuntimeError where a column refuses its value, with part of the row assigned.
 void writeRecord5(const RecordsetPtr& basket, const QStringList& boxes, double unitCost);
 
-/// Puts every column of the current basket row back to what the table holds.
+/// Puts every column of the current basket row back to what the table holds. Nothing in the program calls it.
 void reture_OriginalValue(const RecordsetPtr& basket);
 
 /// Empties the basket table, made again if it is missing, and gives a cursor on it. A period copy that lay in

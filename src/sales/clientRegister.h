@@ -45,5 +45,6 @@ bool searchClients(Session& session, const QString& text);
 /// lines.
 void set_date1_date2(Session& session);
 
-/// Reopens the lines cursor on the customer in hand, with a further condition if one is given.
+/// Reopens the lines cursor on the customer in hand, with a further condition if one is given. Nothing in the
+/// program calls it.
 void rs2_Search(Session& session, const QString& condition);

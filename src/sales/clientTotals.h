@@ -15,5 +15,6 @@ void writeClientTotals(const RecordsetPtr& clients, const LineSums& sums, const 
 enum class KeptRate { None, SinglePrecision };
 
 /// Rewrites the three sums of the customer of the current line, over the lines that the shared cursor holds,
-/// which the caller has reduced to his. The customers' filter is cleared, and they stand on him.
+/// which the caller has reduced to his. The customers' filter is cleared, and they stand on him. Nothing in
+/// the program calls it: a settlement writes the figures itself.
 void cost_profit_num(Session& session, KeptRate rate);
