@@ -71,8 +71,7 @@ TEST_F(OrderDeletion, AfterAnOrdersLastLineAllTotalsAreZero) {
 }
 
 TEST_F(OrderDeletion, WithoutAnyCustomerTheStockStays) {
-    books.execute("DELETE FROM clientTable");
-    session().cn.forgetImage("clientTable");
+    books.changeBehind("DELETE FROM clientTable");
     session().openMainCursors();
     book.deleteLine();
     EXPECT_EQ(stock(), u"10.0;3.0");
