@@ -7,10 +7,13 @@
 #include "controls/prompts.h"
 #include "data/schema.h"
 #include "shell/MDIForm1.h"
+#include "shell/version.h"
 
 #include <QTimer>
 
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -56,6 +59,11 @@ int run(ShopApplication& application, const QString& appPath, const QString& dat
 } // namespace
 
 int main(int argc, char** argv) {
+    // Needs no screen and no books.
+    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+        std::puts(qUtf8Printable(programVersion()));
+        return 0;
+    }
     ShopApplication application(argc, argv);
     application.setApplicationName(QStringLiteral("衡商汇"));
     application.setQuitOnLastWindowClosed(false);

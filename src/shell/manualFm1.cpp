@@ -1,9 +1,11 @@
 #include "shell/manualFm1.h"
 
 #include "controls/formParts.h"
+#include "shell/version.h"
 
 #include <QFile>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -32,6 +34,11 @@ manualFm1::manualFm1(const QString& guidePath)
     connect(close, &QPushButton::clicked, this, [this] { finish(); });
     auto* column = new QVBoxLayout(this);
     column->addWidget(frame);
-    column->addWidget(close, 0, Qt::AlignRight);
+    auto* version = new QLabel(programVersion(), this);
+    version->setObjectName(QStringLiteral("version"));
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(version, 1);
+    bottom->addWidget(close);
+    column->addLayout(bottom);
     resize(760, 620);
 }

@@ -2,7 +2,7 @@
 
 #include "shell/view.h"
 
-/// The help window: the user guide from the text file beside the program.
+/// The help window: the user guide from the text file beside the program, and the program's version.
 class manualFm1 : public TopWindow {
     Q_OBJECT
 

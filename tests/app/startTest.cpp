@@ -69,6 +69,18 @@ protected:
     QTemporaryDir folder;
 };
 
+TEST_F(Start, TheVersionIsTheProjectsAndIsSaidWithoutScreenOrBooks) {
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "none such");
+    process.setProcessEnvironment(environment);
+    process.start(program(), {"--version"});
+    ASSERT_TRUE(process.waitForFinished(30'000));
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_EQ(process.readAllStandardOutput(), "衡商汇 " PROJECT_VERSION_TEXT "\n");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 2) << "nothing is written";
+}
+
 TEST_F(Start, WithoutTheFile) {
     expectEnd("文件不存在");
     EXPECT_FALSE(QFile::exists(path()));

@@ -2,10 +2,12 @@
 #include "recordset/error.h"
 #include "shell/menuTree.h"
 #include "shell/toolbarTable.h"
+#include "shell/version.h"
 #include "support/shopWindow.h"
 
 #include <QAction>
 #include <QFile>
+#include <QLabel>
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
@@ -266,6 +268,7 @@ TEST_F(Shell, HelpShowsTheGuideBesideTheMainWindowAndAMissingFileAnEmptyPage) {
     drive->choose("help");
     ASSERT_NE(window("manualFm1"), nullptr);
     EXPECT_EQ(window("manualFm1")->findChild<QTextEdit*>("RichTextBox1")->toPlainText(), u"");
+    EXPECT_EQ(window("manualFm1")->findChild<QLabel*>("version")->text(), programVersion());
     EXPECT_TRUE(main->isEnabled());
     EXPECT_TRUE(main->isVisible());
     Driver(*window("manualFm1")).click("Command1");

@@ -1,0 +1,5 @@
+#include "shell/version.h"
+
+QString programVersion() {
+    return QStringLiteral("衡商汇 " SHOP_VERSION);
+}
