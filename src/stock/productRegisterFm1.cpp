@@ -11,9 +11,8 @@
 #include "recordset/error.h"
 #include "recordset/ignoringErrors.h"
 #include "recordset/textNumber.h"
+#include "stock/gateways.h"
 #include "stock/productRegister.h"
-#include "stock/stockCount.h"
-#include "stock/stockOut.h"
 
 #include <QCoreApplication>
 #include <QGridLayout>
@@ -22,25 +21,6 @@
 #include <QPushButton>
 
 namespace {
-
-/// A button that leads to another view, and what must hold before it goes there.
-struct Gateway {
-    int command;
-    const char16_t* caption;
-    const char16_t* view;
-    bool refusedWhileAdding;
-    bool passesErrors;
-};
-constexpr Gateway kGateways[] = {
-    {9, u"产品销售显示", u"statisticFm2", true, true},
-    {10, u"销售库存显示", u"stockFm1", true, true},
-    {11, u"产品入库显示", u"stock_BankFm1", true, true},
-    {12, u"继续盘点", u"stock_CountFm1", false, true},
-    {13, u"新建盘点库", u"stock_CountFm1", false, true},
-    {14, u"退库", u"stock_ReturnFm1", false, false},
-    {15, u"调拨", u"stock_out_of_BankFm1", false, false},
-    {16, u"报废", u"stock_no_use_BankFm1", false, false},
-};
 
 /// Lets pending window events run without letting the user in.
 void yieldOnce() {
@@ -67,7 +47,7 @@ productRegisterFm1::productRegisterFm1(ViewHost& host, Prompts& prompts)
     for (const auto& [number, caption] : captions)
         m_commands[number] =
             makeButton(QStringLiteral("Command%1").arg(number), QString::fromUtf16(caption), this);
-    for (const Gateway& gateway : kGateways)
+    for (const Gateway& gateway : gateways())
         m_commands[gateway.command] = makeButton(QStringLiteral("Command%1").arg(gateway.command),
                                                  QString::fromUtf16(gateway.caption), this);
     auto* row = new QHBoxLayout(this);
@@ -161,7 +141,7 @@ QLayout* productRegisterFm1::buildFigures() {
 QLayout* productRegisterFm1::buildGateway() {
     auto* grid = new QGridLayout;
     int at = 0;
-    for (const Gateway& gateway : kGateways) {
+    for (const Gateway& gateway : gateways()) {
         grid->addWidget(command(gateway.command), at / 4, at % 4);
         ++at;
     }
@@ -176,7 +156,7 @@ void productRegisterFm1::connectCommands() {
         {8, &productRegisterFm1::addNextProduct}};
     for (const auto& [number, action] : actions)
         connect(command(number), &QPushButton::clicked, this, action);
-    for (const Gateway& gateway : kGateways)
+    for (const Gateway& gateway : gateways())
         connect(command(gateway.command), &QPushButton::clicked, this,
                 [this, number = gateway.command] { openView(number); });
     connect(m_moves, &MoveButtons::pressed, this, &productRegisterFm1::move);
@@ -442,65 +422,22 @@ void productRegisterFm1::bookStock() {
 }
 
 void productRegisterFm1::openView(int number) {
-    for (const Gateway& gateway : kGateways) {
-        if (gateway.command != number)
-            continue;
-        if (gateway.refusedWhileAdding &&
-            refuseWhile(AddingProduct, QStringLiteral("正在添加新产品，不能执行此操作！")))
-            return;
-        const QString view = QString::fromUtf16(gateway.view);
-        if (!m_host.knows(view))
-            return m_host.tellNotYet(QString::fromUtf16(gateway.caption));
-        const auto open = [&] {
-            if (canOpen(number))
-                m_host.show(view);
-        };
-        if (!gateway.passesErrors)
-            return open();
-        IgnoringErrors errors;
-        errors.run(open);
+    const Gateway& gateway = *findGateway(number);
+    if (gateway.refusedWhileAdding &&
+        refuseWhile(AddingProduct, QStringLiteral("正在添加新产品，不能执行此操作！")))
         return;
-    }
-}
-
-bool productRegisterFm1::canOpen(int number) {
-    const RecordsetPtr& products = m_session.productTable;
-    switch (number) {
-    case 9:
-        if (!m_session.buyList->isOpen())
-            return false;
-        m_session.buyList->clearFilter();
-        return m_session.buyList->hasRows();
-    case 10:
-        if (!products->isOpen())
-            return false;
-        products->clearFilter();
-        if (products->hasRows())
+    const QString view = QString::fromUtf16(gateway.view);
+    if (!m_host.knows(view))
+        return m_host.tellNotYet(QString::fromUtf16(gateway.caption));
+    const auto open = [&] {
+        if (!gateway.prepare(m_session, view))
+            return;
+        if (gateway.stopsDisplay)
             displayMode = 2;
-        return products->hasRows();
-    case 11:
-        return m_session.product_Bank->hasRows();
-    case 12:
-        return continueStockCount(m_session);
-    case 13:
-        if (!canCountStock(m_session))
-            return false;
-        newStockCount(m_session);
-        return true;
-    default:
-        return openHistory(number);
-    }
-}
-
-bool productRegisterFm1::openHistory(int number) {
-    if (!m_session.productTable->hasRows())
-        return false;
-    for (const Gateway& gateway : kGateways) {
-        if (gateway.command != number)
-            continue;
-        const StockOut* road = findStockOut(gateway.view);
-        m_session.reopen(m_session.*road->history,
-                         QStringLiteral("Select * From ") + QString::fromUtf16(road->table));
-    }
-    return true;
+        m_host.show(view);
+    };
+    if (!gateway.passesErrors)
+        return open();
+    IgnoringErrors errors;
+    errors.run(open);
 }

@@ -49,8 +49,6 @@ private:
     void addToStock();
     void openView(int number);
     /// Whether what the view behind a button needs is there; makes the table ready for it.
-    bool canOpen(int number);
-    bool openHistory(int number);
 
     // State.
     void startAddingProduct();
