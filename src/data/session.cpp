@@ -98,15 +98,3 @@ void writeCounter(Session& session, const QString& column, double number) {
 QString keyCondition(const QString& column, const QString& key) {
     return column + QStringLiteral(" = '") + quotedInside(key) + u'\'';
 }
-
-QString positionText(const RecordsetPtr& recordset) {
-    if (!recordset->hasRows())
-        return QStringLiteral("0/0");
-    const int count = recordset->RecordCount();
-    int position = recordset->AbsolutePosition();
-    if (recordset->isEOF())
-        position = count;
-    else if (position < 0)
-        position = 1;
-    return QStringLiteral("%1/%2").arg(position).arg(count);
-}

@@ -169,6 +169,3 @@ void writeCounter(Session& session, const QString& column, double number);
 
 /// A condition "column = 'key'" with the key's apostrophes doubled.
 QString keyCondition(const QString& column, const QString& key);
-
-/// "position/count" of a cursor; beyond an end the row of that end; "0/0" without rows or closed.
-QString positionText(const RecordsetPtr& recordset);

@@ -1,9 +1,8 @@
 #include "maintenance/fileInputFm3.h"
 
-#include "controls/dataGrid.h"
 #include "controls/formParts.h"
-#include "controls/moveButtons.h"
 #include "controls/prompts.h"
+#include "controls/recordPane.h"
 #include "recordset/ignoringErrors.h"
 
 #include <QCoreApplication>
@@ -27,12 +26,12 @@ FileInputFm3::FileInputFm3(ImportPlan& plan, ViewHost& host, Prompts& prompts)
     , importSource(sourceRecordset(m_session, plan))
     , m_target(targetRecordset(m_session, plan)) {
     auto* sides = new QHBoxLayout;
-    sides->addWidget(buildSide(QStringLiteral("DataGrid1"), QStringLiteral("Label1"),
-                               QStringLiteral("来源数据"), QStringLiteral("Command1"),
-                               QStringLiteral("Text1"), m_sourceGrid, m_sourceMoves, importSource));
-    sides->addWidget(buildSide(QStringLiteral("DataGrid2"), QStringLiteral("Label2"),
-                               QStringLiteral("目标数据"), QStringLiteral("Command2"),
-                               QStringLiteral("Text2"), m_targetGrid, m_targetMoves, m_target));
+    m_sourceSide = new RecordPane({u"DataGrid1", u"Command1", u"Text1"}, {}, prompts, this);
+    m_targetSide = new RecordPane({u"DataGrid2", u"Command2", u"Text2"}, {}, prompts, this);
+    sides->addLayout(layOutSide(*m_sourceSide, QStringLiteral("Label1"), QStringLiteral("来源数据")), 1);
+    sides->addLayout(layOutSide(*m_targetSide, QStringLiteral("Label2"), QStringLiteral("目标数据")), 1);
+    m_sourceSide->bind(importSource);
+    m_targetSide->bind(m_target);
     m_note = new QWidget(this);
     m_note->setObjectName(QStringLiteral("Picture2"));
     m_noteText = makeLabel(QStringLiteral("Label3"), QStringLiteral("正在整理数据，请等待..."), m_note);
@@ -54,33 +53,22 @@ FileInputFm3::FileInputFm3(ImportPlan& plan, ViewHost& host, Prompts& prompts)
     resize(1100, 560);
 }
 
-QWidget* FileInputFm3::buildSide(const QString& gridName, const QString& labelName, const QString& caption,
-                                 const QString& buttons, const QString& positionName, DataGrid*& grid,
-                                 MoveButtons*& moves, const RecordsetPtr& recordset) {
-    auto* side = new QWidget(this);
-    grid = new DataGrid(m_prompts, side);
-    grid->setObjectName(gridName);
-    moves = new MoveButtons(buttons, positionName, side);
-    auto* column = new QVBoxLayout(side);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(makeLabel(labelName, caption, side));
-    column->addWidget(grid, 1);
-    column->addWidget(moves, 0, Qt::AlignHCenter);
-    grid->bind(recordset, {QStringLiteral("流水号")});
-    connect(moves, &MoveButtons::pressed, this, [this, recordset](int button) {
-        moveInRecordset(recordset, button);
-        showPositions();
-    });
-    grid->setRowHandler([this] {
+QLayout* FileInputFm3::layOutSide(RecordPane& side, const QString& labelName, const QString& caption) {
+    auto* column = new QVBoxLayout;
+    column->addWidget(makeLabel(labelName, caption, this));
+    column->addWidget(side.grid, 1);
+    column->addWidget(side.moves, 0, Qt::AlignHCenter);
+    // While the rows come in, the run itself shows how far it is.
+    side.onRow([this] {
         if (!m_running)
             showPositions();
     });
-    return side;
+    return column;
 }
 
 void FileInputFm3::showPositions() {
-    m_sourceMoves->setPosition(positionText(importSource));
-    m_targetMoves->setPosition(positionText(m_target));
+    m_sourceSide->showPosition();
+    m_targetSide->showPosition();
 }
 
 void FileInputFm3::showEvent(QShowEvent* event) {
@@ -119,8 +107,9 @@ void FileInputFm3::transferRows() {
 
 void FileInputFm3::showStep(const ImportTransfer& transfer) {
     m_progress->setValue(transfer.done());
-    m_sourceMoves->setPosition(QStringLiteral("%1/%2").arg(transfer.done()).arg(importSource->RecordCount()));
-    m_targetMoves->setPosition(QStringLiteral("%1/%1").arg(m_target->RecordCount()));
+    m_sourceSide->moves->setPosition(
+        QStringLiteral("%1/%2").arg(transfer.done()).arg(importSource->RecordCount()));
+    m_targetSide->moves->setPosition(QStringLiteral("%1/%1").arg(m_target->RecordCount()));
 }
 
 void FileInputFm3::tellEnd(const ImportTransfer& transfer) {
@@ -159,8 +148,8 @@ void FileInputFm3::wayOut() {
         m_stop = true;
         return;
     }
-    m_sourceGrid->unbind();
-    m_targetGrid->unbind();
+    m_sourceSide->grid->unbind();
+    m_targetSide->grid->unbind();
     m_plan.rows = {};
     com_return(m_session, *m_plan.target);
     finish();

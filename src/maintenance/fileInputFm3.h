@@ -4,11 +4,10 @@
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
-class DataGrid;
-class MoveButtons;
 class Prompts;
 class QLabel;
 class QProgressBar;
+class RecordPane;
 
 /// Runs an import as soon as it is shown, source and target side by side. While it runs its grids can be
 /// paged; closing it stops the run. The plan gives up its rows when the window closes.
@@ -23,9 +22,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    QWidget* buildSide(const QString& gridName, const QString& labelName, const QString& caption,
-                       const QString& buttons, const QString& positionName, DataGrid*& grid,
-                       MoveButtons*& moves, const RecordsetPtr& recordset);
+    QLayout* layOutSide(RecordPane& side, const QString& labelName, const QString& caption);
     void Com_transfer();
     void transferRows();
     void tellEnd(const ImportTransfer& transfer);
@@ -38,10 +35,8 @@ private:
     Prompts& m_prompts;
     RecordsetPtr importSource;
     RecordsetPtr m_target;
-    DataGrid* m_sourceGrid = nullptr;
-    DataGrid* m_targetGrid = nullptr;
-    MoveButtons* m_sourceMoves = nullptr;
-    MoveButtons* m_targetMoves = nullptr;
+    RecordPane* m_sourceSide = nullptr;
+    RecordPane* m_targetSide = nullptr;
     QWidget* m_note = nullptr;
     QLabel* m_noteText = nullptr;
     QProgressBar* m_progress = nullptr;

@@ -1,9 +1,8 @@
 #include "maintenance/maintainView.h"
 
-#include "controls/dataGrid.h"
 #include "controls/formParts.h"
-#include "controls/moveButtons.h"
 #include "controls/prompts.h"
+#include "controls/recordPane.h"
 #include "data/losses.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
@@ -20,22 +19,18 @@ MaintainView::MaintainView(const MaintainedTable& table, ViewHost& host, Prompts
     , m_host(host)
     , m_session(host.session())
     , m_prompts(prompts) {
-    m_grid = new DataGrid(prompts, this);
-    m_grid->setObjectName(QStringLiteral("DataGrid1"));
-    m_grid->setEditable(true);
-    m_grid->setEmptyText(QStringLiteral("没有记录。"));
-    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
+    m_pane = new RecordPane({}, QStringLiteral("没有记录。"), prompts, this);
+    m_pane->grid->setEditable(true);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addLayout(buildSearch());
-    column->addWidget(m_grid, 1);
+    column->addWidget(m_pane->grid, 1);
     column->addLayout(buildCommands());
-    connect(m_moves, &MoveButtons::pressed, this, [this](int button) {
-        m_grid->commitEditor();
+    m_pane->onMove([this](int button) {
+        m_pane->grid->commitEditor();
         moveInRecordset(cursor(), button);
-        showPosition();
+        m_pane->showPosition();
     });
-    m_grid->setRowHandler([this] { showPosition(); });
     offer(ViewOperation::data_order, [this] { data_order(); });
     offer(ViewOperation::data_whole_show, [this] { data_whole_show(); });
 }
@@ -44,7 +39,7 @@ QPushButton* MaintainView::addCommand(const char16_t* name, const char16_t* capt
                                       void (MaintainView::*action)()) {
     QPushButton* button = makeButton(QString::fromUtf16(name), QString::fromUtf16(caption), this);
     connect(button, &QPushButton::clicked, this, [this, action] {
-        m_grid->commitEditor();
+        m_pane->grid->commitEditor();
         (this->*action)();
     });
     return button;
@@ -66,7 +61,7 @@ QLayout* MaintainView::buildSearch() {
 
 QLayout* MaintainView::buildCommands() {
     auto* row = new QHBoxLayout;
-    row->addWidget(m_moves);
+    row->addWidget(m_pane->moves);
     row->addStretch(1);
     row->addWidget(addCommand(m_table.save, m_table.saveCaption, &MaintainView::save));
     row->addWidget(addCommand(m_table.discard, u"取消修改", &MaintainView::discard));
@@ -76,12 +71,7 @@ QLayout* MaintainView::buildCommands() {
 }
 
 void MaintainView::bind() {
-    m_grid->bind(cursor(), QString::fromUtf16(m_table.hidden).split(u' '));
-    showPosition();
-}
-
-void MaintainView::showPosition() {
-    m_moves->setPosition(positionText(cursor()));
+    m_pane->bind(cursor(), QString::fromUtf16(m_table.hidden).split(u' '));
 }
 
 void MaintainView::activate() {
@@ -93,12 +83,12 @@ void MaintainView::activate() {
 }
 
 void MaintainView::leave() {
-    m_grid->commitEditor();
+    m_pane->grid->commitEditor();
     dropEdits(cursor());
 }
 
 void MaintainView::data_order() {
-    m_grid->commitEditor();
+    m_pane->grid->commitEditor();
     if (!cursor()->hasRows())
         return;
     m_session.orderCode = qint16(m_table.code);
@@ -106,7 +96,7 @@ void MaintainView::data_order() {
 }
 
 void MaintainView::data_whole_show() {
-    m_grid->commitEditor();
+    m_pane->grid->commitEditor();
     if (m_table.readsAfresh)
         m_session.reopen(m_session.*m_table.cursor,
                          QStringLiteral("Select * From ") + QString::fromUtf16(m_table.table));
@@ -152,7 +142,7 @@ void MaintainView::removeRow() {
                                QString::fromUtf16(m_table.questionTitle)))
         return;
     m_table.removeRow(m_session, [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); });
-    showPosition();
+    m_pane->showPosition();
 }
 
 void MaintainView::removeAll() {
@@ -161,5 +151,5 @@ void MaintainView::removeAll() {
                                lossOfTable(m_session.cn, QString::fromUtf16(m_table.table))))
         return;
     removeAllRows(m_session, m_table);
-    showPosition();
+    m_pane->showPosition();
 }

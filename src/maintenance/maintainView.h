@@ -4,11 +4,10 @@
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
-class DataGrid;
-class MoveButtons;
 class Prompts;
 class QLineEdit;
 class QPushButton;
+class RecordPane;
 
 /// The rows of a permanent table, edited in the grid and saved together.
 class MaintainView : public View {
@@ -28,7 +27,6 @@ private:
     QPushButton* addCommand(const char16_t* name, const char16_t* caption, void (MaintainView::*action)());
     const RecordsetPtr& cursor() const { return m_session.*m_table.cursor; }
     void bind();
-    void showPosition();
     void search();
     bool applySearch(const QString& text);
     void save();
@@ -40,7 +38,6 @@ private:
     ViewHost& m_host;
     Session& m_session;
     Prompts& m_prompts;
-    DataGrid* m_grid = nullptr;
-    MoveButtons* m_moves = nullptr;
+    RecordPane* m_pane = nullptr;
     QLineEdit* m_search = nullptr;
 };

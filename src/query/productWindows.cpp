@@ -1,9 +1,8 @@
 #include "query/productWindows.h"
 
-#include "controls/dataGrid.h"
 #include "controls/formParts.h"
-#include "controls/moveButtons.h"
 #include "controls/prompts.h"
+#include "controls/recordPane.h"
 #include "data/sourceTable.h"
 #include "query/queries.h"
 
@@ -27,32 +26,19 @@ ProductWindow::ProductWindow(const QString& name, const QString& caption, ViewHo
     , m_host(host)
     , m_session(host.session())
     , m_prompts(prompts) {
-    m_grid = new DataGrid(prompts, this);
-    m_grid->setObjectName(QStringLiteral("DataGrid1"));
-    m_grid->setEmptyText(QStringLiteral("没有产品。"));
-    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
+    m_pane = new RecordPane({}, QStringLiteral("没有产品。"), prompts, this);
     m_buttons = new QHBoxLayout;
-    m_buttons->addWidget(m_moves);
+    m_buttons->addWidget(m_pane->moves);
     m_buttons->addStretch(1);
     auto* column = new QVBoxLayout(this);
-    column->addWidget(m_grid, 1);
+    column->addWidget(m_pane->grid, 1);
     column->addLayout(m_buttons);
-    connect(m_moves, &MoveButtons::pressed, this, [this](int button) {
-        moveInRecordset(m_session.productTable, button);
-        showPosition();
-    });
-    m_grid->setRowHandler([this] { showPosition(); });
     resize(820, 460);
     rebind();
 }
 
 void ProductWindow::rebind() {
-    m_grid->bind(m_session.productTable, {QStringLiteral("流水号")});
-    showPosition();
-}
-
-void ProductWindow::showPosition() {
-    m_moves->setPosition(positionText(m_session.productTable));
+    m_pane->bind(m_session.productTable);
 }
 
 bool ProductWindow::event(QEvent* event) {
@@ -100,7 +86,7 @@ void listProductFm2::search() {
     const RecordsetPtr& products = m_session.productTable;
     if (!products->isOpen())
         return;
-    const int shown = m_grid->currentIndex().column();
+    const int shown = m_pane->grid->currentIndex().column();
     const QString column = productSearchColumn(shown >= 0 ? products->fieldInfo(shown).name : QString());
     const auto answer =
         m_prompts.input(QStringLiteral("请输入") + column + QStringLiteral("："), QStringLiteral("查询输入"));

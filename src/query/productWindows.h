@@ -3,10 +3,9 @@
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
-class DataGrid;
-class MoveButtons;
 class Prompts;
 class QHBoxLayout;
+class RecordPane;
 
 /// The product list with its position box: what the picker and the list window share.
 class ProductWindow : public Dialog {
@@ -16,14 +15,12 @@ protected:
     ProductWindow(const QString& name, const QString& caption, ViewHost& host, Prompts& prompts);
 
     void rebind();
-    void showPosition();
     bool event(QEvent* event) override;
 
     ViewHost& m_host;
     Session& m_session;
     Prompts& m_prompts;
-    DataGrid* m_grid = nullptr;
-    MoveButtons* m_moves = nullptr;
+    RecordPane* m_pane = nullptr;
     QHBoxLayout* m_buttons = nullptr;
 };
 

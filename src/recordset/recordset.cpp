@@ -341,3 +341,15 @@ void reopen(RecordsetPtr& slot, Connection& connection, const QString& source) {
 void runStatement(Connection& connection, const QString& source) {
     Recordset(connection).Open(source);
 }
+
+QString positionText(const RecordsetPtr& recordset) {
+    if (!recordset->hasRows())
+        return QStringLiteral("0/0");
+    const int count = recordset->RecordCount();
+    int position = recordset->AbsolutePosition();
+    if (recordset->isEOF())
+        position = count;
+    else if (position < 0)
+        position = 1;
+    return QStringLiteral("%1/%2").arg(position).arg(count);
+}

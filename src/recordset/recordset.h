@@ -285,3 +285,6 @@ void reopen(RecordsetPtr& slot, Connection& connection, const QString& source);
 
 /// Runs a statement that gives no rows.
 void runStatement(Connection& connection, const QString& source);
+
+/// "position/count" of a cursor; beyond an end the row of that end; "0/0" without rows or closed.
+QString positionText(const RecordsetPtr& recordset);

@@ -1,10 +1,9 @@
 #include "sales/buyFm1.h"
 
-#include "controls/dataGrid.h"
 #include "controls/formParts.h"
-#include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
+#include "controls/recordPane.h"
 #include "data/losses.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
@@ -44,8 +43,8 @@ buyFm1::buyFm1(Session& session, Prompts& prompts)
 }
 
 buyFm1::~buyFm1() {
-    m_products->grid->unbind();
-    m_basketPanel->grid->unbind();
+    m_products->pane->grid->unbind();
+    m_basketPanel->pane->grid->unbind();
 }
 
 void buyFm1::build() {
@@ -73,17 +72,17 @@ void buyFm1::build() {
 }
 
 void buyFm1::connectProducts() {
-    connect(m_products->grid, &DataGrid::rowChosen, this, &buyFm1::GataGrid1_show);
-    connect(m_products->moves, &MoveButtons::pressed, this, &buyFm1::moveProduct);
+    connect(m_products->pane->grid, &DataGrid::rowChosen, this, &buyFm1::GataGrid1_show);
+    m_products->pane->onMove([this](int button) { moveProduct(button); });
     connect(m_products->find, &QPushButton::clicked, this, &buyFm1::searchProducts);
     connect(m_products->whole, &QPushButton::clicked, this, &buyFm1::showAllProducts);
-    m_products->grid->setRowHandler([this] { showProductPosition(); });
-    m_products->grid->recordsetModel().setOverlay([this](RowId row, int field) -> std::optional<CellValue> {
-        if (m_left.empty() || m_session.productTable->fieldInfo(field).name != u"数量")
-            return std::nullopt;
-        const auto left = m_left.find(row);
-        return left == m_left.end() ? std::nullopt : std::optional<CellValue>(left->second);
-    });
+    m_products->pane->grid->recordsetModel().setOverlay(
+        [this](RowId row, int field) -> std::optional<CellValue> {
+            if (m_left.empty() || m_session.productTable->fieldInfo(field).name != u"数量")
+                return std::nullopt;
+            const auto left = m_left.find(row);
+            return left == m_left.end() ? std::nullopt : std::optional<CellValue>(left->second);
+        });
 }
 
 void buyFm1::connectLine() {
@@ -104,21 +103,20 @@ void buyFm1::connectLine() {
 
 void buyFm1::connectBasket() {
     BasketPanel* panel = m_basketPanel;
-    connect(panel->grid, &DataGrid::rowChosen, this, &buyFm1::chooseBasketRow);
-    connect(panel->grid, &DataGrid::cellEdited, this, &buyFm1::basketEdited);
-    panel->grid->setCellCheck(
+    connect(panel->pane->grid, &DataGrid::rowChosen, this, &buyFm1::chooseBasketRow);
+    connect(panel->pane->grid, &DataGrid::cellEdited, this, &buyFm1::basketEdited);
+    panel->pane->grid->setCellCheck(
         [this](int field, const QString& text) { return basketRowFits(m_session, m_basket, field, text); });
-    connect(panel->moves, &MoveButtons::pressed, this, &buyFm1::moveBasket);
+    panel->pane->onMove([this](int button) { moveBasket(button); });
     connect(panel->save, &QPushButton::clicked, this, &buyFm1::saveBasketEdits);
     connect(panel->remove, &QPushButton::clicked, this, &buyFm1::deleteBasketRow);
     connect(panel->clear, &QPushButton::clicked, this, &buyFm1::clearAll);
     connect(panel->back, &QPushButton::clicked, this, &buyFm1::hideBasket);
-    panel->grid->setRowHandler([this] { showBasketPosition(); });
 }
 
 void buyFm1::open() {
     m_basket = openBasket(m_session);
-    m_basketPanel->grid->bind(m_basket, hiddenColumns());
+    m_basketPanel->pane->bind(m_basket, hiddenColumns());
     m_session.reopen(m_session.productTable, QStringLiteral("Select * From productTable"));
     bindProducts();
     showTotals();
@@ -132,16 +130,7 @@ void buyFm1::open() {
 
 void buyFm1::bindProducts() {
     dropAllLeft();
-    m_products->grid->bind(m_session.productTable, hiddenColumns());
-    showProductPosition();
-}
-
-void buyFm1::showProductPosition() {
-    m_products->moves->setPosition(positionText(m_session.productTable));
-}
-
-void buyFm1::showBasketPosition() {
-    m_basketPanel->moves->setPosition(positionText(m_basket));
+    m_products->pane->bind(m_session.productTable, hiddenColumns());
 }
 
 void buyFm1::moveProduct(int button) {
@@ -178,10 +167,10 @@ void buyFm1::GataGrid1_show() {
             products->MoveFirst();
     }
     if (toNumber(products->Fields(QStringLiteral("数量")).OriginalValue()) <= 0) {
-        showProductPosition();
+        m_products->pane->showPosition();
         return m_prompts.tell(QStringLiteral("该产品已售完！"));
     }
-    showProductPosition();
+    m_products->pane->showPosition();
     giveUpLine();
     m_unitCost = products->Fields(QStringLiteral("成本")).number();
     const QString product = products->Fields(QStringLiteral("产品编号")).text();
@@ -267,7 +256,7 @@ void buyFm1::setLeft(const QString& product, RowId row, double left) {
     m_leftOfLine = product;
     m_left[row] = left;
     m_leftRows[product] = row;
-    m_products->grid->recordsetModel().refreshRow(row);
+    m_products->pane->grid->recordsetModel().refreshRow(row);
 }
 
 void buyFm1::dropLeft(const QString& product) {
@@ -275,7 +264,7 @@ void buyFm1::dropLeft(const QString& product) {
     if (found == m_leftRows.end())
         return;
     m_left.erase(found->second);
-    m_products->grid->recordsetModel().refreshRow(found->second);
+    m_products->pane->grid->recordsetModel().refreshRow(found->second);
     m_leftRows.erase(found);
 }
 
@@ -287,7 +276,7 @@ void buyFm1::dropAllLeft() {
     m_leftOfLine.clear();
     m_left.clear();
     m_leftRows.clear();
-    m_products->grid->recordsetModel().refreshAll();
+    m_products->pane->grid->recordsetModel().refreshAll();
 }
 
 void buyFm1::confirmLine() {
@@ -335,7 +324,7 @@ void buyFm1::chooseBasketRow() {
         return;
     m_lineMode = BasketLine;
     showBasketLine();
-    showBasketPosition();
+    m_basketPanel->pane->showPosition();
 }
 
 void buyFm1::showBasketLine() {
@@ -363,14 +352,14 @@ void buyFm1::basketEdited() {
 }
 
 void buyFm1::saveBasketEdits() {
-    m_basketPanel->grid->commitEditor();
+    m_basketPanel->pane->grid->commitEditor();
     saveBasket(m_session, m_basket);
     showTotals();
     showBought();
 }
 
 void buyFm1::deleteBasketRow() {
-    m_basketPanel->grid->commitEditor();
+    m_basketPanel->pane->grid->commitEditor();
     if (!m_basket->hasRows() || !m_basket->currentRow() ||
         !m_prompts.confirmLoss(QStringLiteral("确认要删除该记录吗？"), lossOfLine(m_basket)))
         return;
@@ -383,7 +372,7 @@ void buyFm1::deleteBasketRow() {
             m_basket->MoveLast();
     }
     dropLeft(product);
-    showBasketPosition();
+    m_basketPanel->pane->showPosition();
     showTotals();
     showBought();
 }
@@ -391,7 +380,7 @@ void buyFm1::deleteBasketRow() {
 void buyFm1::clearAll() {
     clearBasket(m_session, m_basket);
     dropAllLeft();
-    showBasketPosition();
+    m_basketPanel->pane->showPosition();
     showTotals();
     record_Clear3();
     m_lineMode = NoProduct;
@@ -417,13 +406,13 @@ void buyFm1::showBasket() {
     showTotals();
     m_basketPanel->date->setText(m_session.todayText());
     m_basketPanel->order->setText(counterText(m_session.nextOrderNum));
-    showBasketPosition();
-    m_basketPanel->grid->fitColumns();
+    m_basketPanel->pane->showPosition();
+    m_basketPanel->pane->grid->fitColumns();
     m_frames->setCurrentWidget(m_basketPanel);
 }
 
 void buyFm1::hideBasket() {
-    m_basketPanel->grid->commitEditor();
+    m_basketPanel->pane->grid->commitEditor();
     m_frames->setCurrentWidget(m_line);
     if (!m_basket->hasRows() || !m_basket->currentRow())
         return;
@@ -431,7 +420,7 @@ void buyFm1::hideBasket() {
 }
 
 void buyFm1::settleBasket() {
-    m_basketPanel->grid->commitEditor();
+    m_basketPanel->pane->grid->commitEditor();
     if (!canSettle(m_session, m_basket))
         return;
     m_line->bought->clear();
@@ -444,7 +433,7 @@ void buyFm1::settleBasket() {
 }
 
 void buyFm1::wayOut() {
-    m_basketPanel->grid->commitEditor();
+    m_basketPanel->pane->grid->commitEditor();
     if (!m_basket->hasRows())
         return finish();
     const auto answer = m_prompts.askOrLeave(QStringLiteral("选购的产品还没有结帐，结帐吗？"));

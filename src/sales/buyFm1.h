@@ -36,7 +36,6 @@ private:
 
     // Products.
     void bindProducts();
-    void showProductPosition();
     void moveProduct(int button);
     void searchProducts();
     void showAllProducts();
@@ -69,7 +68,6 @@ private:
     void clearAll();
     void showBasket();
     void hideBasket();
-    void showBasketPosition();
     /// Shows the current basket row in the line boxes.
     void showBasketLine();
     void showTotals();

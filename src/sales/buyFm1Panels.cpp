@@ -1,9 +1,8 @@
 #include "sales/buyFm1Panels.h"
 
-#include "controls/dataGrid.h"
 #include "controls/formParts.h"
-#include "controls/moveButtons.h"
 #include "controls/recordBoxes.h"
+#include "controls/recordPane.h"
 #include "sales/basket.h"
 #include "sales/discountTyping.h"
 
@@ -34,25 +33,24 @@ QHBoxLayout* rowOf(std::initializer_list<QWidget*> widgets) {
 
 ProductPanel::ProductPanel(Prompts& prompts, QWidget* parent)
     : QGroupBox(QStringLiteral("销售库存"), parent)
-    , grid(new DataGrid(prompts, this))
-    , moves(new MoveButtons(QStringLiteral("Command6"), QStringLiteral("Text1"), this))
+    , pane(new RecordPane({.moves = u"Command6"},
+                          QStringLiteral("没有产品。\n产品在“产品管理”—“产品登录（入库）”里登录。"), prompts,
+                          this))
     , find(makeButton(QStringLiteral("Command5"), QStringLiteral("查询"), this))
     , whole(makeButton(QStringLiteral("Command10"), QStringLiteral("全库显示"), this)) {
     setObjectName(QStringLiteral("Frame2"));
-    grid->setObjectName(QStringLiteral("DataGrid1"));
-    grid->setEmptyText(QStringLiteral("没有产品。\n产品在“产品管理”—“产品登录（入库）”里登录。"));
     search = makeSearchBox(QStringLiteral("Text3"),
                            QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, this);
-    grid->setChosenByEnter();
+    pane->grid->setChosenByEnter();
     auto* top = new QHBoxLayout;
     top->addWidget(search, 1);
     top->addWidget(find);
     top->addWidget(whole);
     auto* column = new QVBoxLayout(this);
     column->addLayout(top);
-    column->addWidget(grid, 1);
-    column->addWidget(moves, 0, Qt::AlignHCenter);
-    tabThrough(QWidgetList{search, find, whole, grid} + moves->buttons());
+    column->addWidget(pane->grid, 1);
+    column->addWidget(pane->moves, 0, Qt::AlignHCenter);
+    tabThrough(QWidgetList{search, find, whole, pane->grid} + pane->moves->buttons());
 }
 
 LinePanel::LinePanel(QWidget* parent)
@@ -121,8 +119,8 @@ QWidget* LinePanel::buildTotals(int which) {
 
 BasketPanel::BasketPanel(Prompts& prompts, QWidget* parent)
     : QGroupBox(QStringLiteral("购物浏览"), parent)
-    , grid(new DataGrid(prompts, this))
-    , moves(new MoveButtons(QStringLiteral("Command3"), QStringLiteral("Text2"), this))
+    , pane(new RecordPane({u"DataGrid2", u"Command3", u"Text2"},
+                          QStringLiteral("购物表是空的。\n选一种产品，填好数量后按“确认”。"), prompts, this))
     , save(makeButton(QStringLiteral("Command12"), QStringLiteral("保存修改"), this))
     , remove(makeButton(QStringLiteral("Command7"), QStringLiteral("删除"), this))
     , clear(makeButton(QStringLiteral("Command8"), QStringLiteral("清空"), this))
@@ -132,9 +130,7 @@ BasketPanel::BasketPanel(Prompts& prompts, QWidget* parent)
     , date(makeLabel(QStringLiteral("Label17"), {}, this))
     , order(makeLabel(QStringLiteral("Label19"), {}, this)) {
     setObjectName(QStringLiteral("Frame3"));
-    grid->setObjectName(QStringLiteral("DataGrid2"));
-    grid->setEditable(true);
-    grid->setEmptyText(QStringLiteral("购物表是空的。\n选一种产品，填好数量后按“确认”。"));
+    pane->grid->setEditable(true);
     QHBoxLayout* head = rowOf({new QLabel(QStringLiteral("时间："), this), date,
                                new QLabel(QStringLiteral("订单号："), this), order});
     head->insertSpacing(2, 24);
@@ -144,8 +140,8 @@ BasketPanel::BasketPanel(Prompts& prompts, QWidget* parent)
     totals->addStretch(1);
     auto* column = new QVBoxLayout(this);
     column->addLayout(head);
-    column->addWidget(grid, 1);
-    column->addWidget(moves, 0, Qt::AlignHCenter);
+    column->addWidget(pane->grid, 1);
+    column->addWidget(pane->moves, 0, Qt::AlignHCenter);
     column->addLayout(totals);
     column->addLayout(rowOf({save, remove, clear, back}));
 }

@@ -5,14 +5,13 @@
 #include <QGroupBox>
 #include <QWidget>
 
-class DataGrid;
 class DiscountTyping;
-class MoveButtons;
 class Prompts;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class RecordBoxes;
+class RecordPane;
 
 /// The product side of the purchase window: grid, position, search. Widgets alone.
 class ProductPanel : public QGroupBox {
@@ -21,8 +20,7 @@ class ProductPanel : public QGroupBox {
 public:
     ProductPanel(Prompts& prompts, QWidget* parent);
 
-    DataGrid* grid;
-    MoveButtons* moves;
+    RecordPane* pane;
     QLineEdit* search;
     QPushButton* find;
     QPushButton* whole;
@@ -60,8 +58,7 @@ class BasketPanel : public QGroupBox {
 public:
     BasketPanel(Prompts& prompts, QWidget* parent);
 
-    DataGrid* grid;
-    MoveButtons* moves;
+    RecordPane* pane;
     QPushButton* save;
     QPushButton* remove;
     QPushButton* clear;

@@ -1,11 +1,10 @@
 #include "sales/dataInputFm1.h"
 
 #include "controls/blinkingLabel.h"
-#include "controls/dataGrid.h"
 #include "controls/formParts.h"
-#include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
+#include "controls/recordPane.h"
 #include "data/cursorMoves.h"
 #include "data/losses.h"
 #include "recordset/textNumber.h"
@@ -56,8 +55,8 @@ dataInputFm1::dataInputFm1(ViewHost& host, Prompts& prompts)
     row->addWidget(buildGridSide(), 5);
     row->addWidget(buildPanel(), 4);
     connectCommands();
-    tabThrough(QWidgetList{m_search, m_find, m_whole, m_grid} + m_moves->buttons() + m_boxes->widgets() +
-               QWidgetList{m_add, m_save, m_cancel, m_buy, m_delete});
+    tabThrough(QWidgetList{m_search, m_find, m_whole, m_pane->grid} + m_pane->moves->buttons() +
+               m_boxes->widgets() + QWidgetList{m_add, m_save, m_cancel, m_buy, m_delete});
     setFirstFocus(m_search);
 }
 
@@ -65,9 +64,8 @@ QWidget* dataInputFm1::buildGridSide() {
     auto* side = new QWidget(this);
     m_gridFrame = new QGroupBox(QStringLiteral("客户资料"), side);
     m_gridFrame->setObjectName(QStringLiteral("Frame1"));
-    m_grid = new DataGrid(m_prompts, m_gridFrame);
-    m_grid->setObjectName(QStringLiteral("DataGrid1"));
-    m_grid->setEmptyText(QStringLiteral("还没有客户。\n请按“添加新客户”，填好资料后按“保存”。"));
+    m_pane = new RecordPane({}, QStringLiteral("还没有客户。\n请按“添加新客户”，填好资料后按“保存”。"),
+                            m_prompts, side);
     m_find = makeButton(QStringLiteral("Command2"), QStringLiteral("查询"), m_gridFrame);
     m_whole = makeButton(QStringLiteral("Command4"), QStringLiteral("全库显示"), m_gridFrame);
     m_search = makeSearchBox(QStringLiteral("Text2"),
@@ -79,19 +77,18 @@ QWidget* dataInputFm1::buildGridSide() {
     searchRow->addWidget(m_whole);
     auto* inside = new QVBoxLayout(m_gridFrame);
     inside->addLayout(searchRow);
-    inside->addWidget(m_grid);
+    inside->addWidget(m_pane->grid);
     for (const auto& [caption, window] : gridCommands()) {
         auto* action = new QAction(caption, this);
         connect(action, &QAction::triggered, this,
                 [this, name = window, text = caption] { runGridCommand(name, text); });
-        m_grid->addContextAction(action);
+        m_pane->grid->addContextAction(action);
     }
     // The buttons stand outside the frame: while a customer is added they answer instead of being dead.
-    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), side);
     auto* column = new QVBoxLayout(side);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(m_gridFrame, 1);
-    column->addWidget(m_moves, 0, Qt::AlignHCenter);
+    column->addWidget(m_pane->moves, 0, Qt::AlignHCenter);
     return side;
 }
 
@@ -136,7 +133,7 @@ QWidget* dataInputFm1::buildPanel() {
 }
 
 void dataInputFm1::connectCommands() {
-    connect(m_moves, &MoveButtons::pressed, this, &dataInputFm1::move);
+    m_pane->onMove([this](int button) { move(button); });
     connect(m_find, &QPushButton::clicked, this, &dataInputFm1::search);
     connect(m_whole, &QPushButton::clicked, this, &dataInputFm1::showAll);
     connect(m_add, &QPushButton::clicked, this, &dataInputFm1::addNext);
@@ -145,11 +142,11 @@ void dataInputFm1::connectCommands() {
     connect(m_buy, &QPushButton::clicked, this, &dataInputFm1::buy);
     connect(m_delete, &QPushButton::clicked, this, &dataInputFm1::deleteCurrent);
     connect(m_boxes, &RecordBoxes::edited, this, [this] { m_changed = true; });
-    connect(m_grid, &DataGrid::rowChosen, this, [this] {
+    connect(m_pane->grid, &DataGrid::rowChosen, this, [this] {
         rowChosen();
         m_boxes->focus(1);
     });
-    m_grid->setRowHandler([this] { rowChosen(); });
+    m_pane->onRow([this] { rowChosen(); });
 }
 
 void dataInputFm1::load() {
@@ -173,22 +170,18 @@ void dataInputFm1::Fm_Activate_dataInputFm1() {
         return;
     }
     bindGrid();
-    showPosition();
     record_Clear();
     if (m_session.clientTable->hasRows())
         showRecord();
     else
-        m_moves->setPosition(QStringLiteral("0")); // after an activation an empty table reads "0", not "0/0"
+        m_pane->moves->setPosition(
+            QStringLiteral("0")); // after an activation an empty table reads "0", not "0/0"
     set_date1_date2(m_session);
     m_session.viewReturnState = QStringLiteral("Open");
 }
 
 void dataInputFm1::bindGrid() {
-    m_grid->bind(m_session.clientTable, hiddenColumns());
-}
-
-void dataInputFm1::showPosition() {
-    m_moves->setPosition(positionText(m_session.clientTable));
+    m_pane->bind(m_session.clientTable, hiddenColumns());
 }
 
 void dataInputFm1::record_Clear() {
@@ -206,7 +199,7 @@ void dataInputFm1::rowChosen() {
     if (m_adding || m_purchasing || !clients->isOpen())
         return;
     backOntoARow(clients);
-    showPosition();
+    m_pane->showPosition();
     record_Clear();
     if (!clients->hasRows() || !clients->currentRow())
         return;
@@ -238,7 +231,7 @@ void dataInputFm1::search() {
     if (searched) {
         bindGrid();
         record_Clear();
-        showPosition();
+        m_pane->showPosition();
     }
     if (searched && m_session.clientTable->hasRows())
         showRecord();
@@ -249,7 +242,6 @@ void dataInputFm1::search() {
 void dataInputFm1::showAll() {
     m_session.clientTable->clearFilter();
     bindGrid();
-    showPosition();
 }
 
 void dataInputFm1::beginAdding() {
@@ -271,7 +263,7 @@ void dataInputFm1::endAdding() {
 
 void dataInputFm1::saveAdded() {
     addClient(m_session, m_boxes->texts());
-    showPosition();
+    m_pane->showPosition();
 }
 
 void dataInputFm1::addNext() {
@@ -292,7 +284,7 @@ void dataInputFm1::addNext() {
             endAdding();
             record_Clear();
             showRecord();
-            showPosition();
+            m_pane->showPosition();
         }
         return;
     }
@@ -314,7 +306,7 @@ void dataInputFm1::save() {
     endAdding();
     if (showsRow || added)
         showRecord();
-    showPosition();
+    m_pane->showPosition();
 }
 
 void dataInputFm1::cancel() {
@@ -324,7 +316,7 @@ void dataInputFm1::cancel() {
     endAdding();
     if (rows)
         showRecord();
-    showPosition();
+    m_pane->showPosition();
     m_boxes->focus(1);
 }
 
@@ -343,7 +335,6 @@ void dataInputFm1::buy() {
 void dataInputFm1::afterPurchase() {
     m_purchasing = false;
     bindGrid();
-    showPosition();
     const QStringList texts = record_Display(m_session);
     if (!m_changed)
         return m_boxes->setTexts(texts);
@@ -364,5 +355,5 @@ void dataInputFm1::deleteCurrent() {
     record_Clear();
     if (m_session.clientTable->hasRows())
         showRecord();
-    showPosition();
+    m_pane->showPosition();
 }

@@ -4,13 +4,12 @@
 #include "shell/viewHost.h"
 
 class BlinkingLabel;
-class DataGrid;
-class MoveButtons;
 class Prompts;
 class QGroupBox;
 class QLineEdit;
 class QPushButton;
 class RecordBoxes;
+class RecordPane;
 
 /// The customer register: the customer table and one customer in a panel; the way into the purchase.
 class dataInputFm1 : public View {
@@ -47,7 +46,6 @@ private:
     void record_Clear();
     void showRecord();
     void rowChosen();
-    void showPosition();
     void bindGrid();
     void beginAdding();
     void endAdding();
@@ -58,8 +56,7 @@ private:
     ViewHost& m_host;
     Session& m_session;
     Prompts& m_prompts;
-    DataGrid* m_grid = nullptr;
-    MoveButtons* m_moves = nullptr;
+    RecordPane* m_pane = nullptr;
     RecordBoxes* m_boxes = nullptr;
     QLineEdit* m_search = nullptr;
     QGroupBox* m_gridFrame = nullptr;

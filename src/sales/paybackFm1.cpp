@@ -1,10 +1,9 @@
 #include "sales/paybackFm1.h"
 
-#include "controls/dataGrid.h"
 #include "controls/formParts.h"
-#include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
+#include "controls/recordPane.h"
 #include "data/losses.h"
 #include "recordset/textNumber.h"
 #include "sales/discountTyping.h"
@@ -36,18 +35,13 @@ paybackFm1::paybackFm1(ViewHost& host, Prompts& prompts)
     const auto named = [this](const char* name) {
         return findChild<QPushButton*>(QString::fromLatin1(name));
     };
-    tabThrough(QWidgetList{m_search, named("Command6"), m_orders} + m_orderMoves->buttons() +
-               QWidgetList{m_lines} + m_lineMoves->buttons() + m_boxes->widgets() +
+    tabThrough(QWidgetList{m_search, named("Command6"), m_orders->grid} + m_orders->moves->buttons() +
+               QWidgetList{m_lines->grid} + m_lines->moves->buttons() + m_boxes->widgets() +
                QWidgetList{named("Command3"), named("Command4"), named("Command2")});
     setFirstFocus(m_search);
-    connect(m_orders, &DataGrid::rowChosen, this, &paybackFm1::chooseOrder);
-    connect(m_lines, &DataGrid::rowChosen, this, &paybackFm1::chooseLine);
-    m_orders->setRowHandler([this] { m_orderMoves->setPosition(positionText(m_book.orders())); });
-    m_lines->setRowHandler([this] { linesMoved(); });
-    connect(m_orderMoves, &MoveButtons::pressed, this,
-            [this](int button) { moveInRecordset(m_book.orders(), button); });
-    connect(m_lineMoves, &MoveButtons::pressed, this,
-            [this](int button) { moveInRecordset(m_book.lines(), button); });
+    connect(m_orders->grid, &DataGrid::rowChosen, this, &paybackFm1::chooseOrder);
+    connect(m_lines->grid, &DataGrid::rowChosen, this, &paybackFm1::chooseLine);
+    m_lines->onRow([this] { linesMoved(); });
     connect(m_boxes, &RecordBoxes::changed, this, &paybackFm1::boxChanged);
 }
 
@@ -59,11 +53,9 @@ QPushButton* paybackFm1::addButton(const char* name, const QString& caption, voi
 
 QWidget* paybackFm1::buildOrders() {
     auto* side = new QGroupBox(QStringLiteral("购物订单号"), this);
-    m_orders = new DataGrid(m_prompts, side);
-    m_orders->setObjectName(QStringLiteral("DataGrid2"));
-    m_orders->setEmptyText(QStringLiteral("还没有订单。"));
-    m_orders->setChosenByEnter();
-    m_orderMoves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text2"), side);
+    m_orders = new RecordPane({u"DataGrid2", u"Command1", u"Text2"}, QStringLiteral("还没有订单。"),
+                              m_prompts, side);
+    m_orders->grid->setChosenByEnter();
     QPushButton* find = addButton("Command6", QStringLiteral("查询"), &paybackFm1::search);
     m_search = makeSearchBox(QStringLiteral("Text1"), QStringLiteral("输入订单号"), find, side);
     auto* top = new QHBoxLayout;
@@ -71,8 +63,8 @@ QWidget* paybackFm1::buildOrders() {
     top->addWidget(find);
     auto* column = new QVBoxLayout(side);
     column->addLayout(top);
-    column->addWidget(m_orders, 1);
-    column->addWidget(m_orderMoves, 0, Qt::AlignHCenter);
+    column->addWidget(m_orders->grid, 1);
+    column->addWidget(m_orders->moves, 0, Qt::AlignHCenter);
     column->addWidget(addButton("Command2", QStringLiteral("删除整个订单"), &paybackFm1::deleteOrder));
     return side;
 }
@@ -80,19 +72,17 @@ QWidget* paybackFm1::buildOrders() {
 QWidget* paybackFm1::buildLines() {
     auto* side = new QGroupBox(QStringLiteral("订单明细"), this);
     m_order = makeLabel(QStringLiteral("Label3"), QStringLiteral("订单号"), side);
-    m_lines = new DataGrid(m_prompts, side);
-    m_lines->setObjectName(QStringLiteral("DataGrid1"));
-    m_lines->setEmptyText(QStringLiteral("请在左边点一个订单号。"));
-    m_lines->setNothingFoundText(QStringLiteral("请在左边点一个订单号。"));
-    m_lines->setChosenByEnter();
-    m_lineMoves = new MoveButtons(QStringLiteral("Command5"), QStringLiteral("Text5"), side);
+    m_lines = new RecordPane({u"DataGrid1", u"Command5", u"Text5"}, QStringLiteral("请在左边点一个订单号。"),
+                             m_prompts, side);
+    m_lines->grid->setNothingFoundText(QStringLiteral("请在左边点一个订单号。"));
+    m_lines->grid->setChosenByEnter();
     auto* top = new QHBoxLayout;
     top->addWidget(m_order, 1);
     top->addLayout(buildTotals());
     auto* column = new QVBoxLayout(side);
     column->addLayout(top);
-    column->addWidget(m_lines, 1);
-    column->addWidget(m_lineMoves, 0, Qt::AlignHCenter);
+    column->addWidget(m_lines->grid, 1);
+    column->addWidget(m_lines->moves, 0, Qt::AlignHCenter);
     return side;
 }
 
@@ -160,7 +150,7 @@ void paybackFm1::load() {
 void paybackFm1::Fm_Activate_paybackFm1() {
     const QScopedValueRollback filling(fillGuard, qint16(Filling));
     m_book.open();
-    m_orders->bind(m_book.orders());
+    m_orders->bind(m_book.orders(), {});
     bindLines();
     m_search->clear();
     m_boxes->clear();
@@ -176,12 +166,12 @@ void paybackFm1::bindLines() {
 }
 
 void paybackFm1::showPositions() {
-    m_orderMoves->setPosition(positionText(m_book.orders()));
-    m_lineMoves->setPosition(positionText(m_book.lines()));
+    m_orders->showPosition();
+    m_lines->showPosition();
 }
 
 void paybackFm1::linesMoved() {
-    m_lineMoves->setPosition(positionText(m_book.lines()));
+    m_lines->showPosition();
     showLine();
 }
 
@@ -232,7 +222,7 @@ void paybackFm1::search() {
     // The lines are not loaded: the order found is still to be clicked.
     if (!m_book.findOrder(number))
         m_prompts.tell(QStringLiteral("无此订单号！"));
-    m_orderMoves->setPosition(positionText(m_book.orders()));
+    m_orders->showPosition();
 }
 
 void paybackFm1::boxChanged(int index) {

@@ -4,14 +4,13 @@
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
-class DataGrid;
 class DiscountTyping;
-class MoveButtons;
 class Prompts;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class RecordBoxes;
+class RecordPane;
 class UpDown;
 
 /// Changes finished orders: rewrites or deletes a line, deletes an order, and puts the stock right each time.
@@ -61,10 +60,8 @@ private:
     Session& m_session;
     Prompts& m_prompts;
     OrderMaintenance m_book;
-    DataGrid* m_orders = nullptr;
-    DataGrid* m_lines = nullptr;
-    MoveButtons* m_orderMoves = nullptr;
-    MoveButtons* m_lineMoves = nullptr;
+    RecordPane* m_orders = nullptr;
+    RecordPane* m_lines = nullptr;
     RecordBoxes* m_boxes = nullptr;
     DiscountTyping* m_typing = nullptr; // of the discount box
     std::vector<UpDown*> m_steppers;

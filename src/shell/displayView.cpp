@@ -1,8 +1,7 @@
 #include "shell/displayView.h"
 
-#include "controls/dataGrid.h"
 #include "controls/formParts.h"
-#include "controls/moveButtons.h"
+#include "controls/recordPane.h"
 #include "data/sourceTable.h"
 #include "recordset/ignoringErrors.h"
 
@@ -29,11 +28,8 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     , m_host(host)
     , m_session(host.session())
     , m_panel(description.panel ? description.panel(host, prompts) : nullptr) {
-    m_grid = new DataGrid(prompts, this);
-    m_grid->setObjectName(QStringLiteral("DataGrid1"));
-    m_grid->setEmptyText(QString::fromUtf16(description.emptyText));
-    m_grid->setEditable(description.editable);
-    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
+    m_pane = new RecordPane({}, QString::fromUtf16(description.emptyText), prompts, this);
+    m_pane->grid->setEditable(description.editable);
     m_first = makeDateBox(QStringLiteral("Text2"), description.dateValues.first);
     m_last = makeDateBox(QStringLiteral("Text3"), description.dateValues.last);
     auto* dates = new QHBoxLayout;
@@ -43,24 +39,24 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     dates->addWidget(m_last);
     dates->addStretch(1);
     auto* bottom = new QHBoxLayout;
-    bottom->addWidget(m_moves);
+    bottom->addWidget(m_pane->moves);
     bottom->addStretch(1);
     if (m_panel) {
         bottom->addWidget(m_panel);
-        connect(m_panel, &DisplayPanel::commandStarts, m_grid, &DataGrid::commitEditor);
+        connect(m_panel, &DisplayPanel::commandStarts, m_pane->grid, &DataGrid::commitEditor);
     }
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addLayout(dates);
-    column->addWidget(m_grid, 1);
+    column->addWidget(m_pane->grid, 1);
     column->addLayout(bottom);
-    connect(m_moves, &MoveButtons::pressed, this, [this](int button) {
+    m_pane->onMove([this](int button) {
         if (const RecordsetPtr moved = cursor())
             moveInRecordset(moved, button);
-        showPosition();
+        m_pane->showPosition();
     });
-    m_grid->setRowHandler([this] { rowChanged(false); });
-    connect(m_grid, &DataGrid::rowChosen, this, [this] { rowChanged(true); });
+    m_pane->onRow([this] { rowChanged(false); });
+    connect(m_pane->grid, &DataGrid::rowChosen, this, [this] { rowChanged(true); });
     offer(ViewOperation::Time_AA, [this] { Time_AA(); });
     offer(ViewOperation::data_whole_show, [this] { data_whole_show(); });
     offer(ViewOperation::data_order, [this] { data_order(); });
@@ -105,7 +101,7 @@ RecordsetPtr DisplayView::cursor() const {
 }
 
 void DisplayView::leave() {
-    m_grid->commitEditor();
+    m_pane->grid->commitEditor();
     if (m_panel)
         m_panel->left(wholeCursor());
 }
@@ -130,14 +126,14 @@ void DisplayView::activate() {
     m_shown = code;
     {
         const QuietWalk walk(shown);
-        m_grid->bind(shown, QString::fromUtf16(m_description.hidden).split(u' '));
+        m_pane->bind(shown, QString::fromUtf16(m_description.hidden).split(u' '));
         if (m_description.clearsFilter && code == m_description.whole() && shown->isOpen())
             shown->clearFilter();
         showDates(find(code)->dates(m_session, shown));
         if (m_panel)
             m_panel->sourceShown(shown, code);
     }
-    showPosition();
+    m_pane->showPosition();
 }
 
 void DisplayView::showDates(const DateSpan& dates) {
@@ -147,11 +143,6 @@ void DisplayView::showDates(const DateSpan& dates) {
     m_session.*m_description.dateValues.last = dates.last;
 }
 
-void DisplayView::showPosition() {
-    const RecordsetPtr shown = cursor();
-    m_moves->setPosition(shown ? positionText(shown) : QStringLiteral("0/0"));
-}
-
 void DisplayView::rowChanged(bool chosen) {
     // Whatever fails while the row changes is passed over.
     IgnoringErrors errors;
@@ -159,7 +150,7 @@ void DisplayView::rowChanged(bool chosen) {
         if (const RecordsetPtr shown = cursor(); shown && m_panel && shown->isOpen())
             m_panel->rowChanged(shown, chosen);
     });
-    showPosition();
+    m_pane->showPosition();
 }
 
 void DisplayView::setSource(ShowSource code) {
@@ -176,7 +167,7 @@ void DisplayView::Time_AA() {
 }
 
 void DisplayView::data_whole_show() {
-    m_grid->commitEditor();
+    m_pane->grid->commitEditor();
     setSource(m_description.wholeShowCode == ShowSource::None ? m_description.whole()
                                                               : m_description.wholeShowCode);
     const RecordsetPtr& whole = wholeCursor();
@@ -185,11 +176,11 @@ void DisplayView::data_whole_show() {
     whole->clearFilter();
     if (whole->hasRows())
         whole->setSort(QString::fromUtf16(m_description.sort));
-    showPosition();
+    m_pane->showPosition();
 }
 
 void DisplayView::openDialog(const QString& name, qint16 Session::*code, qint16 (*codeOf)(ShowSource)) {
-    m_grid->commitEditor();
+    m_pane->grid->commitEditor();
     const RecordsetPtr shown = cursor();
     if (m_description.family && shown)
         m_session.*m_description.family = m_session.showSource;
@@ -213,7 +204,7 @@ void DisplayView::data_search() {
 }
 
 void DisplayView::data_print() {
-    m_grid->commitEditor();
+    m_pane->grid->commitEditor();
     const RecordsetPtr asked = m_description.asksWholeForRows ? wholeCursor() : cursor();
     if (!asked || !asked->hasRows())
         return;

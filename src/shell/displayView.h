@@ -6,11 +6,10 @@
 
 #include <span>
 
-class DataGrid;
 class DisplayPanel;
-class MoveButtons;
 class Prompts;
 class QLineEdit;
+class RecordPane;
 
 /// Finds the first and the last date that a view of these rows shows; may sort them.
 using DisplayDates = DateSpan (*)(Session& session, const RecordsetPtr& shown);
@@ -122,7 +121,6 @@ private:
     RecordsetPtr cursor() const;
     void setSource(ShowSource code);
     void showDates(const DateSpan& dates);
-    void showPosition();
     void rowChanged(bool chosen);
     /// Opens the search or sort dialog on the view's rows; without any nothing opens.
     void openDialog(const QString& name, qint16 Session::*code, qint16 (*codeOf)(ShowSource));
@@ -131,8 +129,7 @@ private:
     ViewHost& m_host;
     Session& m_session;
     DisplayPanel* m_panel;
-    DataGrid* m_grid = nullptr;
-    MoveButtons* m_moves = nullptr;
+    RecordPane* m_pane = nullptr;
     QLineEdit* m_first = nullptr;
     QLineEdit* m_last = nullptr;
     ShowSource m_shown = ShowSource::None; // whose cursor the grid is bound to

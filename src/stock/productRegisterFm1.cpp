@@ -1,11 +1,10 @@
 #include "stock/productRegisterFm1.h"
 
 #include "controls/blinkingLabel.h"
-#include "controls/dataGrid.h"
 #include "controls/formParts.h"
-#include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
+#include "controls/recordPane.h"
 #include "data/losses.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
@@ -61,7 +60,7 @@ productRegisterFm1::productRegisterFm1(ViewHost& host, Prompts& prompts)
     QWidgetList commands;
     for (const int number : {8, 4, 5, 6, 7, 9, 10, 11, 12, 13, 14, 15, 16})
         commands << command(number);
-    tabThrough(QWidgetList{m_search, command(2), command(3), m_grid} + m_moves->buttons() +
+    tabThrough(QWidgetList{m_search, command(2), command(3), m_pane->grid} + m_pane->moves->buttons() +
                m_boxes->widgets() + commands);
     setFirstFocus(m_search);
 }
@@ -70,12 +69,10 @@ QWidget* productRegisterFm1::buildGridSide() {
     auto* side = new QGroupBox(this);
     QLabel* heading = makeLabel(QStringLiteral("Label2"), QStringLiteral("销售库"), side);
     heading->setFont(boldOf(heading, 1.1));
-    m_grid = new DataGrid(m_prompts, side);
-    m_grid->setObjectName(QStringLiteral("DataGrid1"));
-    m_grid->setEmptyText(QStringLiteral("还没有产品。\n请按“新产品登录”，填好资料后按“保存”。"));
+    m_pane = new RecordPane({}, QStringLiteral("还没有产品。\n请按“新产品登录”，填好资料后按“保存”。"),
+                            m_prompts, side);
     m_search = makeSearchBox(QStringLiteral("Text3"),
                              QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), command(2), side);
-    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), side);
     auto* top = new QHBoxLayout;
     top->addWidget(heading);
     top->addWidget(m_search, 1);
@@ -83,8 +80,8 @@ QWidget* productRegisterFm1::buildGridSide() {
     top->addWidget(command(3));
     auto* column = new QVBoxLayout(side);
     column->addLayout(top);
-    column->addWidget(m_grid, 1);
-    column->addWidget(m_moves, 0, Qt::AlignHCenter);
+    column->addWidget(m_pane->grid, 1);
+    column->addWidget(m_pane->moves, 0, Qt::AlignHCenter);
     return side;
 }
 
@@ -159,13 +156,13 @@ void productRegisterFm1::connectCommands() {
     for (const Gateway& gateway : gateways())
         connect(command(gateway.command), &QPushButton::clicked, this,
                 [this, number = gateway.command] { openView(number); });
-    connect(m_moves, &MoveButtons::pressed, this, &productRegisterFm1::move);
+    m_pane->onMove([this](int button) { move(button); });
     connect(m_boxes, &RecordBoxes::changed, this, [this](int index) {
         changeMark = 2;
         if (index == ProductBox::Quantity && editState == AddingProduct)
             m_figures[1]->setText(trimBlanks(m_boxes->text(index)));
     });
-    m_grid->setRowHandler([this] { rowChanged(); });
+    m_pane->onRow([this] { rowChanged(); });
 }
 
 void productRegisterFm1::load() {
@@ -185,15 +182,11 @@ void productRegisterFm1::activate() {
     showRow();
     Label7_Clear();
     Label7_show();
-    showPosition();
+    m_pane->showPosition();
 }
 
 void productRegisterFm1::bindGrid() {
-    m_grid->bind(m_session.productTable, {QStringLiteral("流水号")});
-}
-
-void productRegisterFm1::showPosition() {
-    m_moves->setPosition(positionText(m_session.productTable));
+    m_pane->bind(m_session.productTable);
 }
 
 void productRegisterFm1::showRow() {
@@ -206,12 +199,12 @@ void productRegisterFm1::rowChanged() {
     if (!products->isOpen() || editState != Browsing || displayMode == 2)
         return;
     if (!products->hasRows())
-        return showPosition();
+        return m_pane->showPosition();
     if (products->isBOF())
         products->MoveFirst();
     else if (products->isEOF())
         products->MoveLast();
-    showPosition();
+    m_pane->showPosition();
     m_boxes->setTexts(clearRecord(m_session));
     showRow();
     Label7_Clear();
@@ -251,10 +244,10 @@ void productRegisterFm1::return_A() {
     m_productFlag->stop();
     m_stockFlag->hide();
     m_steadyTimer.stop();
-    m_moves->setButtonsEnabled(true);
+    m_pane->moves->setButtonsEnabled(true);
     for (const int number : {4, 5, 6, 7, 8})
         command(number)->setEnabled(true);
-    showPosition();
+    m_pane->showPosition();
 }
 
 bool productRegisterFm1::refuseWhile(EditState state, const QString& message) {
@@ -268,7 +261,7 @@ void productRegisterFm1::move(int button) {
     if (refuseWhile(AddingProduct, QStringLiteral("正在添加新产品，不能执行此操作！")))
         return;
     moveInRecordset(m_session.productTable, button);
-    showPosition();
+    m_pane->showPosition();
 }
 
 void productRegisterFm1::search() {
@@ -282,7 +275,7 @@ void productRegisterFm1::search() {
         // The words of the date searches stand here too, whatever the reason.
         return m_prompts.tell(QStringLiteral("日期输入错误，请按 2004-2-1 或 2004-11-21 格式输入！"));
     }
-    showPosition();
+    m_pane->showPosition();
     m_boxes->setTexts(clearRecord(m_session));
     showRow();
     emptyFiguresWithoutRow();
@@ -293,7 +286,7 @@ void productRegisterFm1::showAll() {
         return;
     m_session.productTable->clearFilter();
     bindGrid();
-    showPosition();
+    m_pane->showPosition();
 }
 
 void productRegisterFm1::addNextProduct() {
@@ -303,7 +296,7 @@ void productRegisterFm1::addNextProduct() {
             return;
         if (!written)
             return return_A();
-        showPosition();
+        m_pane->showPosition();
         enterState(Browsing);
     }
     startAddingProduct();
@@ -317,11 +310,11 @@ void productRegisterFm1::startAddingProduct() {
     m_boxes->setText(ProductBox::Date, m_session.todayText());
     m_boxes->setText(ProductBox::Number, counterText(m_session.nextProductNum));
     m_boxes->focus(ProductBox::Name);
-    m_moves->setButtonsEnabled(false);
+    m_pane->moves->setButtonsEnabled(false);
     command(7)->setEnabled(false);
     command(4)->setEnabled(false);
     if (m_session.productTable->hasRows())
-        m_moves->setPosition(QString::number(m_session.productTable->RecordCount()));
+        m_pane->moves->setPosition(QString::number(m_session.productTable->RecordCount()));
     enterState(AddingProduct);
 }
 
@@ -380,7 +373,7 @@ void productRegisterFm1::deleteCurrent() {
     deleteProduct(m_session);
     m_boxes->setTexts(clearRecord(m_session));
     showRow();
-    showPosition();
+    m_pane->showPosition();
     emptyFiguresWithoutRow();
 }
 
@@ -392,7 +385,7 @@ void productRegisterFm1::addToStock() {
     m_heading->setText(QStringLiteral("增加库存"));
     m_boxes->setText(ProductBox::Date, m_session.todayText());
     m_boxes->focus(ProductBox::Name);
-    m_moves->setButtonsEnabled(false);
+    m_pane->moves->setButtonsEnabled(false);
     for (const int number : {4, 5, 6, 7, 8})
         command(number)->setEnabled(false);
     enterState(AddingStock);
@@ -401,7 +394,7 @@ void productRegisterFm1::addToStock() {
         return m_prompts.tell(*fault);
     }
     bookStock();
-    showPosition();
+    m_pane->showPosition();
     return_A();
 }
 

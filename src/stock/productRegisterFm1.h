@@ -8,13 +8,12 @@
 #include <map>
 
 class BlinkingLabel;
-class DataGrid;
-class MoveButtons;
 class Prompts;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class RecordBoxes;
+class RecordPane;
 
 /// Stock-in: the one place where a product is created and its stock raised by hand, and the way to the stock
 /// views.
@@ -55,7 +54,6 @@ private:
     void bookStock();
     void showRow();
     void rowChanged();
-    void showPosition();
     void bindGrid();
     void Label7_show();
     void Label7_Clear();
@@ -70,8 +68,7 @@ private:
     ViewHost& m_host;
     Session& m_session;
     Prompts& m_prompts;
-    DataGrid* m_grid = nullptr;
-    MoveButtons* m_moves = nullptr;
+    RecordPane* m_pane = nullptr;
     RecordBoxes* m_boxes = nullptr;
     QLineEdit* m_search = nullptr;
     QLabel* m_heading = nullptr;

@@ -1,10 +1,9 @@
 #include "stock/stockOutForms.h"
 
-#include "controls/dataGrid.h"
 #include "controls/formParts.h"
-#include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
+#include "controls/recordPane.h"
 #include "data/cursorMoves.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
@@ -35,11 +34,7 @@ StockOutChooser::StockOutChooser(const StockOut& road, ViewHost& host, Prompts& 
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(buildGridSide(), 5);
     row->addWidget(buildPanel(), 3);
-    connect(m_moves, &MoveButtons::pressed, this, [this](int button) {
-        moveInRecordset(m_session.productTable, button);
-        showPosition();
-    });
-    m_grid->setRowHandler([this] { rowChanged(); });
+    m_pane->onRow([this] { rowChanged(); });
     // The date of a movement cannot be chosen: it is always today.
     connect(m_boxes->box(ProductBox::Date), &QLineEdit::textChanged, this, [this](const QString& text) {
         if (const QString today = m_session.todayText(); text != today)
@@ -64,10 +59,7 @@ QLineEdit* StockOutChooser::makeDateBox(const QString& name, QString Session::*s
 
 QWidget* StockOutChooser::buildGridSide() {
     auto* side = new QGroupBox(QStringLiteral("销售库存"), this);
-    m_grid = new DataGrid(m_prompts, side);
-    m_grid->setObjectName(QStringLiteral("DataGrid1"));
-    m_grid->setEmptyText(QStringLiteral("没有库存产品。"));
-    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text5"), side);
+    m_pane = new RecordPane({.position = u"Text5"}, QStringLiteral("没有库存产品。"), m_prompts, side);
     QPushButton* find = addButton("Command2", QStringLiteral("查询"), &StockOutChooser::search);
     m_search = makeSearchBox(QStringLiteral("Text4"),
                              QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, side);
@@ -80,13 +72,13 @@ QWidget* StockOutChooser::buildGridSide() {
     top->addWidget(find);
     top->addWidget(addButton("Command3", QStringLiteral("全库显示"), &StockOutChooser::showAll));
     auto* bottom = new QHBoxLayout;
-    bottom->addWidget(m_moves);
+    bottom->addWidget(m_pane->moves);
     bottom->addStretch(1);
     bottom->addWidget(m_first);
     bottom->addWidget(m_last);
     auto* column = new QVBoxLayout(side);
     column->addLayout(top);
-    column->addWidget(m_grid, 1);
+    column->addWidget(m_pane->grid, 1);
     column->addLayout(bottom);
     return side;
 }
@@ -142,7 +134,7 @@ void StockOutChooser::activate() {
     const RecordsetPtr& products = m_session.productTable;
     {
         const QuietWalk walk(products);
-        m_grid->bind(products, {QStringLiteral("流水号")});
+        m_pane->bind(products);
         showDates();
     }
     rowChanged();
@@ -161,7 +153,7 @@ void StockOutChooser::rowChanged() {
     if (!products->isOpen())
         return;
     backOntoARow(products);
-    showPosition();
+    m_pane->showPosition();
     showProduct();
     showFigures(products->currentRow() ? products->Fields(QStringLiteral("数量")).text()
                                        : QStringLiteral("0"));
@@ -176,10 +168,6 @@ void StockOutChooser::showFigures(const QString& quantity) {
     m_figures[0]->setText(quantity);
     m_figures[1]->setText(QStringLiteral("0"));
     m_figures[2]->setText(quantity);
-}
-
-void StockOutChooser::showPosition() {
-    m_moves->setPosition(positionText(m_session.productTable));
 }
 
 QStringList StockOutChooser::boxes() const {
@@ -214,7 +202,7 @@ void StockOutChooser::search() {
 void StockOutChooser::showAll() {
     if (m_session.productTable->isOpen())
         m_session.productTable->clearFilter();
-    showPosition();
+    m_pane->showPosition();
 }
 
 void StockOutChooser::data_order() {

@@ -4,13 +4,12 @@
 #include "shell/viewHost.h"
 #include "stock/stockOut.h"
 
-class DataGrid;
-class MoveButtons;
 class Prompts;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class RecordBoxes;
+class RecordPane;
 
 /// Shows the sales stock and the current product, and opens the dialog of a movement for it.
 class StockOutChooser : public View {
@@ -40,7 +39,6 @@ private:
     void showFigures(const QString& quantity);
     void showDates();
     void rowChanged();
-    void showPosition();
     void search();
     void showAll();
     void startMovement();
@@ -49,8 +47,7 @@ private:
     ViewHost& m_host;
     Session& m_session;
     Prompts& m_prompts;
-    DataGrid* m_grid = nullptr;
-    MoveButtons* m_moves = nullptr;
+    RecordPane* m_pane = nullptr;
     RecordBoxes* m_boxes = nullptr;
     QLineEdit* m_search = nullptr;
     QLineEdit* m_first = nullptr;

@@ -1,8 +1,7 @@
 #include "stock/stockWindows.h"
 
-#include "controls/dataGrid.h"
 #include "controls/formParts.h"
-#include "controls/moveButtons.h"
+#include "controls/recordPane.h"
 #include "data/cursorMoves.h"
 #include "data/sourceTable.h"
 #include "stock/stockDisplay.h"
@@ -17,13 +16,6 @@
 
 namespace {
 
-DataGrid* makeGrid(Prompts& prompts, QWidget* parent, const QString& emptyText) {
-    auto* grid = new DataGrid(prompts, parent);
-    grid->setObjectName(QStringLiteral("DataGrid1"));
-    grid->setEmptyText(emptyText);
-    return grid;
-}
-
 QLineEdit* makeReadOnlyBox(const QString& name, const QString& toolTip, QWidget* parent) {
     QLineEdit* box = makeShownBox(name, toolTip, parent);
     box->setReadOnly(true);
@@ -36,23 +28,16 @@ StockFm2::StockFm2(ViewHost& host, Prompts& prompts)
     : View(QStringLiteral("StockFm2"), QStringLiteral("底于库存安全数的商品"))
     , m_host(host)
     , m_session(host.session()) {
-    m_grid = makeGrid(prompts, this, QStringLiteral("没有需要补充库存的产品。"));
-    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
+    m_pane = new RecordPane({}, QStringLiteral("没有需要补充库存的产品。"), prompts, this);
     m_threshold = makeReadOnlyBox(QStringLiteral("Text4"), QStringLiteral("库存安全数"), this);
     auto* more = makeButton(QStringLiteral("Command3(0)"), QStringLiteral("库存安全数加"), this);
     auto* less = makeButton(QStringLiteral("Command3(1)"), QStringLiteral("减"), this);
     connect(more, &QPushButton::clicked, this, [this] { changeThreshold(1); });
     connect(less, &QPushButton::clicked, this, [this] { changeThreshold(-1); });
-    connect(m_moves, &MoveButtons::pressed, this, [this](int button) {
-        if (const RecordsetPtr shown = cursor())
-            moveInRecordset(shown, button);
-        showPosition();
-    });
-    m_grid->setRowHandler([this] { showPosition(); });
     QLabel* heading = makeLabel(QStringLiteral("Label1"), QStringLiteral("需 补 充 库 存 产 品 清 单"), this);
     heading->setAlignment(Qt::AlignCenter);
     auto* bottom = new QHBoxLayout;
-    bottom->addWidget(m_moves);
+    bottom->addWidget(m_pane->moves);
     bottom->addStretch(1);
     bottom->addWidget(new QLabel(QStringLiteral("库存安全数"), this));
     bottom->addWidget(m_threshold);
@@ -61,7 +46,7 @@ StockFm2::StockFm2(ViewHost& host, Prompts& prompts)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(heading);
-    column->addWidget(m_grid, 1);
+    column->addWidget(m_pane->grid, 1);
     column->addLayout(bottom);
     offer(ViewOperation::data_print, [this] { data_print(); });
 }
@@ -83,13 +68,7 @@ void StockFm2::activate() {
     m_shown = m_session.showSource;
     if (shown->isOpen())
         filterShortfall(m_session, shown);
-    m_grid->bind(shown, {QStringLiteral("流水号")});
-    showPosition();
-}
-
-void StockFm2::showPosition() {
-    const RecordsetPtr shown = cursor();
-    m_moves->setPosition(shown ? positionText(shown) : QStringLiteral("0/0"));
+    m_pane->bind(shown);
 }
 
 void StockFm2::changeThreshold(int by) {
@@ -146,25 +125,20 @@ statisticFm4::statisticFm4(ViewHost& host, Prompts& prompts)
     : TopWindow(QStringLiteral("statisticFm4"), QStringLiteral("库存统计"))
     , m_host(host)
     , m_session(host.session()) {
-    m_grid = makeGrid(prompts, this, QStringLiteral("没有库存。"));
-    m_moves = new MoveButtons(QStringLiteral("Command1"), QStringLiteral("Text1"), this);
+    m_pane = new RecordPane({}, QStringLiteral("没有库存。"), prompts, this);
     m_first = makeReadOnlyBox(QStringLiteral("Text2"), QStringLiteral("时间显示"), this);
     m_last = makeReadOnlyBox(QStringLiteral("Text3"), QStringLiteral("时间显示"), this);
     m_sums = new StockSumsBox(this);
     auto* bottom = new QHBoxLayout;
-    bottom->addWidget(m_moves);
+    bottom->addWidget(m_pane->moves);
     bottom->addStretch(1);
     bottom->addWidget(m_sums);
     auto* column = new QVBoxLayout(this);
     column->addLayout(buildToolbar());
-    column->addWidget(m_grid, 1);
+    column->addWidget(m_pane->grid, 1);
     column->addLayout(bottom);
-    connect(m_moves, &MoveButtons::pressed, this, [this](int button) {
-        moveInRecordset(m_session.productTable, button);
-        showPosition();
-    });
-    m_grid->setRowHandler([this] {
-        showPosition();
+    m_pane->onRow([this] {
+        m_pane->showPosition();
         m_sums->follow(m_session.productTable);
     });
     resize(980, 560);
@@ -208,13 +182,9 @@ void statisticFm4::Fm_Activate_statisticFm4() {
         m_first->setText(m_session.periodStart);
         m_last->setText(m_session.periodEnd);
     }
-    m_grid->bind(products, {QStringLiteral("流水号")});
+    m_pane->bind(products);
     m_sums->count(products);
-    showPosition();
-}
-
-void statisticFm4::showPosition() {
-    m_moves->setPosition(positionText(m_session.productTable));
+    m_pane->showPosition();
 }
 
 void statisticFm4::select_time() {

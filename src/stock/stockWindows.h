@@ -4,12 +4,11 @@
 #include "shell/viewHost.h"
 #include "stock/stockDisplay.h"
 
-class DataGrid;
-class MoveButtons;
 class Prompts;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class RecordPane;
 class StockSumsBox;
 
 /// The products at or below the safety stock.
@@ -27,12 +26,10 @@ public:
 private:
     RecordsetPtr cursor() const;
     void changeThreshold(int by);
-    void showPosition();
 
     ViewHost& m_host;
     Session& m_session;
-    DataGrid* m_grid = nullptr;
-    MoveButtons* m_moves = nullptr;
+    RecordPane* m_pane = nullptr;
     QLineEdit* m_threshold = nullptr;
     ShowSource m_shown = ShowSource::None;
 };
@@ -76,12 +73,10 @@ private:
     void select_time();
     void whole_show();
     void print();
-    void showPosition();
 
     ViewHost& m_host;
     Session& m_session;
-    DataGrid* m_grid = nullptr;
-    MoveButtons* m_moves = nullptr;
+    RecordPane* m_pane = nullptr;
     QLineEdit* m_first = nullptr;
     QLineEdit* m_last = nullptr;
     StockSumsBox* m_sums = nullptr;
