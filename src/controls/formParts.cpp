@@ -22,6 +22,21 @@ QLabel* makeLabel(const QString& name, const QString& text, QWidget* parent) {
     return label;
 }
 
+QLabel* makeFigure(const QString& name, const QString& meaning, QWidget* parent) {
+    QLabel* figure = makeLabel(name, QStringLiteral("0"), parent);
+    figure->setAccessibleName(meaning);
+    figure->setFont(boldOf(figure));
+    figure->setMinimumWidth(figure->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
+    return figure;
+}
+
+QFont boldOf(const QWidget* widget, qreal scale) {
+    QFont font = widget->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * scale);
+    return font;
+}
+
 QLineEdit* makeSearchBox(const QString& name, const QString& toolTip, QPushButton* button, QWidget* parent) {
     auto* box = new RecordBox(parent);
     box->setObjectName(name);

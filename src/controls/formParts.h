@@ -17,6 +17,12 @@ QPushButton* makeButton(const QString& name, const QString& caption, QWidget* pa
 /// A label with its object name and text.
 QLabel* makeLabel(const QString& name, const QString& text, QWidget* parent);
 
+/// A bold figure, "0" at first; its meaning is its accessible name.
+QLabel* makeFigure(const QString& name, const QString& meaning, QWidget* parent);
+
+/// The widget's font in bold, larger by a factor.
+QFont boldOf(const QWidget* widget, qreal scale = 1);
+
 /// A search box with its tool tip, whose Enter presses `button`.
 QLineEdit* makeSearchBox(const QString& name, const QString& toolTip, QPushButton* button, QWidget* parent);
 

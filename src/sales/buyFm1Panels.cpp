@@ -12,16 +12,6 @@
 
 namespace {
 
-QLabel* makeFigure(const QString& name, const QString& meaning, QWidget* parent) {
-    QLabel* figure = makeLabel(name, QStringLiteral("0"), parent);
-    figure->setAccessibleName(meaning);
-    figure->setMinimumWidth(72);
-    QFont font = figure->font();
-    font.setBold(true);
-    figure->setFont(font);
-    return figure;
-}
-
 QHBoxLayout* rowOf(std::initializer_list<QWidget*> widgets) {
     auto* row = new QHBoxLayout;
     for (QWidget* widget : widgets)

@@ -88,18 +88,11 @@ QWidget* paybackFm1::buildLines() {
 
 QLayout* paybackFm1::buildTotals() {
     auto* row = new QHBoxLayout;
-    m_quantity = makeLabel(QStringLiteral("Label5"), QStringLiteral("0"), this);
-    m_paid = makeLabel(QStringLiteral("Label7"), QStringLiteral("0"), this);
-    const std::pair<QString, QLabel*> figures[] = {{QStringLiteral("总件数："), m_quantity},
-                                                   {QStringLiteral("总金额："), m_paid}};
-    for (const auto& [caption, label] : figures) {
-        QFont bold = label->font();
-        bold.setBold(true);
-        label->setFont(bold);
-        label->setAccessibleName(caption);
-        label->setMinimumWidth(80);
-        row->addWidget(new QLabel(caption, this));
-        row->addWidget(label);
+    m_quantity = makeFigure(QStringLiteral("Label5"), QStringLiteral("总件数"), this);
+    m_paid = makeFigure(QStringLiteral("Label7"), QStringLiteral("总金额"), this);
+    for (QLabel* figure : {m_quantity, m_paid}) {
+        row->addWidget(new QLabel(figure->accessibleName() + u'：', this));
+        row->addWidget(figure);
     }
     return row;
 }

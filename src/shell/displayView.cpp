@@ -6,8 +6,6 @@
 #include "recordset/ignoringErrors.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
 
 DateSpan datesOfRows(Session& /*session*/, const RecordsetPtr& shown) {
     static const QString noDate = QStringLiteral("0000-0-0");
@@ -30,14 +28,8 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     , m_panel(description.panel ? description.panel(host, prompts) : nullptr) {
     m_pane = new RecordPane({}, QString::fromUtf16(description.emptyText), prompts, this);
     m_pane->grid->setEditable(description.editable);
-    m_first = makeDateBox(QStringLiteral("Text2"), description.dateValues.first);
-    m_last = makeDateBox(QStringLiteral("Text3"), description.dateValues.last);
-    auto* dates = new QHBoxLayout;
-    dates->addWidget(new QLabel(QStringLiteral("时间："), this));
-    dates->addWidget(m_first);
-    dates->addWidget(new QLabel(QStringLiteral("/"), this));
-    dates->addWidget(m_last);
-    dates->addStretch(1);
+    m_dates = new DateBoxes(QStringLiteral("Text2"), QStringLiteral("Text3"), m_session,
+                            description.dateValues, this);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_pane->moves);
     bottom->addStretch(1);
@@ -47,7 +39,7 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     }
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->addLayout(dates);
+    column->addWidget(m_dates, 0, Qt::AlignLeft);
     column->addWidget(m_pane->grid, 1);
     column->addLayout(bottom);
     m_pane->onMove([this](int button) {
@@ -62,13 +54,6 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     offer(ViewOperation::data_order, [this] { data_order(); });
     offer(ViewOperation::data_search, [this] { data_search(); });
     offer(ViewOperation::data_print, [this] { data_print(); });
-}
-
-QLineEdit* DisplayView::makeDateBox(const QString& name, QString Session::*shown) {
-    QLineEdit* box = makeShownBox(name, QStringLiteral("时间显示"), this);
-    connect(box, &QLineEdit::textChanged, this,
-            [this, shown](const QString& text) { m_session.*shown = text; });
-    return box;
 }
 
 ShowSource DisplayView::source() const {
@@ -129,18 +114,11 @@ void DisplayView::activate() {
         m_pane->bind(shown, QString::fromUtf16(m_description.hidden).split(u' '));
         if (m_description.clearsFilter && code == m_description.whole() && shown->isOpen())
             shown->clearFilter();
-        showDates(find(code)->dates(m_session, shown));
+        m_dates->setDates(find(code)->dates(m_session, shown));
         if (m_panel)
             m_panel->sourceShown(shown, code);
     }
     m_pane->showPosition();
-}
-
-void DisplayView::showDates(const DateSpan& dates) {
-    m_first->setText(dates.first);
-    m_last->setText(dates.last);
-    m_session.*m_description.dateValues.first = dates.first;
-    m_session.*m_description.dateValues.last = dates.last;
 }
 
 void DisplayView::rowChanged(bool chosen) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/cursorMoves.h"
+#include "shell/dateBoxes.h"
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
@@ -8,7 +8,6 @@
 
 class DisplayPanel;
 class Prompts;
-class QLineEdit;
 class RecordPane;
 
 /// Finds the first and the last date that a view of these rows shows; may sort them.
@@ -27,14 +26,6 @@ struct DisplaySource {
     const char16_t* report; // its window, empty where it has none
     DisplayDates dates;
 };
-
-/// The two process values that a view's date boxes set.
-struct DisplayDateValues {
-    QString Session::*first;
-    QString Session::*last;
-};
-inline constexpr DisplayDateValues kStockDates{&Session::displayDate1, &Session::displayDate2};
-inline constexpr DisplayDateValues kPeriodDates{&Session::periodDate1, &Session::periodDate2};
 
 /// What one display view shows, and in what the members of the family differ.
 struct DisplayDescription {
@@ -110,7 +101,6 @@ public:
     void data_print();
 
 private:
-    QLineEdit* makeDateBox(const QString& name, QString Session::*shown);
     /// The code of the source that the view acts by, one of its own or not.
     ShowSource present() const;
     /// The source of a code, null where it is none of this view's.
@@ -120,7 +110,6 @@ private:
     /// The cursor of the present source; null where it is none of this view's.
     RecordsetPtr cursor() const;
     void setSource(ShowSource code);
-    void showDates(const DateSpan& dates);
     void rowChanged(bool chosen);
     /// Opens the search or sort dialog on the view's rows; without any nothing opens.
     void openDialog(const QString& name, qint16 Session::*code, qint16 (*codeOf)(ShowSource));
@@ -130,8 +119,7 @@ private:
     Session& m_session;
     DisplayPanel* m_panel;
     RecordPane* m_pane = nullptr;
-    QLineEdit* m_first = nullptr;
-    QLineEdit* m_last = nullptr;
+    DateBoxes* m_dates = nullptr;
     ShowSource m_shown = ShowSource::None; // whose cursor the grid is bound to
 };
 

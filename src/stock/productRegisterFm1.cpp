@@ -26,13 +26,6 @@ void yieldOnce() {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
-QFont boldOf(const QWidget* widget, qreal scale) {
-    QFont font = widget->font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * scale);
-    return font;
-}
-
 } // namespace
 
 productRegisterFm1::productRegisterFm1(ViewHost& host, Prompts& prompts)
@@ -124,9 +117,8 @@ QLayout* productRegisterFm1::buildFigures() {
     auto* grid = new QGridLayout;
     for (int i = 0; i < 3; ++i) {
         QLabel* caption = makeLabel(QStringLiteral("Label6(%1)").arg(i), captions[i], this);
-        m_figures[i] = makeLabel(QStringLiteral("Label7(%1)").arg(i), QStringLiteral("0"), this);
-        m_figures[i]->setFont(boldOf(m_figures[i], 1.2));
-        m_figures[i]->setAccessibleName(captions[i]);
+        m_figures[i] = makeFigure(QStringLiteral("Label7(%1)").arg(i), captions[i], this);
+        m_figures[i]->setFont(boldOf(this, 1.2));
         caption->setAlignment(Qt::AlignCenter);
         m_figures[i]->setAlignment(Qt::AlignCenter);
         grid->addWidget(caption, 0, i);

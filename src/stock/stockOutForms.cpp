@@ -8,6 +8,7 @@
 #include "data/searchTexts.h"
 #include "recordset/error.h"
 #include "recordset/textNumber.h"
+#include "shell/displayView.h"
 #include "stock/productRegister.h"
 
 #include <QGridLayout>
@@ -50,13 +51,6 @@ QPushButton* StockOutChooser::addButton(const char* name, const QString& caption
     return button;
 }
 
-QLineEdit* StockOutChooser::makeDateBox(const QString& name, QString Session::*shown) {
-    QLineEdit* box = makeShownBox(name, QStringLiteral("时间显示"), this);
-    connect(box, &QLineEdit::textChanged, this,
-            [this, shown](const QString& text) { m_session.*shown = text; });
-    return box;
-}
-
 QWidget* StockOutChooser::buildGridSide() {
     auto* side = new QGroupBox(QStringLiteral("销售库存"), this);
     m_pane = new RecordPane({.position = u"Text5"}, QStringLiteral("没有库存产品。"), m_prompts, side);
@@ -64,8 +58,7 @@ QWidget* StockOutChooser::buildGridSide() {
     m_search = makeSearchBox(QStringLiteral("Text4"),
                              QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, side);
     setFirstFocus(m_search);
-    m_first = makeDateBox(QStringLiteral("Text1"), &Session::displayDate1);
-    m_last = makeDateBox(QStringLiteral("Text3"), &Session::displayDate2);
+    m_dates = new DateBoxes(QStringLiteral("Text1"), QStringLiteral("Text3"), m_session, kStockDates, side);
     auto* top = new QHBoxLayout;
     top->addWidget(new QLabel(QStringLiteral("产品查询"), side));
     top->addWidget(m_search, 1);
@@ -74,8 +67,7 @@ QWidget* StockOutChooser::buildGridSide() {
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_pane->moves);
     bottom->addStretch(1);
-    bottom->addWidget(m_first);
-    bottom->addWidget(m_last);
+    bottom->addWidget(m_dates);
     auto* column = new QVBoxLayout(side);
     column->addLayout(top);
     column->addWidget(m_pane->grid, 1);
@@ -94,12 +86,8 @@ QWidget* StockOutChooser::buildPanel() {
     m_boxes->layOut(boxes, 1);
     auto* grid = new QGridLayout;
     for (int i = 0; i < 3; ++i) {
-        m_figures[i] = makeLabel(QStringLiteral("Label7(%1)").arg(i), QStringLiteral("0"), panel);
-        m_figures[i]->setAccessibleName(figures[i]);
+        m_figures[i] = makeFigure(QStringLiteral("Label7(%1)").arg(i), figures[i], panel);
         m_figures[i]->setAlignment(Qt::AlignCenter);
-        QFont bold = m_figures[i]->font();
-        bold.setBold(true);
-        m_figures[i]->setFont(bold);
         QLabel* caption = makeLabel(QStringLiteral("Label6(%1)").arg(i), figures[i], panel);
         caption->setAlignment(Qt::AlignCenter);
         grid->addWidget(caption, 0, i);
@@ -120,8 +108,6 @@ void StockOutChooser::load() {
         m_session.reopen(history, QStringLiteral("Select * From ") + QString::fromUtf16(m_road.table));
     if (m_session.productTable->isOpen())
         m_session.productTable->clearFilter();
-    m_first->clear();
-    m_last->clear();
     m_search->clear();
     m_boxes->setTexts(clearChoice());
     showFigures(QStringLiteral("0"));
@@ -135,17 +121,9 @@ void StockOutChooser::activate() {
     {
         const QuietWalk walk(products);
         m_pane->bind(products);
-        showDates();
+        m_dates->setDates(datesOfRows(m_session, products));
     }
     rowChanged();
-}
-
-void StockOutChooser::showDates() {
-    const RecordsetPtr& products = m_session.productTable;
-    const QString noDate = QStringLiteral("0000-0-0");
-    const DateSpan dates = products->hasRows() ? sortByDate(products) : DateSpan{noDate, noDate};
-    m_first->setText(dates.first);
-    m_last->setText(dates.last);
 }
 
 void StockOutChooser::rowChanged() {

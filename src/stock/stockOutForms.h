@@ -4,6 +4,7 @@
 #include "shell/viewHost.h"
 #include "stock/stockOut.h"
 
+class DateBoxes;
 class Prompts;
 class QLabel;
 class QLineEdit;
@@ -33,11 +34,9 @@ public:
 private:
     QWidget* buildGridSide();
     QWidget* buildPanel();
-    QLineEdit* makeDateBox(const QString& name, QString Session::*shown);
     QPushButton* addButton(const char* name, const QString& caption, void (StockOutChooser::*action)());
     void showProduct();
     void showFigures(const QString& quantity);
-    void showDates();
     void rowChanged();
     void search();
     void showAll();
@@ -50,8 +49,7 @@ private:
     RecordPane* m_pane = nullptr;
     RecordBoxes* m_boxes = nullptr;
     QLineEdit* m_search = nullptr;
-    QLineEdit* m_first = nullptr;
-    QLineEdit* m_last = nullptr;
+    DateBoxes* m_dates = nullptr;
     QLabel* m_figures[3] = {};
 };
 

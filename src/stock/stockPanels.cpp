@@ -15,21 +15,15 @@
 #include <QStatusBar>
 
 StockSumsBox::StockSumsBox(QWidget* parent)
-    : QWidget(parent) {
-    m_value = makeLabel(QStringLiteral("Label5"), QStringLiteral("0"), this);
-    m_quantity = makeLabel(QStringLiteral("Label7"), QStringLiteral("0"), this);
+    : QWidget(parent)
+    , m_value(makeFigure(QStringLiteral("Label5"), QStringLiteral("库存资金"), this))
+    , m_quantity(makeFigure(QStringLiteral("Label7"), QStringLiteral("库存量"), this)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    const std::pair<QString, QLabel*> figures[] = {{QStringLiteral("库存资金"), m_value},
-                                                   {QStringLiteral("库存量"), m_quantity}};
-    for (const auto& [caption, label] : figures) {
-        QFont font = label->font();
-        font.setBold(true);
-        label->setFont(font);
-        label->setAccessibleName(caption);
-        label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("000000000.00")));
-        row->addWidget(new QLabel(caption, this));
-        row->addWidget(label);
+    for (QLabel* figure : {m_value, m_quantity}) {
+        figure->setMinimumWidth(figure->fontMetrics().horizontalAdvance(QStringLiteral("000000000.00")));
+        row->addWidget(new QLabel(figure->accessibleName(), this));
+        row->addWidget(figure);
     }
 }
 

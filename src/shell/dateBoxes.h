@@ -1,0 +1,38 @@
+#pragma once
+
+#include "data/cursorMoves.h"
+#include "data/session.h"
+
+#include <QWidget>
+
+class QLineEdit;
+
+/// The two process values that a pair of date boxes sets.
+struct DisplayDateValues {
+    QString Session::*first;
+    QString Session::*last;
+};
+inline constexpr DisplayDateValues kStockDates{&Session::displayDate1, &Session::displayDate2};
+inline constexpr DisplayDateValues kPeriodDates{&Session::periodDate1, &Session::periodDate2};
+
+/// First and last date of what a view shows. Every change of a box goes into its process value, from where
+/// the report takes it.
+class DateBoxes : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The boxes get the object names.
+    DateBoxes(const QString& firstName, const QString& lastName, Session& session,
+              const DisplayDateValues& values, QWidget* parent);
+
+    /// Shows the dates and sets both values, whether the boxes change or not.
+    void setDates(const DateSpan& dates);
+
+private:
+    QLineEdit* makeBox(const QString& name, QString Session::*value);
+
+    Session& m_session;
+    DisplayDateValues m_values;
+    QLineEdit* m_first;
+    QLineEdit* m_last;
+};
