@@ -5,9 +5,9 @@
 class IgnoringErrors;
 
 /// Makes a work table anew and opens its cursor: the old table dropped, then the statements that make it, all
-/// in one transaction. The cursor is closed first, so that whoever still shows the old rows is cut off instead
-/// of reading them in for keeping. Each statement runs whatever became of the one before; where the table is
-/// missing in the end, the cursor stays closed.
+/// in one transaction. The cursor is closed first, so that whoever still shows the old rows is cut off
+/// instead of reading them in for keeping. Each statement runs whatever became of the one before; where the
+/// table is missing in the end, the cursor stays closed.
 void rebuildWorkTable(Session& session, RecordsetPtr& cursor, const QString& table,
                       const QStringList& statements, IgnoringErrors& errors);
 
