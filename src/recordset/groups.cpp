@@ -36,7 +36,7 @@ private:
         if (slot.number != kNone)
             return slot.number;
         slot = {key, m_count};
-        if (++m_count * 2 > m_slots.size())
+        if (std::size_t(++m_count) * 2 > m_slots.size())
             grow();
         return m_count - 1;
     }
