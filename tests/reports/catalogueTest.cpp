@@ -25,8 +25,8 @@ enum Trait : unsigned {
     SetupMenu = 512,
 };
 
-const char16_t* const kHanded = u"";
-const char16_t* const kMade = u"*";
+constexpr const char16_t* kHanded = u"";
+constexpr const char16_t* kMade = u"*";
 
 struct Row {
     const char16_t* name;
