@@ -20,6 +20,10 @@ ViewHost::ViewHost(Session& session, QMainWindow& main, QStackedWidget& area)
 
 ViewHost::~ViewHost() {
     const QHash<QString, OpenWindow> open = std::exchange(m_open, {});
+    // Hidden first, while each is still whole: a box that loses its focus asks its window about its text.
+    for (const OpenWindow& each : open)
+        if (each.window)
+            each.window->hide();
     for (const OpenWindow& each : open)
         delete each.window.data();
 }
