@@ -81,7 +81,7 @@ TEST_F(OldBooksTest, WhatCannotBeKeptIsToldBeforeTheEnd) {
     for (int i = 0; i < 22; ++i) {
         const auto date = parseDate(rows.cell(i, int(rows.columns.indexOf("日期"))));
         ASSERT_TRUE(date);
-        ASSERT_TRUE(books.replaceDouble(places[std::size_t(i)], double(date->seconds / 86400), 3000000));
+        ASSERT_TRUE(books.replaceDouble(places[std::size_t(i)], double(date->seconds) / 86400, 3000000));
         told << QStringLiteral("buyList 第 %1 行 日期：3000000").arg(i + 1);
     }
     ASSERT_TRUE(books.write(path()));

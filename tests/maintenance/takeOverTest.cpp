@@ -228,7 +228,7 @@ TEST_F(TakeOver, DatesOfAllTimesComeOverAndOneBeyondTheCalendarIsNamed) {
     for (int i = 0; i < 3; ++i) {
         const auto date = parseDate(rows.cell(i, int(rows.columns.indexOf("日期"))));
         ASSERT_TRUE(date &&
-                    books.replaceDouble(places[std::size_t(i)], double(date->seconds / 86400), days[i]));
+                    books.replaceDouble(places[std::size_t(i)], double(date->seconds) / 86400, days[i]));
     }
     ASSERT_TRUE(books.write(path()));
     EXPECT_EQ(takeOver(path()).lost, QStringList{"buyList 第 3 行 日期：2958466"});
