@@ -253,7 +253,7 @@ private:
         form->close();
     }
 
-    /// Photographs the next message box, if a name is given, and presses its first button.
+    /// Photographs the next message box, if a name is given, and presses the one that goes on.
     void whenBoxOpens(const char* name) {
         QTimer::singleShot(50, [this, name] { pressBox(name); });
     }
@@ -264,9 +264,12 @@ private:
             return std::exit(3);
         if (name)
             shoot(box, name);
-        QTest::mouseClick(box->defaultButton() ? static_cast<QAbstractButton*>(box->defaultButton())
-                                               : box->buttons().front(),
-                          Qt::LeftButton);
+        // The one that goes on: where something would be lost, the default button is the other.
+        for (QAbstractButton* button : box->buttons())
+            if (const auto role = box->buttonRole(button);
+                role == QMessageBox::AcceptRole || role == QMessageBox::YesRole)
+                return QTest::mouseClick(button, Qt::LeftButton);
+        std::exit(3);
     }
 
     void shoot(QWidget* widget, const char* name) {
@@ -296,8 +299,10 @@ int main(int argc, char** argv) {
     TourPrompts prompts(words[1]);
     MDIForm1 main(session, prompts);
     registerAll(main, prompts);
-    main.resize(1280, 720);
     main.show();
+    // The pictures are of one size, however small the screen behind them is.
+    main.setWindowState(Qt::WindowNoState);
+    main.resize(1280, 720);
     startShop(main);
     Tour(main, words[2]).run();
     return 0;
