@@ -5,6 +5,7 @@
 #include <QDate>
 #include <QString>
 
+#include <array>
 #include <functional>
 #include <optional>
 
@@ -33,6 +34,14 @@ enum class ShowSource : int {
     Transfers = 23,
     PeriodTransfers = 24,
 };
+
+/// The four indicators of a set of customers: turnover, margin, quantity and number of customers, each with its
+/// share of the whole, as texts.
+struct Indicator {
+    QString value;
+    QString share;
+};
+using Evaluation = std::array<Indicator, 4>;
 
 /// The one connection, the shared cursors and the process values, handed by reference to views and routines.
 /// What one view did to a shared cursor (a filter, a position, a sort) is what the next one finds.
@@ -78,6 +87,12 @@ public:
     QString orderQuantity;
     qint16 analysisKind = 0;
     QString analysisCaption;
+    bool cutOnScreen = false; // the evaluation shows a cut of the best customers, not its source
+    Evaluation evaluation;    // of what it shows
+    QString turnoverTitle;    // of the statistic in saleTable
+    QString currentClerk;     // the salesperson whose customers are shown
+    /// By interval of purchase, the numbers of its customers as a list for an In clause.
+    std::array<QString, 26> intervalClients;
     qint16 safetyStock = 2;
 
     qint16 searchCode = 0; // field list of the search dialog

@@ -1,6 +1,42 @@
 #include "data/workTable.h"
 
+#include "recordset/dialect.h"
 #include "recordset/ignoringErrors.h"
+
+namespace {
+
+constexpr int kRowsATell = 20'000;
+
+/// Empties the table for rows that are written past its image, which is forgotten: it would not know them.
+void emptyForWriting(Connection& connection, const QString& table) {
+    if (connection.standingImage(table))
+        runStatement(connection, QStringLiteral("Delete * From ") + table);
+    else
+        connection.write(QStringLiteral("DELETE FROM ") + quotedName(table));
+    connection.forgetImage(table);
+}
+
+/// Runs `insert` once for each of `count` rows, which `bind(row)` gives its values.
+template <typename Bind>
+void insertRows(Connection& connection, Statement& insert, int count, const Progress& progress, Bind&& bind) {
+    for (int row = 0; row < count; ++row) {
+        bind(row);
+        connection.write(insert);
+        if (progress && (row + 1) % kRowsATell == 0)
+            progress(row + 1, count);
+    }
+}
+
+void bindCell(Statement& insert, int position, const ColumnStore& column, std::size_t row) {
+    if (column.info.type != ColumnType::Text)
+        return insert.bind(position, column.value(row));
+    if (const TextPool::Code code = column.codes[row]; code != TextPool::Null)
+        insert.bindBytes(position, column.pool.text(code));
+    else
+        insert.bind(position, CellValue{});
+}
+
+} // namespace
 
 void rebuildWorkTable(Session& session, RecordsetPtr& cursor, const QString& table,
                       const QStringList& statements, IgnoringErrors& errors) {
@@ -20,4 +56,32 @@ void rebuildEmpty(Session& session, RecordsetPtr& cursor, const QString& table, 
                      {QStringLiteral("Select Top 1 * Into %1 From %2").arg(table, shapedLike),
                       QStringLiteral("Delete * From ") + table},
                      errors);
+}
+
+void fillTable(Connection& connection, const QString& table, const TableImage& rows,
+               const Progress& progress) {
+    QStringList names;
+    for (int i = 0; i < rows.columnCount(); ++i)
+        names << quotedName(rows.info(i).name);
+    const QString places = QStringList(names.size(), QStringLiteral("?")).join(u',');
+    WriteBatch batch(connection);
+    emptyForWriting(connection, table);
+    Statement insert = connection.prepare(
+        QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(quotedName(table), names.join(u','), places));
+    insertRows(connection, insert, int(rows.size()), progress, [&](int row) {
+        for (int i = 0; i < rows.columnCount(); ++i)
+            bindCell(insert, i + 1, rows.column(i), std::size_t(row));
+    });
+    batch.finish();
+}
+
+void fillTableFrom(Connection& connection, const QString& table, const QString& source,
+                   const std::vector<qint64>& rowids, const Progress& progress) {
+    WriteBatch batch(connection);
+    emptyForWriting(connection, table);
+    Statement insert = connection.prepare(QStringLiteral("INSERT INTO %1 SELECT * FROM %2 WHERE rowid = ?")
+                                              .arg(quotedName(table), quotedName(source)));
+    insertRows(connection, insert, int(rowids.size()), progress,
+               [&](int row) { insert.bind(1, rowids[std::size_t(row)]); });
+    batch.finish();
 }

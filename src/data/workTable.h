@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/recount.h"
 #include "data/session.h"
 
 class IgnoringErrors;
@@ -14,3 +15,13 @@ void rebuildWorkTable(Session& session, RecordsetPtr& cursor, const QString& tab
 /// The same with an empty table that has the columns of another one.
 void rebuildEmpty(Session& session, RecordsetPtr& cursor, const QString& table, const QString& shapedLike,
                   IgnoringErrors& errors);
+
+/// Empties a table and fills it with the rows of a picture, column by column under their own names, all in
+/// one transaction. Cursors that have the table open lose its rows and must be opened anew. Throws
+/// RuntimeError.
+void fillTable(Connection& connection, const QString& table, const TableImage& rows,
+               const Progress& progress = {});
+
+/// The same with rows of another table of the same columns, by their rowids, in this order.
+void fillTableFrom(Connection& connection, const QString& table, const QString& source,
+                   const std::vector<qint64>& rowids, const Progress& progress = {});

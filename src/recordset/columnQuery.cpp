@@ -153,6 +153,15 @@ private:
     std::vector<ColumnStore> m_figures; // by item
 };
 
+std::optional<ColumnQuery> answerable(const TableImage& image, const SqlStatement& statement,
+                                      const std::vector<SelectItem>& items) {
+    auto groupBy = groupColumns(image, statement, items);
+    if (!groupBy)
+        return std::nullopt;
+    ColumnQuery query(image, statement, items, *std::move(groupBy));
+    return query.isAnswerable() ? std::optional(std::move(query)) : std::nullopt;
+}
+
 std::vector<Row> liveRows(const TableImage& image) {
     return Keyset{image.size(), {}}.sequence(image);
 }
@@ -165,11 +174,15 @@ std::shared_ptr<TableImage> queryColumns(Connection& connection, const SqlStatem
     const auto image = connection.standingImage(statement.table);
     if (!image || (statement.where && !statement.where->isFilter()))
         return nullptr;
-    auto groupBy = groupColumns(*image, statement, items);
-    if (!groupBy)
+    auto query = answerable(*image, statement, items);
+    if (!query)
         return nullptr;
-    ColumnQuery query(*image, statement, items, *std::move(groupBy));
-    if (!query.isAnswerable())
-        return nullptr;
-    return query.run(columns, statement.where ? rowsWhere(connection, *image, statement) : liveRows(*image));
+    return query->run(columns, statement.where ? rowsWhere(connection, *image, statement) : liveRows(*image));
+}
+
+std::shared_ptr<TableImage> queryImage(const TableImage& image, std::vector<Row> rows,
+                                       const SqlStatement& statement, const std::vector<SelectItem>& items,
+                                       const std::vector<ColumnInfo>& columns) {
+    auto query = answerable(image, statement, items);
+    return query ? query->run(columns, std::move(rows)) : nullptr;
 }

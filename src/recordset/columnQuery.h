@@ -16,3 +16,8 @@ class Connection;
 std::shared_ptr<TableImage> queryColumns(Connection& connection, const SqlStatement& statement,
                                          const std::vector<SelectItem>& items,
                                          const std::vector<ColumnInfo>& columns);
+
+/// The same over these rows of an image at hand, whatever table and condition the statement names.
+std::shared_ptr<TableImage> queryImage(const TableImage& image, std::vector<Row> rows,
+                                       const SqlStatement& statement, const std::vector<SelectItem>& items,
+                                       const std::vector<ColumnInfo>& columns);

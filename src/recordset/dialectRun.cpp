@@ -5,6 +5,8 @@
 #include "recordset/error.h"
 #include "recordset/predicate.h"
 
+#include <numeric>
+
 namespace {
 
 ColumnInfo sourceColumn(const std::vector<ColumnInfo>& columns, const QString& name) {
@@ -36,6 +38,14 @@ std::vector<SelectItem> spelledItems(const SqlStatement& statement, const std::v
             items.push_back({SelectItem::Kind::Column, column.name, {}});
     }
     return items;
+}
+
+std::vector<ColumnInfo> resultColumns(const std::vector<ColumnInfo>& source,
+                                      const std::vector<SelectItem>& items) {
+    std::vector<ColumnInfo> columns;
+    for (const SelectItem& item : items)
+        columns.push_back(resultColumn(source, item));
+    return columns;
 }
 
 QString itemText(const SelectItem& item) {
@@ -148,9 +158,7 @@ void runParsed(Connection& connection, const SqlStatement& statement) {
 std::shared_ptr<TableImage> runQuery(Connection& connection, const SqlStatement& statement) {
     const std::vector<ColumnInfo> source = connection.columns(statement.table);
     const std::vector<SelectItem> items = spelledItems(statement, source);
-    std::vector<ColumnInfo> columns;
-    for (const SelectItem& item : items)
-        columns.push_back(resultColumn(source, item));
+    const std::vector<ColumnInfo> columns = resultColumns(source, items);
     if (auto picture = queryColumns(connection, statement, items, columns))
         return picture;
     auto picture = std::make_shared<TableImage>(columns);
@@ -162,6 +170,19 @@ std::shared_ptr<TableImage> runQuery(Connection& connection, const SqlStatement&
         picture->appendPictureRow(cells);
     }
     return picture;
+}
+
+std::shared_ptr<TableImage> runQueryOn(const TableImage& picture, const SqlStatement& statement) {
+    std::vector<ColumnInfo> source;
+    for (int i = 0; i < picture.columnCount(); ++i)
+        source.push_back(picture.info(i));
+    const std::vector<SelectItem> items = spelledItems(statement, source);
+    std::vector<Row> rows(picture.size());
+    std::iota(rows.begin(), rows.end(), 0U);
+    auto result = queryImage(picture, std::move(rows), statement, items, resultColumns(source, items));
+    if (!result || statement.where)
+        fail(ErrorNumber::BadText, QStringLiteral("不能从内存回答的语句"));
+    return result;
 }
 
 std::vector<Row> rowsWhere(Connection& connection, const TableImage& image, const SqlStatement& statement) {

@@ -56,6 +56,10 @@ void Statement::bindText(int position, const QString& text) {
                         SQLITE_UTF8);
 }
 
+void Statement::bindBytes(int position, std::string_view text) {
+    sqlite3_bind_text64(m_statement, position, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8);
+}
+
 bool Statement::step() {
     const int code = sqlite3_step(m_statement);
     if (code == SQLITE_ROW)

@@ -23,6 +23,8 @@ public:
     void bind(int position, const CellValue& value);
     void bind(int position, qint64 value);
     void bindText(int position, const QString& text);
+    /// UTF-8 that stays where it is until the statement is reset.
+    void bindBytes(int position, std::string_view text);
     /// True while there is a row. Throws RuntimeError(Engine) with the engine's words.
     bool step();
     /// Makes the statement ready to run again, its bindings gone.

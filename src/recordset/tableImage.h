@@ -60,6 +60,7 @@ public:
     /// Gives texts that no row holds yet a code, for keys of pending edits.
     TextPool::Code internText(int column, const QString& text) const;
     CellValue value(Row row, int column) const;
+    qint64 rowid(Row row) const { return m_rowids[row]; }
     /// Slots of these rowids, which are in ascending order; unknown ones are left out.
     std::vector<Row> rowsOf(const std::vector<qint64>& rowids) const;
     /// Appends to `rows` the live rows below `limit` whose text has one of these codes, ascending.
