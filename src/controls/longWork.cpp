@@ -8,6 +8,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+void workAfterPainting(const QString& text, const std::function<void(const Steps&)>& work) {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    LongWork progress(text, 0);
+    work([&progress](int done, int total) { progress.stepOf(done, total); });
+}
+
 LongWork::LongWork(const QString& text, int steps)
     : m_window(QApplication::activeWindow()) {
     m_window.setObjectName(QStringLiteral("longWork"));

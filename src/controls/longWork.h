@@ -4,8 +4,17 @@
 #include <QElapsedTimer>
 #include <QString>
 
+#include <functional>
+
 class QProgressBar;
 class QPushButton;
+
+/// How far a loop is: steps done, steps in all.
+using Steps = std::function<void(int, int)>;
+
+/// Paints what has just been put on screen, and then runs what need not be waited for to see it. Input that
+/// comes meanwhile is taken up afterwards; a progress window shows longer work.
+void workAfterPainting(const QString& text, const std::function<void(const Steps&)>& work);
 
 /// A progress window with a way to stop, for work that may be long. It comes up with the first step behind
 /// the first half second, and never by itself; while it stands, no other window takes input. It must be gone

@@ -326,6 +326,7 @@ void dataInputFm1::buy() {
     if (!m_session.clientTable->hasRows() || !m_session.clientTable->currentRow())
         return;
     m_session.currentClientNum = m_session.clientTable->Fields(QStringLiteral("客户编号")).text();
+    m_host.closeForPurchase();
     TopWindow* window = m_host.openWindow(QStringLiteral("buyFm1"), ViewHost::MainWindow::Hidden);
     m_purchasing = window != nullptr;
     if (window)

@@ -36,6 +36,8 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     if (m_panel) {
         bottom->addWidget(m_panel);
         connect(m_panel, &DisplayPanel::commandStarts, m_pane->grid, &DataGrid::commitEditor);
+        for (QAction* action : m_panel->gridActions())
+            m_pane->grid->addContextAction(action);
     }
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -57,11 +59,15 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
 }
 
 ShowSource DisplayView::source() const {
-    if (m_description.atShow)
-        return m_description.atShow(m_session);
+    if (m_description.tells)
+        return m_description.tells(m_session, m_shown);
     if (m_shown != ShowSource::None)
         return m_shown;
     return m_description.family ? m_session.*m_description.family : m_description.whole();
+}
+
+bool DisplayView::shows(ShowSource code) const {
+    return m_shown == (m_description.present ? present() : code);
 }
 
 ShowSource DisplayView::present() const {
@@ -92,32 +98,51 @@ void DisplayView::leave() {
 }
 
 void DisplayView::load() {
+    if (m_description.atLoad)
+        return m_description.atLoad(m_session);
     RecordsetPtr& whole = cursorOf(m_description.whole());
     if (*m_description.table && !whole->isOpen())
         m_session.reopenIfThere(whole, QString::fromUtf16(m_description.table));
 }
 
 void DisplayView::activate() {
-    if (m_description.mayActivate && !m_description.mayActivate(m_session))
-        return;
     if (std::exchange(m_session.viewReturnState, QStringLiteral("Open")) == u"Close")
         return;
-    const ShowSource code = present();
+    if (m_description.begin && !m_description.begin(m_session))
+        return;
     if (m_description.prepare)
-        m_description.prepare(m_session, code);
+        m_description.prepare(m_session, present());
     const RecordsetPtr shown = cursor();
     if (!shown)
         return;
-    m_shown = code;
+    const ShowSource code = present();
     {
         const QuietWalk walk(shown);
-        m_pane->bind(shown, QString::fromUtf16(m_description.hidden).split(u' '));
+        bindRows(shown, code);
         if (m_description.clearsFilter && code == m_description.whole() && shown->isOpen())
             shown->clearFilter();
         m_dates->setDates(find(code)->dates(m_session, shown));
         if (m_panel)
             m_panel->sourceShown(shown, code);
     }
+    m_pane->showPosition();
+}
+
+void DisplayView::bindRows(const RecordsetPtr& shown, ShowSource code) {
+    m_shown = code;
+    m_pane->grid->setEmptyText(
+        QString::fromUtf16(code == m_description.whole() ? m_description.emptyText : find(code)->emptyText));
+    m_pane->bind(shown, QString::fromUtf16(m_description.hidden).split(u' '));
+}
+
+void DisplayView::rowsReplaced() {
+    const RecordsetPtr shown = cursor();
+    if (!shown)
+        return;
+    const ShowSource code = present();
+    bindRows(shown, code);
+    if (m_panel)
+        m_panel->sourceShown(shown, code);
     m_pane->showPosition();
 }
 
@@ -140,14 +165,19 @@ void DisplayView::setSource(ShowSource code) {
 void DisplayView::Time_AA() {
     if (!wholeCursor()->hasRows())
         return;
+    if (m_description.toWhole)
+        m_description.toWhole(m_session);
     setSource(m_description.whole());
     m_host.openWindow(QStringLiteral("timeDefineFm2"), ViewHost::MainWindow::Stays);
 }
 
 void DisplayView::data_whole_show() {
     m_pane->grid->commitEditor();
-    setSource(m_description.wholeShowCode == ShowSource::None ? m_description.whole()
-                                                              : m_description.wholeShowCode);
+    if (m_description.toWhole)
+        m_description.toWhole(m_session);
+    if (!m_description.keepsSource)
+        setSource(m_description.wholeShowCode == ShowSource::None ? m_description.whole()
+                                                                  : m_description.wholeShowCode);
     const RecordsetPtr& whole = wholeCursor();
     if (!whole->isOpen())
         return;
@@ -160,7 +190,7 @@ void DisplayView::data_whole_show() {
 void DisplayView::openDialog(const QString& name, qint16 Session::*code, qint16 (*codeOf)(ShowSource)) {
     m_pane->grid->commitEditor();
     const RecordsetPtr shown = cursor();
-    if (m_description.family && shown)
+    if (m_description.family && !m_description.present && shown)
         m_session.*m_description.family = m_session.showSource;
     if (!shown || !shown->hasRows())
         return;

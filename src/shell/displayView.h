@@ -25,6 +25,7 @@ struct DisplaySource {
     ShowSource code;
     const char16_t* report; // its window, empty where it has none
     DisplayDates dates;
+    const char16_t* emptyText = u"该时间段没有数据"; // what its empty grid says; the whole table has its own
 };
 
 /// What one display view shows, and in what the members of the family differ.
@@ -42,6 +43,7 @@ struct DisplayDescription {
     bool clearsFilter = false;             // an activation of the whole table takes its filter off
     bool editable = false;                 // cells can be typed into
     bool asksWholeForRows = false;         // printing asks the whole table for rows, whatever is shown
+    bool keepsSource = false;              // "全库显示" only takes the view's own filter off
     /// showSource behind "全库显示", where it is another one than that of the whole table.
     ShowSource wholeShowCode = ShowSource::None;
     /// Whose cursor the search and sort dialogs act on, where it is another one than that of the source
@@ -49,12 +51,17 @@ struct DisplayDescription {
     ShowSource queryCode = ShowSource::None;
     /// Which of the sources the view shows now; by default the one of showSource.
     ShowSource (*present)(const Session&) = nullptr;
-    /// showSource when the view is shown; by default the family's code, or the whole table's.
-    ShowSource (*atShow)(const Session&) = nullptr;
-    /// Whether an activation may run at all.
-    bool (*mayActivate)(const Session&) = nullptr;
+    /// What showSource is while the view is in front. In: the source that it has shown last, None before the
+    /// first. By default that source, before it the family's code or the whole table's.
+    ShowSource (*tells)(const Session&, ShowSource shown) = nullptr;
+    /// What the view does when it is loaded, in place of opening its cursor.
+    void (*atLoad)(Session&) = nullptr;
+    /// The first step of an activation; false where none is to run.
+    bool (*begin)(Session&) = nullptr;
     /// A step before the grid is bound.
     void (*prepare)(Session&, ShowSource code) = nullptr;
+    /// A step before the whole table is asked for, or a period.
+    void (*toWhole)(Session&) = nullptr;
     /// Makes what the view has beside its grid.
     DisplayPanel* (*panel)(ViewHost& host, Prompts& prompts) = nullptr;
 
@@ -72,6 +79,8 @@ public:
     virtual void sourceShown(const RecordsetPtr& /*cursor*/, ShowSource /*code*/) {}
     /// After a change of the current row or the view; `chosen` where the user chose the row in the grid.
     virtual void rowChanged(const RecordsetPtr& /*cursor*/, bool /*chosen*/) {}
+    /// Entries for the context menu of the view's grid.
+    virtual QList<QAction*> gridActions() { return {}; }
     /// When another view takes the view's place.
     virtual void left(const RecordsetPtr& /*cursor*/) {}
 
@@ -92,7 +101,8 @@ public:
     void activate() override;
     void leave() override;
     ShowSource source() const override;
-    bool shows(ShowSource code) const override { return m_description.present || m_shown == code; }
+    bool shows(ShowSource code) const override;
+    void rowsReplaced() override;
 
     void Time_AA();
     void data_whole_show();
@@ -110,6 +120,7 @@ private:
     /// The cursor of the present source; null where it is none of this view's.
     RecordsetPtr cursor() const;
     void setSource(ShowSource code);
+    void bindRows(const RecordsetPtr& shown, ShowSource code);
     void rowChanged(bool chosen);
     /// Opens the search or sort dialog on the view's rows; without any nothing opens.
     void openDialog(const QString& name, qint16 Session::*code, qint16 (*codeOf)(ShowSource));

@@ -39,6 +39,8 @@ public:
     virtual ShowSource source() const { return ShowSource::None; }
     /// Whether the view shows the data of this code. A view without a choice of data always does.
     virtual bool shows(ShowSource /*code*/) const { return true; }
+    /// Runs after a command has put other rows into the cursor that the view shows.
+    virtual void rowsReplaced() {}
     /// Runs after the sort dialog has sorted the view's cursor.
     virtual void sorted() {}
 
@@ -74,6 +76,8 @@ public:
     virtual bool isDialog() const { return false; }
     /// Whether the window has a print command; it takes no input while a report is open.
     virtual bool prints() const { return false; }
+    /// Whether the window closes when a purchase begins, which would change what it shows.
+    virtual bool closesForPurchase() const { return false; }
     /// Runs when the window is asked for while it is open.
     virtual void shownAgain() {}
     /// Whether the window sets showSource for itself; the front view's value comes back when it closes.

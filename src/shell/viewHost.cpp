@@ -99,6 +99,13 @@ void ViewHost::closeDialogs() {
             each.window->close();
 }
 
+void ViewHost::closeForPurchase() {
+    const QHash<QString, OpenWindow> open = m_open;
+    for (const OpenWindow& each : open)
+        if (each.window && each.window->closesForPurchase())
+            each.window->close();
+}
+
 void ViewHost::setShowSource() {
     if (const ShowSource source = m_active ? m_active->source() : ShowSource::None;
         source != ShowSource::None)

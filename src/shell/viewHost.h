@@ -53,6 +53,8 @@ public:
     void bringBackMain(const QString& beside);
     /// Opens a window of its own; one that is not there yet changes nothing but the status bar.
     bool openOrTell(const QString& name, MainWindow main, const QString& caption);
+    /// Closes the windows whose figures a purchase would change.
+    void closeForPurchase();
     /// The window of this name, null while it is closed.
     TopWindow* window(const QString& name) const { return m_open.value(name).window; }
     /// Text of a label or box on a view or window by the names of both; "" where it is not there.

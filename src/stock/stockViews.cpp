@@ -31,7 +31,7 @@ constexpr DisplayDescription kDisplays[] = {
      .family = &Session::stockShowSource,
      .clearsFilter = true,
      .asksWholeForRows = true,
-     .atShow = stockSource,
+     .tells = [](const Session& session, ShowSource) { return stockSource(session); },
      .panel = makePanel<StockPanel>},
     {.name = u"stock_BankFm1",
      .caption = u"产品入库明细显示",
@@ -72,7 +72,7 @@ constexpr DisplayDescription kDisplays[] = {
      .editable = true,
      .wholeShowCode = ShowSource::StockIn,
      .present = [](const Session&) { return ShowSource::StockCount; },
-     .atShow = [](const Session& session) { return session.showSource; },
+     .tells = [](const Session& session, ShowSource) { return session.showSource; },
      .panel = makePanel<StockCountPanel>},
 };
 

@@ -63,6 +63,7 @@ public:
     statisticFm4(ViewHost& host, Prompts& prompts);
     bool setsShowSource() const override { return true; }
     bool prints() const override { return true; }
+    bool closesForPurchase() const override { return true; }
 
 protected:
     bool event(QEvent* event) override;
