@@ -7,6 +7,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 
 namespace {
 
@@ -88,6 +89,11 @@ std::optional<QString> WindowPrompts::saveFile(const QString& title, const QStri
     for (const QString& each : dialog.nameFilters())
         if (!ending.isEmpty() && each.contains(QStringLiteral("*.") + ending))
             dialog.selectNameFilter(each);
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& chosen) {
+        static const QRegularExpression pattern(QStringLiteral("\\*\\.(\\w+)"));
+        if (const auto found = pattern.match(chosen); found.hasMatch())
+            dialog.setDefaultSuffix(found.captured(1));
+    });
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return dialog.selectedFiles().first();

@@ -3,6 +3,7 @@
 #include "controls/fontPrompt.h"
 #include "controls/longWork.h"
 #include "controls/printerPrompt.h"
+#include "controls/prompts.h"
 #include "support/driver.h"
 
 #include <QAbstractButton>
@@ -21,6 +22,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QTreeView>
 
 #include <gtest/gtest.h>
@@ -230,6 +232,36 @@ TEST(Language, WhatTheFileDialogSaysOfFilesIsChinese) {
         EXPECT_EQ(latinWords(cell(row, 3)), QStringList()) << cell(row, 3).toStdString();
     for (int column = 0; column < 4; ++column)
         EXPECT_EQ(latinWords(list->model()->headerData(column, Qt::Horizontal).toString()), QStringList());
+}
+
+/// Chooses a filter in the dialog that asks for a file, types a name and presses Enter.
+void nameInDialog(const QString& filter, const QString& name) {
+    QTimer::singleShot(0, qApp, [filter, name] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            return nameInDialog(filter, name);
+        Driver drive(*dialog);
+        drive.pick("fileTypeCombo", filter);
+        drive.type("fileNameEdit", name);
+        drive.key("fileNameEdit", Qt::Key_Return);
+        EXPECT_FALSE(dialog->isVisible()) << "the dialog is still open";
+        dialog->close();
+    });
+}
+
+TEST(FileChoice, ANameWithoutAnEndingGetsThatOfTheChosenKind) {
+    const QTemporaryDir folder;
+    const QString proposal = folder.filePath("图.png");
+    const QString kinds = QStringLiteral("PNG 图片 (*.png);;SVG 图片 (*.svg);;所有文件 (*.*)");
+    WindowPrompts prompts;
+    for (const auto& [kind, ending] : {std::pair("SVG 图片 (*.svg)", "svg"), {"PNG 图片 (*.png)", "png"}}) {
+        nameInDialog(QString::fromUtf8(kind), "a");
+        EXPECT_EQ(prompts.saveFile("保存图片", proposal, kinds), folder.filePath("a.") + ending) << kind;
+    }
+    nameInDialog("所有文件 (*.*)", "a");
+    EXPECT_EQ(prompts.saveFile("保存图片", proposal, kinds), folder.filePath("a.png"));
+    nameInDialog("SVG 图片 (*.svg)", "a.txt");
+    EXPECT_EQ(prompts.saveFile("保存图片", proposal, kinds), folder.filePath("a.txt"));
 }
 
 } // namespace
