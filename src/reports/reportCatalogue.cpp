@@ -22,6 +22,32 @@ constexpr ReportColumn kContact[] = {
 constexpr const char16_t* kContactBoxes[] = {u"联系人方框", u"电话方框",     u"手机方框", u"传真方框",
                                              u"Email方框",  u"单位名称方框", u"地址方框"};
 
+constexpr ReportColumn kWorth[] = {
+    {u"联系人", u"联系人", 15},      {u"电话", u"电话", 37},          {u"手机", u"手机", 59},
+    {u"Email", u"Email", 101},       {u"单位名称", u"单位名称", 153}, {u"消费合计", u"消费合计", 205},
+    {u"差额利润", u"差额利润", 223}, {u"购买数", u"购买数"},
+};
+// The last name is without the word for a box: that is meant.
+constexpr const char16_t* kWorthBoxes[] = {u"联系人方框",   u"电话方框",     u"手机方框", u"Email方框",
+                                           u"单位名称方框", u"消费合计方框", u"差额利润"};
+
+constexpr ReportColumn kTurnover[] = {
+    {u"日期", u"日期", 30}, {u"营业额", u"营业额", 62}, {u"", u"", 94}, {u"", u""}};
+constexpr const char16_t* kTurnoverBoxes[] = {u"日期方框", u"营业额方框", u"第三方框"};
+
+constexpr ReportColumn kClerks[] = {
+    {u"业务员编号", u"业务员编号", 40}, {u"营业额", u"营业额", 102}, {u"客户数", u"客户数"}};
+constexpr const char16_t* kClerkBoxes[] = {u"业务员编号方框", u"营业额方框"};
+
+/// A group of customers with its number and its share.
+constexpr std::array<ReportColumn, 3> groupColumns(const char16_t* group) {
+    return {{{group, group, 80}, {u"数量", u"数量", 142}, {u"百分率", u"百分率"}}};
+}
+constexpr auto kIndustries = groupColumns(u"行业");
+constexpr const char16_t* kIndustryBoxes[] = {u"行业方框", u"数量方框"};
+constexpr auto kRegions = groupColumns(u"地区");
+constexpr const char16_t* kRegionBoxes[] = {u"地区方框", u"数量方框"};
+
 /// The columns that all movements of stock share, and the two that each has of its own.
 constexpr std::array<ReportColumn, 10> movementColumns(const char16_t* ninth, const char16_t* tenth) {
     return {{{u"日期", u"日期", 20},
@@ -65,6 +91,68 @@ constexpr HeadItem kClientHead[] = {
     {0, [](const HeadSource& s) { return period(s.session.periodDate1, s.session.periodDate2); }},
 };
 
+/// A text of the evaluation, which may stand hidden behind another view.
+QString evaluated(const HeadSource& s, QStringView control) {
+    return s.control(u"statisticFm1", control);
+}
+constexpr HeadItem kWorthHead[] = {
+    {0, [](const HeadSource& s) { return period(evaluated(s, u"Text2"), evaluated(s, u"Text3")); }},
+    {100, [](const HeadSource& s) { return QStringLiteral("消费总合：") + evaluated(s, u"Label6"); }},
+    {150, [](const HeadSource& s) { return QStringLiteral("差额利润总合：") + evaluated(s, u"Label10"); }},
+    {200, [](const HeadSource& s) { return QStringLiteral("购买数总合：") + evaluated(s, u"Label14"); }},
+};
+constexpr HeadItem kClerkHead[] = {
+    {0, [](const HeadSource& s) { return period(s.ofCaller(u"Text2"), s.ofCaller(u"Text3")); }},
+    {60, [](const HeadSource& s) { return QStringLiteral("营业额总合：") + s.ofCaller(u"Label5"); }},
+    {115, [](const HeadSource& s) { return QStringLiteral("客户数总合：") + s.ofCaller(u"Label7"); }},
+};
+
+/// Customers with what they bring in.
+constexpr ReportDescription worthList(const char16_t* name, RecordsetPtr Session::*cursor, double tableTop) {
+    return {.name = name,
+            .caption = u"打印客户资料",
+            .cursor = cursor,
+            .columns = kWorth,
+            .boxNames = kWorthBoxes,
+            .addend = 32,
+            .tableTop = tableTop,
+            .title = u" 客 户 资 料",
+            .head = kWorthHead,
+            .testReadsUnopened = true,
+            .emptyPageSizeIsZero = true};
+}
+
+/// Customers with how to reach them.
+constexpr ReportDescription contactList(const char16_t* name, RecordsetPtr Session::*cursor) {
+    return {.name = name,
+            .caption = u"打印客户资料",
+            .cursor = cursor,
+            .columns = kContact,
+            .boxNames = kContactBoxes,
+            .addend = 32,
+            .tableTop = 0,
+            .footerX = 135,
+            .title = u" 客 户 资 料",
+            .head = kClientHead};
+}
+
+constexpr ReportDescription groupList(const char16_t* name, const char16_t* caption,
+                                      std::span<const ReportColumn> columns,
+                                      std::span<const char16_t* const> boxes, const char16_t* title) {
+    return {.name = name,
+            .caption = caption,
+            .cursor = &Session::scratch,
+            .columns = columns,
+            .boxNames = boxes,
+            .orientation = PaperOrientation::Portrait,
+            .rows = 65,
+            .titleBase = 60,
+            .addend = 32,
+            .tableTop = 5,
+            .footerX = 98,
+            .title = title};
+}
+
 /// A list of stock whose title comes from the calling view.
 constexpr ReportDescription stockList(const char16_t* name, const char16_t* caption,
                                       RecordsetPtr Session::*cursor) {
@@ -104,16 +192,48 @@ constexpr ReportDescription kReports[] = {
      .printReadsUnopened = true},
     stoppingAtAFullPage(stockList(u"showprint_rs3", u"库存打印", &Session::productTable)),
     stoppingAtAFullPage(stockList(u"showprint_rs4", u"库存打印", &Session::productTable2)),
-    {.name = u"showprint_rs7",
+    contactList(u"showprint_rs1", &Session::clientTable),
+    contactList(u"showprint_rs1A", &Session::clerkClients),
+    contactList(u"showprint_rs7", &Session::clientTable2),
+    {.name = u"showprint_rs8",
      .caption = u"打印客户资料",
-     .cursor = &Session::clientTable2,
+     .cursor = &Session::clientTable3,
      .columns = kContact,
      .boxNames = kContactBoxes,
-     .addend = 32,
-     .tableTop = 0,
-     .footerX = 135,
+     .tableTop = 5,
      .title = u" 客 户 资 料",
-     .head = kClientHead},
+     .settings = SettingsMenu::PrinterSetup},
+    worthList(u"print_rs1", &Session::clientTable, 0),
+    worthList(u"print_rs7", &Session::clientTable2, 5),
+    worthList(u"print_rs8", &Session::clientTable3, 5),
+    {.name = u"print_rs_statistic",
+     .caption = u"打印营业额统计",
+     .cursor = &Session::saleTable,
+     .columns = kTurnover,
+     .boxNames = kTurnoverBoxes,
+     .orientation = PaperOrientation::Portrait,
+     .rows = 65,
+     .titleBase = 55,
+     .addend = 32,
+     .tableTop = 5,
+     .footerX = 98,
+     .wideTitleShift = true},
+    {.name = u"print_rs_sum",
+     .caption = u"打印业务员业绩",
+     .cursor = &Session::clerkTotals,
+     .columns = kClerks,
+     .boxNames = kClerkBoxes,
+     .orientation = PaperOrientation::Portrait,
+     .rows = 65,
+     .titleBase = 60,
+     .footerX = 98,
+     .title = u"业 务 员 业 绩 报 表",
+     .head = kClerkHead,
+     .printReadsUnopened = true,
+     .pageSizeGuard = &Session::scratch,
+     .settings = SettingsMenu::Bare},
+    groupList(u"print_clientline", u"打印客户行业分布", kIndustries, kIndustryBoxes, u" 客 户 行 业 分 布"),
+    groupList(u"print_clientplace", u"打印客户地区分布", kRegions, kRegionBoxes, u" 客 户 地 区 分 布"),
     stockInList(u"showprint_rs15", &Session::product_Bank),
     stoppingAtAFullPage(stockInList(u"showprint_rs16", &Session::product_Bank2)),
     movementList(u"showprint_rs17", u"库存盘点打印", &Session::stock_Count_Bank, kCount, kCountBoxes),

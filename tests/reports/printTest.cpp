@@ -26,7 +26,7 @@ protected:
         session().cn.forgetImage(table);
         fillTable(books, table, count);
         RecordsetPtr& slot = session().*report.cursor;
-        session().reopen(slot, QStringLiteral("Select * From ") + table);
+        session().reopen(slot, rowsOf(report));
         slot->setPageSize(pageSize);
         return slot;
     }

@@ -20,11 +20,25 @@ inline QString tableOf(const ReportDescription& report) {
         {&Session::product_Bank2, u"product_Bank2"}, {&Session::stock_Count_Bank, u"stock_Count_Bank"},
         {&Session::return_Bank, u"return_Bank"},     {&Session::return_Bank2, u"return_Bank2"},
         {&Session::no_use_Bank, u"no_use_Bank"},     {&Session::no_use_Bank2, u"no_use_Bank2"},
-        {&Session::out_of_Bank, u"out_of_Bank"},     {&Session::out_of_Bank2, u"out_of_Bank"}};
+        {&Session::out_of_Bank, u"out_of_Bank"},     {&Session::out_of_Bank2, u"out_of_Bank"},
+        {&Session::saleTable, u"saleTable"},         {&Session::clerkTotals, u"clientTable"}};
+    if (report.cursor == &Session::scratch)
+        return report.columns.front().field == QStringView(u"地区") ? QStringLiteral("clientplaceTable")
+                                                                    : QStringLiteral("clientlineTable");
     for (const Source& source : sources)
         if (source.cursor == report.cursor)
             return QString::fromUtf16(source.table);
     return {};
+}
+
+/// The statement that opens a report's cursor.
+inline QString rowsOf(const ReportDescription& report) {
+    if (report.cursor == &Session::saleTable)
+        return QStringLiteral("Select 日期, Sum(实收) As 营业额 From saleTable Group By 日期");
+    if (report.cursor == &Session::clerkTotals)
+        return QStringLiteral("Select 业务员编号, Sum(消费合计) As 营业额, Count(业务员编号) As 客户数 "
+                              "From clientTable Group By 业务员编号 Order By Sum(消费合计) desc");
+    return QStringLiteral("Select * From ") + tableOf(report);
 }
 
 /// Fills a table with `count` rows whose texts are short for their column and row, "品17", with numbers that
