@@ -1,0 +1,144 @@
+#include "analysis/clientViews.h"
+
+#include "analysis/analysisPanels.h"
+#include "analysis/clerks.h"
+#include "analysis/evaluation.h"
+#include "data/sourceTable.h"
+
+namespace {
+
+const QString& noDate() {
+    static const QString text = QStringLiteral("0000-0-0");
+    return text;
+}
+
+/// First and last date of all lines, their Filter taken off; both empty without lines.
+DateSpan datesOfLines(Session& session, const RecordsetPtr& /*shown*/) {
+    if (session.buyList->isOpen())
+        session.buyList->clearFilter();
+    return sortByDate(session.buyList);
+}
+
+/// The same, and "0000-0-0" without lines.
+DateSpan datesOfLinesOrNone(Session& session, const RecordsetPtr& shown) {
+    const DateSpan dates = datesOfLines(session, shown);
+    return session.buyList->hasRows() ? dates : DateSpan{noDate(), noDate()};
+}
+
+DateSpan datesOfLinesWithRows(Session& session, const RecordsetPtr& shown) {
+    return shown->hasRows() ? datesOfLines(session, shown) : DateSpan{noDate(), noDate()};
+}
+
+DateSpan periodTextsWithRows(Session& session, const RecordsetPtr& shown) {
+    return shown->hasRows() ? periodTexts(session, shown) : DateSpan{noDate(), noDate()};
+}
+
+/// The dates of the period's own lines, without any the period's words.
+DateSpan datesOfPeriodLines(Session& session, const RecordsetPtr& shown) {
+    if (!shown->hasRows())
+        return {noDate(), noDate()};
+    return session.buyList2->hasRows() ? sortByDate(session.buyList2) : periodTexts(session, shown);
+}
+
+/// Customers are shown in the order of their table, from the first on.
+void inTableOrder(Session& session, ShowSource code) {
+    const RecordsetPtr& clients = *sourceCursor(session, code);
+    if (!clients->isOpen())
+        return;
+    clients->setSort({});
+    if (clients->hasRows())
+        clients->MoveFirst();
+}
+
+constexpr DisplaySource kEvaluated[] = {
+    {ShowSource::Clients, u"print_rs1", datesOfLines},
+    {ShowSource::PeriodClients, u"print_rs7", periodTexts},
+    {ShowSource::BestClients, u"print_rs8", periodTexts, u"没有客户入选：所选指标的合计为 0"}};
+constexpr DisplaySource kClients[] = {{ShowSource::Clients, u"showprint_rs1", datesOfLinesOrNone},
+                                      {ShowSource::PeriodClients, u"showprint_rs7", periodTexts}};
+constexpr DisplaySource kIntervalClients[] = {
+    {ShowSource::Clients, u"showprint_rs1", datesOfLinesWithRows},
+    {ShowSource::PeriodClients, u"showprint_rs7", datesOfPeriodLines, u""}};
+constexpr DisplaySource kClerks[] = {{ShowSource::Clerks, u"print_rs_sum", datesOfLinesWithRows},
+                                     {ShowSource::PeriodClerks, u"print_rs_sum", periodTextsWithRows}};
+constexpr DisplaySource kClerkClients[] = {
+    {ShowSource::Clerks, u"showprint_rs1A", datesOfLinesWithRows},
+    {ShowSource::PeriodClerks, u"showprint_rs1A", periodTextsWithRows}};
+
+template <typename Panel> DisplayPanel* makePanel(ViewHost& host, Prompts& prompts) {
+    return new Panel(host, prompts);
+}
+
+/// A step back to the whole table ends a cut, whether it was by rank or by share.
+void endCut(Session& session) {
+    session.analysisKind = 1;
+    session.cutOnScreen = false;
+}
+
+constexpr const char16_t* kNoClients = u"没有客户资料。\n新客户在“营销管理”—“购买”中登记。";
+
+constexpr DisplayDescription kDisplays[] = {
+    {.name = u"statisticFm1",
+     .caption = u"客户资料统计",
+     .table = u"clientTable",
+     .sources = kEvaluated,
+     .sort = u"消费合计 desc",
+     .emptyText = kNoClients,
+     .dateValues = kPeriodDates,
+     .family = &Session::clientShowSource,
+     .present = evaluatedSource,
+     .tells = [](const Session& session, ShowSource) { return evaluatedSource(session); },
+     .atLoad = openEvaluation,
+     .begin = beginEvaluation,
+     .prepare = evaluate,
+     .toWhole = endCut,
+     .panel = makePanel<EvaluationPanel>},
+    {.name = u"userInfoFm1",
+     .caption = u"客户资料显示",
+     .table = u"clientTable",
+     .sources = kClients,
+     .sort = u"",
+     .emptyText = kNoClients,
+     .dateValues = kPeriodDates,
+     .family = &Session::clientShowSource,
+     .prepare = inTableOrder},
+    {.name = u"userInfoFm2",
+     .caption = u"客户资料显示(业务员)",
+     .table = u"",
+     .sources = kClerkClients,
+     .sort = u"",
+     .emptyText = u"该业务员没有客户。",
+     .dateValues = kPeriodDates,
+     .keepsSource = true,
+     .queryCode = ShowSource::ClerkClients,
+     .tells = [](const Session& session,
+                 ShowSource shown) { return shown == ShowSource::None ? session.showSource : shown; },
+     .prepare = [](Session& session, ShowSource) { openClerkClients(session); }},
+    {.name = u"userInfoFm3",
+     .caption = u"客户资料显示（购买频率）",
+     .table = u"",
+     .sources = kIntervalClients,
+     .sort = u"",
+     .emptyText = u"该时间间隔没有客户。",
+     .dateValues = kPeriodDates,
+     .keepsSource = true,
+     .queryCode = ShowSource::BestClients,
+     .present = [](const Session& session) { return session.clientShowSource; },
+     .tells = [](const Session&, ShowSource) { return ShowSource::Clients; },
+     .panel = makePanel<IntervalClientsPanel>},
+    {.name = u"statisticFm3",
+     .caption = u"业务员业绩统计",
+     .table = u"",
+     .sources = kClerks,
+     .sort = u"",
+     .emptyText = u"没有客户资料，业务员没有业绩。",
+     .dateValues = kPeriodDates,
+     .prepare = [](Session& session, ShowSource) { clerk_Count(session); },
+     .panel = makePanel<ClerkPanel>},
+};
+
+} // namespace
+
+std::span<const DisplayDescription> clientDisplays() {
+    return kDisplays;
+}

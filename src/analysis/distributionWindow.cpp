@@ -1,0 +1,54 @@
+#include "analysis/distributionWindow.h"
+
+#include "controls/formParts.h"
+#include "controls/recordPane.h"
+#include "recordset/ignoringErrors.h"
+#include "recordset/textNumber.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+DistributionWindow::DistributionWindow(const Distribution& distribution, ViewHost& host, Prompts& prompts)
+    : StatisticWindow(QString::fromUtf16(distribution.window), QString::fromUtf16(distribution.caption))
+    , m_distribution(distribution)
+    , m_host(host)
+    , m_rows(std::make_shared<Recordset>(host.session().cn)) {
+    const QString total = QString::fromUtf16(distribution.total);
+    m_pane =
+        new RecordPane({.moves = distribution.moves}, QStringLiteral("没有可以统计的客户。"), prompts, this);
+    m_total = makeShownBox(QStringLiteral("Text2"), total, this);
+    m_total->setReadOnly(true);
+    auto* print = makeButton(QString::fromUtf16(distribution.print), QStringLiteral("打印"), this);
+    auto* back = makeButton(QString::fromUtf16(distribution.back), QStringLiteral("返回"), this);
+    connect(print, &QPushButton::clicked, this, &DistributionWindow::print);
+    connect(back, &QPushButton::clicked, this, &QWidget::close);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(m_pane->moves);
+    bottom->addStretch(1);
+    bottom->addWidget(new QLabel(total, this));
+    bottom->addWidget(m_total);
+    bottom->addWidget(print);
+    bottom->addWidget(back);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(m_pane->grid, 1);
+    column->addLayout(bottom);
+    resize(640, 480);
+    activate();
+}
+
+void DistributionWindow::activate() {
+    IgnoringErrors errors;
+    double total = 0;
+    errors.run([&] { total = countDistribution(m_host.session(), m_distribution, m_rows); });
+    m_pane->bind(m_rows);
+    m_total->setText(plainNumber(total));
+}
+
+void DistributionWindow::print() {
+    Session& session = m_host.session();
+    session.scratch = m_rows;
+    session.report.caller = objectName();
+    m_host.openWindow(QString::fromUtf16(m_distribution.report), ViewHost::MainWindow::Hidden);
+}

@@ -1,0 +1,366 @@
+// Every statistic over random shops beside the same figures computed by the storage engine from the file, or
+// by a plain walk where its language cannot say them. Amounts are whole quarters, so that sums are exact in
+// any order.
+#include "analysis/clerks.h"
+#include "analysis/distribution.h"
+#include "analysis/evaluation.h"
+#include "analysis/frequency.h"
+#include "analysis/periodCopies.h"
+#include "analysis/turnover.h"
+#include "support/testBooks.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+#include <set>
+
+namespace {
+
+QString quoted(const QString& text) {
+    return text.isNull() ? QStringLiteral("NULL")
+                         : u'\'' + QString(text).replace(u'\'', QStringLiteral("''")) + u'\'';
+}
+
+/// A share as it is cut: its shortest decimal form without the nought before the point, by size.
+QString cutShare(double percent) {
+    QString text = QString::number(percent, 'g', 15);
+    if (percent < 1 && text.startsWith(u"0."))
+        text.remove(0, 1);
+    return text.left(percent < 1 ? 3 : percent < 10 ? 4 : 5);
+}
+
+class RandomShop : public testing::TestWithParam<unsigned> {
+protected:
+    void SetUp() override {
+        m_random.seed(GetParam());
+        books.execute(QStringLiteral("BEGIN"));
+        const int clients = GetParam() % 10 == 0 ? 0 : pick(1, GetParam() % 7 == 0 ? 1 : 14);
+        for (int i = 0; i < clients; ++i)
+            addClient(i);
+        const int lines = GetParam() % 9 == 0 ? 0 : pick(1, 90);
+        for (int i = 0; i < lines; ++i)
+            addLine(i, clients);
+        books.execute(QStringLiteral("COMMIT"));
+        session().open_rs();
+        client_totals_recount(session().cn, session().clientTable, session().buyList);
+        // The engine's comparison is that of the statements here, so the file is all that both share.
+        for (const QString& table : session().cn.tables())
+            session().cn.forgetImage(table);
+        openEvaluation(session());
+    }
+    Session& session() { return books.session(); }
+    int pick(int from, int to) { return std::uniform_int_distribution<int>(from, to)(m_random); }
+    bool once(int in) { return pick(1, in) == 1; }
+    QString numberOf(int client) {
+        return client % 4 == 3 ? QStringLiteral("o'%1").arg(client) : QStringLiteral("A%1").arg(client);
+    }
+    QString amount() { return once(12) ? QStringLiteral("NULL") : QString::number(pick(-40, 200) / 4.0); }
+    QString oneOf(const QStringList& texts) { return texts.at(pick(0, int(texts.size()) - 1)); }
+
+    void addClient(int i) {
+        const QStringList regions{QStringLiteral("北京"), QStringLiteral("上海"), QStringLiteral("o'x"),
+                                  QString(), QStringLiteral("")};
+        books.execute(QStringLiteral("INSERT INTO clientTable (流水号, 客户编号, 地区, 行业, 业务员编号, "
+                                     "消费合计, 购买数, 差额利润, "
+                                     "差额利润率) VALUES (%1, %2, %3, %4, %5, 0, 0, 0, '0')")
+                          .arg(QString::number(i + 1), quoted(numberOf(i)), quoted(oneOf(regions)),
+                               quoted(oneOf(regions)),
+                               quoted(oneOf({QStringLiteral("s1"), QStringLiteral("S1"),
+                                             QStringLiteral("s'2"), QString()}))));
+    }
+    void addLine(int i, int clients) {
+        // Some lines are of customers who are gone, some bear their number in the other case.
+        QString client = numberOf(pick(0, clients + 1));
+        if (once(6))
+            client = client.toLower();
+        const QDate day = QDate(2002, 10, 1).addDays(pick(0, 800));
+        const QString date = once(25) ? QStringLiteral("NULL") : u'\'' + day.toString(Qt::ISODate) + u'\'';
+        books.execute(
+            QStringLiteral(
+                "INSERT INTO buyList (流水号, 订单号, 客户编号, 产品编号, 日期, 数量, 实付, 差额利润) "
+                "VALUES (%1, '%2', %3, 'p', %4, %5, %6, %7)")
+                .arg(QString::number(i + 1), QString::number(pick(1, 30)), quoted(client), date, amount(),
+                     amount(), amount()));
+    }
+    /// Makes the copies of a random period. Out: the same condition for the storage engine.
+    QString takePeriodCopies() {
+        const int year = pick(2002, 2005);
+        buildPeriodCopies(session(), QStringLiteral("日期 >= #%1-1-1# And 日期 <= #%1-12-31#").arg(year),
+                          PeriodCopies::All);
+        session().periodStart = QString::number(year);
+        return QStringLiteral("日期 BETWEEN '%1-01-01' AND '%1-12-31'").arg(year);
+    }
+    QString shown(const RecordsetPtr& rows) {
+        QStringList all;
+        for (int i = 0; rows->isOpen() && i < rows->RecordCount(); ++i) {
+            QStringList cells;
+            for (int field = 0; field < rows->fieldCount(); ++field)
+                cells << toText(rows->valueAt(i, field));
+            all << cells.join(u'|');
+        }
+        return all.join(u';');
+    }
+    /// Rows of a query of the storage engine in the same form.
+    QString stored(const QString& sql) {
+        QStringList all;
+        Statement statement = session().cn.prepare(sql);
+        while (statement.step()) {
+            QStringList cells;
+            for (int i = 0; i < statement.columnCount(); ++i)
+                cells << statement.text(i).remove(QStringLiteral(".0"));
+            all << cells.join(u'|');
+        }
+        return all.join(u';');
+    }
+    static QString sortedRows(const QString& rows) {
+        QStringList all = rows.split(u';');
+        all.sort();
+        return all.join(u';');
+    }
+
+    /// A customer as the file has him.
+    struct Client {
+        QString number;
+        double figures[3] = {};
+    };
+    std::vector<Client> clientsInFile(const QString& table, int measure) {
+        static const QStringList columns{QStringLiteral("消费合计"), QStringLiteral("差额利润"),
+                                         QStringLiteral("购买数")};
+        std::vector<Client> clients;
+        Statement rows = session().cn.prepare(
+            QStringLiteral("SELECT 客户编号, 消费合计, 差额利润, 购买数 FROM %1 ORDER BY %2 DESC, rowid")
+                .arg(table, columns[measure]));
+        while (rows.step())
+            clients.push_back({rows.text(0), {rows.number(1), rows.number(2), rows.number(3)}});
+        return clients;
+    }
+    void checkCut(const BestClientsQuestion& question, int answer);
+    void checkEvaluation(const QString& table);
+    void checkClerks(const QString& table);
+    void checkDistributions(const QString& table);
+    void checkTurnover();
+    void checkFrequency();
+
+    TestBooks books;
+
+private:
+    std::mt19937 m_random;
+};
+
+void RandomShop::checkEvaluation(const QString& table) {
+    ASSERT_TRUE(beginEvaluation(session()));
+    evaluate(session(), evaluatedSource(session()));
+    const QStringList sums =
+        stored(QStringLiteral("SELECT total(消费合计), total(差额利润), total(购买数), count(*) FROM %1")
+                   .arg(table))
+            .split(u'|');
+    for (std::size_t i = 0; i < 4; ++i)
+        EXPECT_EQ(session().evaluation[i].value.toDouble(), sums[int(i)].toDouble()) << i;
+    EXPECT_EQ(session().evaluation[0].share, sums[3] == u"0" ? u"0%" : u"100%");
+}
+
+void RandomShop::checkCut(const BestClientsQuestion& question, int answer) {
+    const RecordsetPtr clients = clientsToCut(session());
+    if (!clients)
+        return;
+    const QString table =
+        clients == session().clientTable2 ? QStringLiteral("clientTable2") : QStringLiteral("clientTable");
+    const int measure = int(question.measure);
+    const std::vector<Client> all = clientsInFile(table, measure);
+    double totals[3] = {};
+    for (const Client& each : all)
+        for (int i = 0; i < 3; ++i)
+            totals[i] += each.figures[i];
+    const bool any =
+        question.ranks ? totals[0] != 0 && totals[1] != 0 && totals[2] != 0 : totals[measure] != 0;
+    const float target = float(answer / 100.0);
+    QStringList taken;
+    double sums[3] = {};
+    for (const Client& each : all) {
+        if (!any)
+            break;
+        taken << each.number;
+        for (int i = 0; i < 3; ++i)
+            sums[i] += each.figures[i];
+        if (question.ranks ? int(taken.size()) >= answer : sums[measure] / totals[measure] >= double(target))
+            break;
+    }
+    const CutRows cut = cutBestClients(session(), clients, question, QString::number(answer));
+    writeCut(session(), cut, question.measure);
+    EXPECT_EQ(stored(QStringLiteral("SELECT 客户编号 FROM clientTable3 ORDER BY rowid")), taken.join(u';'));
+    EXPECT_EQ(session().evaluation[3].value.toInt(), taken.size());
+    for (int i = 0; i < 3; ++i) {
+        const Indicator& shown = session().evaluation[std::size_t(i)];
+        EXPECT_EQ(shown.value.toDouble(), sums[i]) << i;
+        const double percent = totals[i] == 0 ? 0 : 100 * (sums[i] / totals[i]);
+        if (percent > 0 && percent < 100) {
+            EXPECT_EQ(shown.share, cutShare(percent) + u'%') << i;
+        }
+    }
+}
+
+void RandomShop::checkClerks(const QString& table) {
+    clerk_Count(session());
+    EXPECT_EQ(sortedRows(shown(session().clerkTotals)),
+              sortedRows(stored(
+                  QStringLiteral("SELECT 业务员编号, sum(消费合计), count(业务员编号) FROM (SELECT * FROM %1 "
+                                 "ORDER BY rowid) GROUP BY 业务员编号 COLLATE NOCASE")
+                      .arg(table))));
+    double before = std::numeric_limits<double>::infinity();
+    for (int i = 0; i < session().clerkTotals->RecordCount(); ++i) {
+        EXPECT_LE(session().clerkTotals->numberAt(i, 1), before);
+        before = session().clerkTotals->numberAt(i, 1);
+    }
+    const ClerkFigures figures = clerkFigures(session(), session().showSource);
+    EXPECT_EQ(figures.turnover + u'|' + figures.clients,
+              stored(QStringLiteral("SELECT total(消费合计), count(*) FROM ") + table));
+}
+
+void RandomShop::checkDistributions(const QString& table) {
+    for (const Distribution& each : distributions()) {
+        const QString column = QString::fromUtf16(each.column);
+        RecordsetPtr rows;
+        const double total = countDistribution(session(), each, rows);
+        EXPECT_EQ(total, stored(QStringLiteral("SELECT count(%1) FROM %2").arg(column, table)).toDouble());
+        Statement groups = session().cn.prepare(
+            QStringLiteral("SELECT trim(coalesce(%1, '')), count(%1) FROM %2 GROUP BY %1 ORDER BY 2 DESC")
+                .arg(column, table));
+        QStringList wanted;
+        for (QString text; total > 0 && groups.step();) {
+            const double share = 100 * groups.number(1) / total;
+            if (share < 100)
+                text = share == 0 ? QStringLiteral("0") : cutShare(share);
+            wanted << groups.text(0) + u'|' + groups.text(1) + u'|' +
+                          (text.isEmpty() ? QStringLiteral("0") : text + u'%');
+        }
+        EXPECT_EQ(sortedRows(shown(rows)), sortedRows(wanted.join(u';'))) << column.toStdString();
+    }
+}
+
+void RandomShop::checkTurnover() {
+    for (const TurnoverStatistic& statistic : turnoverStatistics()) {
+        const auto rows = countTurnover(session(), statistic);
+        ASSERT_EQ(rows != nullptr, stored(QStringLiteral("SELECT count(*) FROM buyList")) != u"0");
+        if (!rows)
+            return;
+        std::map<QString, double> sums;
+        std::set<QString> paid; // keys with anything but Nulls
+        Statement lines =
+            session().cn.prepare(QStringLiteral("SELECT strftime('%Y', 日期), CAST(strftime('%m', 日期) AS "
+                                                "INTEGER), 实付 FROM buyList ORDER BY rowid"));
+        for (QString key = QStringLiteral(""); lines.step();) {
+            const int month = int(lines.integer(1));
+            const QString year = lines.text(0);
+            if (statistic.span == TurnoverSpan::Year)
+                key = year + u'年';
+            else if (statistic.span == TurnoverSpan::Month)
+                key = month == 0 ? QStringLiteral("") : year + u'-' + QString::number(month);
+            else if (month > 0 && statistic.span == TurnoverSpan::Quarter)
+                key = year + u'-' + QString::number((month - 1) / 3 + 1) + QStringLiteral("季度");
+            else if (month > 0)
+                key = year + (month < 7 ? QStringLiteral("-上半年") : QStringLiteral("-下半年"));
+            sums[key] += lines.number(2);
+            if (!lines.isNull(2))
+                paid.insert(key);
+        }
+        QStringList wanted;
+        for (const auto& [key, sum] : sums)
+            wanted << key + u'|' + (paid.count(key) ? toText(CellValue(sum)) : QString());
+        EXPECT_EQ(sortedRows(shown(session().saleTable)), sortedRows(wanted.join(u';')));
+    }
+}
+
+void RandomShop::checkFrequency() {
+    session().reopen(session().buyList, QStringLiteral("Select * From buyList "));
+    if (!session().buyList->hasRows())
+        return;
+    const FrequencyTables tables = countFrequency(session());
+    writeFrequency(session(), tables);
+    // Months as texts by customer, and the month of the last line.
+    std::map<QString, std::set<QString>> months;
+    Statement lines = session().cn.prepare(QStringLiteral(
+        "SELECT lower(trim(客户编号)), coalesce(strftime('%Y', 日期) || '-' || CAST(strftime('%m', 日期) AS "
+        "INTEGER), '') FROM buyList"));
+    while (lines.step())
+        months[lines.text(0)].insert(lines.text(1));
+    const QString latest =
+        stored(QStringLiteral("SELECT coalesce(strftime('%Y', max(日期)) || '-' || CAST(strftime('%m', "
+                              "max(日期)) AS INTEGER), '') FROM buyList"));
+    std::map<int, int> wanted;
+    int total = 0;
+    bool earlier = false;
+    for (const auto& [client, all] : months) {
+        std::set<QString> before = all;
+        before.erase(latest);
+        earlier = earlier || !before.empty();
+        if (before.empty() || !all.count(latest))
+            continue;
+        const QString last = *before.rbegin();
+        const int years = std::max(0, latest.left(4).toInt() - last.left(4).toInt());
+        if (years > 1)
+            continue;
+        ++wanted[std::max(1, latest.mid(5).toInt() + 12 * years - last.mid(5).toInt())];
+        ++total;
+    }
+    ASSERT_EQ(tables.counted, earlier);
+    if (!earlier)
+        return;
+    const RecordsetPtr& table = session().month_Table;
+    for (int i = 1; i <= PurchaseIntervals::kLongest; ++i) {
+        EXPECT_EQ(toText(table->valueAt(0, i)), QString::number(wanted[i])) << i;
+        const double share = total == 0 ? 0 : 100.0 * wanted[i] / total;
+        const QString text = share == 100 ? QStringLiteral("100")
+                             : share == 0 ? QStringLiteral("0")
+                                          : cutShare(share);
+        if (share == 0 || share >= 10) {
+            EXPECT_EQ(toText(table->valueAt(1, i)), total == 0 ? QStringLiteral("0") : text + u'%') << i;
+        }
+        const QString& list = session().intervalClients[std::size_t(i)];
+        EXPECT_EQ(list.isEmpty() ? 0 : list.count(QStringLiteral("', '")) + 1, wanted[i]) << i;
+    }
+    EXPECT_EQ(stored(QStringLiteral("SELECT count(*) FROM buy_Frequence_Table")),
+              stored(QStringLiteral("SELECT count(*) FROM buyList")));
+    EXPECT_EQ(sortedRows(
+                  stored(QStringLiteral("SELECT 日期, lower(客户编号), 购买次数 FROM buy_Frequence_Table2"))),
+              sortedRows(stored(QStringLiteral(
+                  "SELECT 日期, lower(客户编号), count(订单号) FROM buy_Frequence_Table GROUP BY "
+                  "日期, 客户编号"))));
+}
+
+TEST_P(RandomShop, EveryFigureIsThatOfTheFile) {
+    for (const bool period : {false, true}) {
+        SCOPED_TRACE(period ? "period" : "whole");
+        const QString table = period ? QStringLiteral("clientTable2") : QStringLiteral("clientTable");
+        if (period)
+            takePeriodCopies();
+        session().clientShowSource = period ? ShowSource::PeriodClients : ShowSource::Clients;
+        checkEvaluation(table);
+        for (const BestClientsQuestion& question : bestClientsQuestions())
+            checkCut(question, question.ranks ? pick(0, 8) : pick(0, 110));
+        session().analysisKind = 1;
+        session().showSource = period ? ShowSource::PeriodClients : ShowSource::Clients;
+        checkDistributions(table);
+        session().showSource = period ? ShowSource::PeriodClerks : ShowSource::Clerks;
+        checkClerks(table);
+        checkTurnover();
+        checkFrequency();
+    }
+}
+
+TEST_P(RandomShop, ThePeriodsTotalsAreThoseOfItsLinesAndNoughtWhereNothingWasPaid) {
+    const QString condition = takePeriodCopies();
+    EXPECT_EQ(sortedRows(stored(
+                  QStringLiteral("SELECT lower(客户编号), 消费合计, 差额利润, 购买数 FROM clientTable2"))),
+              sortedRows(stored(
+                  QStringLiteral(
+                      "SELECT lower(number), paid, iif(paid = 0, 0, margin), iif(paid = 0, 0, quantity) FROM "
+                      "(SELECT c.客户编号 AS number, total(实付) AS paid, total(l.差额利润) AS margin, "
+                      "total(数量) AS quantity FROM clientTable c JOIN buyList l ON l.客户编号 = c.客户编号 "
+                      "WHERE l.%1 GROUP BY c.rowid)")
+                      .arg(condition))));
+}
+
+INSTANTIATE_TEST_SUITE_P(FiftyShops, RandomShop, testing::Range(1U, 51U));
+
+} // namespace
