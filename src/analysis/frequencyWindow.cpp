@@ -39,6 +39,8 @@ buy_FrequenceFm1::buy_FrequenceFm1(ViewHost& host, Prompts& prompts)
     column->addWidget(m_chart, 1);
     column->addWidget(makeLabel(QStringLiteral("Label2"), QStringLiteral("时间间隔（按月）"), this));
     column->addWidget(m_grid);
+    column->addWidget(
+        new QLabel(QStringLiteral("上一行是客户数，下一行是百分率。点一格看这个间隔的客户。"), this));
     resize(1100, 620);
     load();
 }

@@ -30,5 +30,6 @@ bool writeCsv(const QString& path, const QAbstractItemModel& model, const std::v
     writeLine([&](int column) { return model.headerData(column, Qt::Horizontal).toString(); });
     for (int row = 0; row < model.rowCount(); ++row)
         writeLine([&](int column) { return model.index(row, column).data().toString(); });
-    return file.commit();
+    // What is still held back reaches the disk here, and commit() does not hear when that fails.
+    return file.flush() && file.commit();
 }

@@ -60,7 +60,8 @@ protected:
     }
     bool store() override {
         const QByteArray pdf = withBlanks(m_written.data());
-        return m_file->write(pdf) == pdf.size() && m_file->commit();
+        // A short file reaches the disk only with the flush, and commit() does not hear when that fails.
+        return m_file->write(pdf) == pdf.size() && m_file->flush() && m_file->commit();
     }
 
 private:

@@ -1,6 +1,7 @@
 #include "controls/dataGrid.h"
 #include "controls/moveButtons.h"
 #include "support/scriptedPrompts.h"
+#include "support/smallDisk.h"
 #include "support/testBooks.h"
 
 #include <QAbstractItemModelTester>
@@ -113,6 +114,20 @@ TEST_F(Grid, ExportsTheShownColumnsAsCsv) {
         QString::fromUtf8(bytes),
         u"客户编号,单位名称\r\n3,\"单,\"\"位\"\"3\"\r\n1,\"单,\"\"位\"\"1\"\r\n2,\"单,\"\"位\"\"2\"\r\n");
     EXPECT_FALSE(grid.exportCsv("/nowhere/at/all.csv"));
+}
+
+TEST_F(Grid, AListThatDoesNotFitOnTheDiskLeavesTheFileBeforeIt) {
+    grid.bind(clients);
+    QTemporaryDir folder;
+    QFile file(folder.filePath("a.csv"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("before") == 6);
+    file.close();
+    {
+        const FileSizeLimit full(16);
+        EXPECT_FALSE(grid.exportCsv(file.fileName()));
+    }
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "before");
 }
 
 TEST_F(Grid, SelectedRowsAreCopiedPartedByTabs) {

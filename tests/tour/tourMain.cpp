@@ -28,6 +28,9 @@ public:
     std::optional<QString> openFile(const QString& /*title*/, const QString& /*filter*/) override {
         return m_folder + QStringLiteral("/customers.xls");
     }
+    std::optional<QString> input(const QString& /*text*/, const QString& /*title*/) override {
+        return QStringLiteral("80");
+    }
     std::optional<QString> saveFile(const QString& /*title*/, const QString& /*proposal*/,
                                     const QString& /*filter*/) override {
         return m_folder + QStringLiteral("/backup.mdb");
@@ -46,6 +49,7 @@ public:
     void run() {
         Driver main(m_main);
         shoot(&m_main, "register");
+        frequency();
         main.choose(QStringLiteral("maintain_product"));
         shoot(&m_main, "product-registration");
         main.click(QStringLiteral("Command8"));
@@ -72,6 +76,8 @@ public:
         count();
         import();
         maintenance();
+        evaluation();
+        statistics();
         main.choose(QStringLiteral("help"));
         shoot(m_main.host().window(QStringLiteral("manualFm1")), "user-guide");
     }
@@ -234,6 +240,62 @@ private:
         main.click(QStringLiteral("Command3"));
         whenBoxOpens("backup");
         main.choose(QStringLiteral("dataBackup1"));
+    }
+
+    /// The view in front; the evaluation may stand hidden behind it with boxes of the same names.
+    Driver view() { return Driver(*m_main.host().active()); }
+
+    void evaluation() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("data_statistic1"));
+        shoot(&m_main, "evaluation");
+        main.click(QStringLiteral("Toolbar1(2)"));
+        Driver time(*window("timeDefineFm2"));
+        const QStringList years = time.entries(QStringLiteral("Combo1"));
+        time.pick(QStringLiteral("Combo1"), years.at(years.size() - 2));
+        time.click(QStringLiteral("Option5"));
+        time.click(QStringLiteral("Command1"));
+        shoot(&m_main, "evaluation-of-a-year");
+        main.click(QStringLiteral("Toolbar1(4)"));
+        main.choose(QStringLiteral("proporation_analysis1"));
+        shoot(&m_main, "best-customers");
+        page("print_rs8", "best-customers-report");
+    }
+
+    void statistics() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("count_season"));
+        shoot(&m_main, "turnover");
+        page("print_rs_statistic", "turnover-report");
+        main.choose(QStringLiteral("statistic_achievement"));
+        shoot(&m_main, "salespeople");
+        view().click(QStringLiteral("Command4"));
+        shoot(&m_main, "customers-of-a-salesperson");
+        main.choose(QStringLiteral("distribution_analysis1"));
+        shoot(window("clientPlaceFm1"), "regions");
+        window("clientPlaceFm1")->close();
+    }
+
+    /// Before the sale of today, whose month would have no other customer.
+    void frequency() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("buy_frequence"));
+        TopWindow* form = window("buy_FrequenceFm1");
+        form->resize(1100, 620);
+        shoot(form, "frequency");
+        Driver(*form).clickCell(QStringLiteral("DataGrid3"), 0, QStringLiteral("2"));
+        shoot(&m_main, "customers-of-an-interval");
+        form->close();
+    }
+
+    /// The report that the view in front prints.
+    void page(const char* report, const char* name) {
+        Driver(m_main).click(QStringLiteral("Toolbar1(7)"));
+        TopWindow* form = window(report);
+        form->resize(1280, 800);
+        shoot(form, name);
+        form->close();
+        QCoreApplication::processEvents();
     }
 
     void report() {
