@@ -72,7 +72,7 @@ ShowSource evaluatedSource(const Session& session) {
     return session.cutOnScreen ? ShowSource::BestClients : session.clientShowSource;
 }
 
-void evaluate(Session& session, ShowSource code) {
+void begin_setup(Session& session, ShowSource code) {
     IgnoringErrors errors;
     const bool any = unfilteredClients(session)->hasRows();
     session.analysisCaption = any ? QStringLiteral("全库数据") : QStringLiteral("空库");

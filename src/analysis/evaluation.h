@@ -14,7 +14,7 @@ bool beginEvaluation(Session& session);
 
 /// Sorts the customers of a source by 消费合计 and figures their indicators, which are the whole of their
 /// table. A cut of the best customers keeps the figures that the analysis left.
-void evaluate(Session& session, ShowSource code);
+void begin_setup(Session& session, ShowSource code);
 
 /// Which customers the evaluation shows: a cut of the best ones, or those of clientShowSource.
 ShowSource evaluatedSource(const Session& session);

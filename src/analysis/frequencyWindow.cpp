@@ -41,7 +41,7 @@ buy_FrequenceFm1::buy_FrequenceFm1(ViewHost& host, Prompts& prompts)
     column->addWidget(m_grid);
     column->addWidget(
         new QLabel(QStringLiteral("上一行是客户数，下一行是百分率。点一格看这个间隔的客户。"), this));
-    resize(1100, 620);
+    resize(1240, 620);
     load();
 }
 
@@ -50,6 +50,9 @@ void buy_FrequenceFm1::load() {
     m_latest->setText(m_session.buyList->hasRows() ? dates.last : QStringLiteral("0000-00-00"));
     const RecordsetPtr& months = m_session.month_Table;
     m_grid->bind(months, {months->fieldNames().value(0)});
+    m_grid->horizontalHeader()->setMinimumSectionSize(
+        m_grid->fontMetrics().horizontalAdvance(QStringLiteral("00.00%")) + 8);
+    m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_grid->setFixedHeight(m_grid->horizontalHeader()->sizeHint().height() +
                            3 * m_grid->verticalHeader()->defaultSectionSize() + 24);
     QList<Bar> bars;

@@ -104,6 +104,8 @@ public:
     bool shows(ShowSource code) const override;
     void rowsReplaced() override;
 
+    const DisplayDescription& description() const { return m_description; }
+
     void Time_AA();
     void data_whole_show();
     void data_order();

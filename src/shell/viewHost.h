@@ -36,6 +36,7 @@ public:
         registerWindow(name, std::move(factory));
         m_reports.insert(name);
     }
+    QStringList viewNames() const { return m_views.keys(); }
     /// Whether a view or window of this name is there.
     bool knows(const QString& name) const { return m_views.contains(name) || m_windows.contains(name); }
 

@@ -150,7 +150,7 @@ private:
 
 void RandomShop::checkEvaluation(const QString& table) {
     ASSERT_TRUE(beginEvaluation(session()));
-    evaluate(session(), evaluatedSource(session()));
+    begin_setup(session(), evaluatedSource(session()));
     const QStringList sums =
         stored(QStringLiteral("SELECT total(消费合计), total(差额利润), total(购买数), count(*) FROM %1")
                    .arg(table))

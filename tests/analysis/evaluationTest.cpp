@@ -25,7 +25,7 @@ protected:
     }
     void show() {
         if (beginEvaluation(session()))
-            evaluate(session(), evaluatedSource(session()));
+            begin_setup(session(), evaluatedSource(session()));
     }
     QString indicators() {
         QStringList all;

@@ -1,10 +1,12 @@
+#include "analysis/clerks.h"
+#include "analysis/evaluation.h"
 #include "analysis/periodCopies.h"
 #include "data/sourceTable.h"
 #include "query/fieldLists.h"
 #include "reports/reportDescription.h"
+#include "shell/displayView.h"
 #include "shell/toolbarTable.h"
 #include "stock/stockCount.h"
-#include "stock/stockViews.h"
 #include "support/shopWindow.h"
 
 #include <gtest/gtest.h>
@@ -18,19 +20,39 @@ class DisplayTable : public ShopWindow {
 protected:
     void SetUp() override {
         books.addProduct("p1", "纸", 5, 1, 2);
+        books.addClient("1");
+        books.changeBehind("UPDATE clientTable SET 业务员编号 = 's'");
         start();
+        collect();
         newStockCount(session());
+        openEvaluation(session());
         buildPeriodCopies(session(), "日期 >= #2000-1-1#", PeriodCopies::All);
+        session().showSource = ShowSource::Clerks;
+        clerk_Count(session());
+        session().currentClerk = QStringLiteral("s");
+        openClerkClients(session());
+    }
+    /// The descriptions of all display views that any feature has registered.
+    void collect() {
+        for (const QString& name : main->host().viewNames()) {
+            session().showSource = ShowSource::Clerks; // what one of them keeps of the view before it
+            main->host().show(name);
+            if (const auto* view = qobject_cast<DisplayView*>(main->host().active()))
+                displays.push_back(&view->description());
+        }
+        main->host().show("dataInputFm1");
     }
     template <typename Check> void eachDisplay(Check&& check) {
-        for (const DisplayDescription& each : stockDisplays()) {
-            SCOPED_TRACE(text(each.name).toStdString());
-            check(each);
+        EXPECT_GE(displays.size(), 11U);
+        for (const DisplayDescription* each : displays) {
+            SCOPED_TRACE(text(each->name).toStdString());
+            check(*each);
         }
     }
     /// The cursor of a source, opened on the whole table where nothing has opened it yet.
     RecordsetPtr cursorOf(const DisplayDescription& display, const DisplaySource& source) {
-        RecordsetPtr* slot = sourceCursor(session(), source.code);
+        const bool own = display.queryCode == ShowSource::None;
+        RecordsetPtr* slot = sourceCursor(session(), own ? source.code : display.queryCode);
         if (!slot)
             return nullptr;
         if (!(*slot)->isOpen())
@@ -38,6 +60,8 @@ protected:
         return *slot;
     }
     static QString text(const char16_t* characters) { return QString::fromUtf16(characters); }
+
+    std::vector<const DisplayDescription*> displays;
 };
 
 TEST_F(DisplayTable, NamesAreUniqueAndEachIsRegisteredWithItsWords) {
@@ -67,11 +91,20 @@ TEST_F(DisplayTable, EachSourceHasACursorWithTheColumnsThatTheViewAsksFor) {
         ASSERT_FALSE(each.sources.empty());
         QStringList asked = text(each.hidden).split(u' ', Qt::SkipEmptyParts);
         asked.removeAll(QStringLiteral("流水号")); // hidden where there is one
-        asked << text(each.sort) << QStringLiteral("日期");
+        if (each.sort[0])
+            asked << text(each.sort).section(u' ', 0, 0);
         for (const DisplaySource& source : each.sources) {
             const RecordsetPtr cursor = cursorOf(each, source);
             ASSERT_NE(cursor, nullptr) << int(source.code);
-            for (const QString& field : asked + searchFields(searchCodeOf(source.code)))
+            QStringList fields = asked;
+            if (source.dates == datesOfRows || source.dates == datesOfRowsOrPeriod)
+                fields << QStringLiteral("日期");
+            // A search by 日期 asks for a period and no column.
+            for (const QString& field : searchFields(
+                     searchCodeOf(each.queryCode == ShowSource::None ? source.code : each.queryCode)))
+                if (field != u"日期")
+                    fields << field;
+            for (const QString& field : fields)
                 EXPECT_TRUE(cursor->fieldNames().contains(field)) << int(source.code) << field.toStdString();
             EXPECT_NE(source.dates, nullptr);
         }
@@ -82,6 +115,8 @@ TEST_F(DisplayTable, EachSourceHasACursorWithTheColumnsThatTheViewAsksFor) {
 
 TEST_F(DisplayTable, TheFirstSourceIsTheWholeTable) {
     eachDisplay([this](const DisplayDescription& each) {
+        if (!each.table[0])
+            return; // rows of its own
         ASSERT_TRUE(session().cn.hasTable(text(each.table)));
         const RecordsetPtr cursor = cursorOf(each, each.sources.front());
         EXPECT_EQ(cursor->image().table().toLower(), text(each.table).toLower());
@@ -96,7 +131,11 @@ TEST_F(DisplayTable, EachReportIsInTheCatalogueAndReadsTheSourcesCursor) {
             EXPECT_TRUE(main->host().knows(text(source.report)));
             // A view that asks the whole table for rows prints that, whatever it shows.
             const ShowSource printed = each.asksWholeForRows ? each.whole() : source.code;
-            EXPECT_TRUE(report->cursor == sourceRow(printed)->cursor) << text(source.report).toStdString();
+            const ShowSource shown = each.queryCode == ShowSource::None ? printed : each.queryCode;
+            // The customers of an interval are printed by a command of their own; the toolbar prints all.
+            if (text(each.name) != u"userInfoFm3") {
+                EXPECT_TRUE(report->cursor == sourceRow(shown)->cursor) << text(source.report).toStdString();
+            }
             EXPECT_NE(text(report->title).isEmpty(), text(each.reportTitle).isEmpty())
                 << "a title comes from the report or from the view";
             for (const ReportColumn& column : report->columns)

@@ -66,7 +66,7 @@ protected:
                 << name << ": " << item.text.toStdString() << " at " << item.x << ", " << item.y;
             ++compared;
         }
-        EXPECT_GT(compared, 10) << name;
+        EXPECT_GE(compared, 5) << name; // a title, two labels and a row of two at least
     }
 
     TestBooks books;
