@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QPointer>
 #include <QTimer>
 
 /// A short remark beside a widget that goes by itself: for what needs an answer but no message box. It lies
@@ -19,7 +20,7 @@ protected:
 
 private:
     QTimer m_timer;
-    QWidget* m_beside = nullptr;
+    QPointer<QWidget> m_beside; // may go before the hint does
 };
 
 /// Shows the hint of the widget's window below the widget, or below a part of it.
