@@ -59,6 +59,12 @@ bool beginsLikeADate(QStringView text) {
            std::all_of(text.begin(), text.begin() + 4, [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
+RecordsetPtr wholeTable(Session& session, const QString& table) {
+    RecordsetPtr rows;
+    session.reopen(rows, QStringLiteral("Select * From ") + table);
+    return rows;
+}
+
 } // namespace
 
 std::span<const ImportTarget> importTargets() {
@@ -194,8 +200,17 @@ void com_return(Session& session, const ImportTarget& target) {
 
 void refreshAfterImport(Session& session, const ImportTarget& target, const Progress& progress) {
     com_return(session, target);
-    if (session.buyList->isOpen())
-        lineMarginRefresh(session.cn, session.buyList);
-    if (session.clientTable->isOpen() && session.buyList->isOpen())
-        client_totals_recount(session.cn, session.clientTable, session.buyList, progress);
+    if (!session.buyList->isOpen())
+        return;
+    // On cursors of their own: the shared ones may hold edits that nobody has saved.
+    const RecordsetPtr lines = wholeTable(session, QStringLiteral("buyList"));
+    lineMarginRefresh(session.cn, lines);
+    if (!session.clientTable->isOpen())
+        return;
+    client_totals_recount(session.cn, wholeTable(session, QStringLiteral("clientTable")), lines, progress);
+    // As a recount on them leaves the shared ones.
+    if (session.clientTable->pendingCount() == 0)
+        session.clientTable->clearFilter();
+    if (session.buyList->pendingCount() == 0)
+        session.buyList->Requery();
 }

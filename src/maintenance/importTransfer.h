@@ -87,5 +87,6 @@ private:
 /// Reads the shared cursor on the target again.
 void com_return(Session& session, const ImportTarget& target);
 
-/// What follows an import of customers or lines: margins of the lines, then the customers' totals.
+/// What follows an import of customers or lines: margins of the lines, then the customers' totals, both
+/// reckoned and written by what is stored. Edits that are pending on the other shared cursor stay so.
 void refreshAfterImport(Session& session, const ImportTarget& target, const Progress& progress);
