@@ -28,7 +28,9 @@ StockFm2::StockFm2(ViewHost& host, Prompts& prompts)
     : View(QStringLiteral("StockFm2"), QStringLiteral("底于库存安全数的商品"))
     , m_host(host)
     , m_session(host.session()) {
-    m_pane = new RecordPane({}, QStringLiteral("没有需要补充库存的产品。"), prompts, this);
+    const QString nothing = QStringLiteral("没有需要补充库存的产品。");
+    m_pane = new RecordPane({}, nothing, prompts, this);
+    m_pane->grid->setNothingFoundText(nothing); // a Filter is what the list is made by
     m_threshold = makeReadOnlyBox(QStringLiteral("Text4"), QStringLiteral("库存安全数"), this);
     auto* more = makeButton(QStringLiteral("Command3(0)"), QStringLiteral("库存安全数加"), this);
     auto* less = makeButton(QStringLiteral("Command3(1)"), QStringLiteral("减"), this);

@@ -261,6 +261,7 @@ TEST_F(StockViews, TheShortfallListTakesTheThresholdAsShortAndTheNextOneNot) {
         drive->click("Command3(1)");
     EXPECT_EQ(drive->text("Text4"), u"0");
     EXPECT_EQ(drive->text("Text1"), u"0/0");
+    EXPECT_EQ(grid()->emptyText(), u"没有需要补充库存的产品。") << "\"全库显示\" would not help here";
     drive->click("Command3(1)");
     EXPECT_EQ(session().safetyStock, -1) << "there is no lower bound";
     drive->click("Command3(0)");
