@@ -49,6 +49,7 @@ DataGrid::DataGrid(Prompts& prompts, QWidget* parent)
     });
     connect(m_model, &QAbstractItemModel::modelReset, this, &DataGrid::fitFirstRows);
     connect(m_model, &QAbstractItemModel::rowsInserted, this, &DataGrid::fitFirstRows);
+    connect(m_model, &QAbstractItemModel::dataChanged, this, &DataGrid::fitFirstRows);
 }
 
 void DataGrid::bind(const RecordsetPtr& recordset, const QStringList& hidden) {
@@ -59,10 +60,8 @@ void DataGrid::bind(const RecordsetPtr& recordset, const QStringList& hidden) {
         m_model->setRecordset(recordset);
     for (int i = 0; i < m_model->columnCount(); ++i)
         setColumnHidden(i, hidden.contains(recordset->fieldInfo(i).name));
-    if (other) {
-        fitColumns();
-        m_fitted = m_model->rowCount() > 0;
-    }
+    if (other)
+        fitToRows();
     followRecordset();
     if (other && m_rowHandler)
         m_rowHandler();
@@ -102,10 +101,14 @@ void DataGrid::fitColumns() {
 }
 
 void DataGrid::fitFirstRows() {
-    if (m_fitted || m_model->rowCount() == 0)
-        return;
-    m_fitted = true;
+    if (!m_fitted && m_model->rowCount() > 0)
+        fitToRows();
+}
+
+void DataGrid::fitToRows() {
     fitColumns();
+    // A row that is still being filled in is measured again with every value, until it is written.
+    m_fitted = m_model->rowCount() > 0 && !isNewRow(recordset()->rowAt(0));
 }
 
 void DataGrid::followRecordset() {

@@ -80,6 +80,7 @@ protected:
 
 private:
     void followRecordset();
+    void fitToRows();
     void fitFirstRows();
     void askExport();
 

@@ -212,4 +212,26 @@ TEST_F(Grid, ColumnsAreFittedWhenTheirFirstRowsAppear) {
     EXPECT_EQ(grid.columnWidth(column), fitted + 40) << "what the user has set stays";
 }
 
+TEST_F(Grid, ColumnsAreFittedToAFirstRowThatIsAddedFieldByField) {
+    books.changeBehind("DELETE FROM clientTable");
+    books.session().open_rs();
+    clients = books.session().clientTable;
+    grid.bind(clients);
+    const int company = clients->fieldIndex("单位名称");
+    const int address = clients->fieldIndex("地址");
+    const int empty = grid.columnWidth(company);
+    clients->AddNew();
+    clients->Fields(company).setValue(QString("很长很长很长很长很长的单位名称"));
+    clients->Fields(address).setValue(QString("也很长很长很长很长很长的一个地址"));
+    clients->Update();
+    const int fitted = grid.columnWidth(company);
+    EXPECT_GT(fitted, empty);
+    EXPECT_GT(grid.columnWidth(address), fitted);
+    grid.setColumnWidth(company, fitted + 40);
+    clients->AddNew();
+    clients->Fields(company).setValue(QString("短"));
+    clients->Update();
+    EXPECT_EQ(grid.columnWidth(company), fitted + 40) << "what the user has set stays";
+}
+
 } // namespace
