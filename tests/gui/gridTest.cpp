@@ -153,7 +153,6 @@ TEST_F(Grid, NumbersStandRightDatesInTheMiddleTextsLeft) {
 
 TEST_F(Grid, NumbersKeptAsTextsStandRightToo) {
     books.addProduct("p", "纸", 1, 1, 1);
-    books.session().cn.forgetImage("productTable");
     books.session().open_rs();
     for (const auto& [table, field] :
          {std::pair("productTable", "折扣"), {"stock_Count_Bank", "亏_盈"}, {"clientTable", "差额利润率"}}) {

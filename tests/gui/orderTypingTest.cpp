@@ -101,13 +101,11 @@ TEST_F(OrderTyping, ArrowKeysMoveInTheLinesTheBoxesFollowAndEnterFocusesTheQuant
 }
 
 TEST_F(OrderTyping, ASignThatWouldOverflowTheLineIsNotTaken) {
-    books.execute("UPDATE buyList SET 单价 = 1e200");
-    session().cn.forgetImage("buyList");
+    books.changeBehind("UPDATE buyList SET 单价 = 1e200");
     drive->choose("management_client");
     drive->choose("maintain_order");
     drive->clickCell("DataGrid2", 0, "订单号");
-    books.execute("UPDATE productTable SET 数量 = 1e140");
-    session().cn.forgetImage("productTable");
+    books.changeBehind("UPDATE productTable SET 数量 = 1e140");
     session().reopen(session().productTable, "Select * From productTable ");
     type(10, "1e110");
     EXPECT_EQ(box(10), u"1e11");

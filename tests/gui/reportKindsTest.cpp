@@ -133,7 +133,6 @@ TEST_F(ReportKinds, AMoveCanLookAtTheProductsInsteadOfItsOwnRows) {
     report->click("Command11");
     EXPECT_EQ(form->reportLayout().tableTop, 25) << "no products";
     books.addProduct("P9", "纸", 1, 1, 1);
-    session().cn.forgetImage("productTable");
     session().reopen(session().productTable, "Select * From productTable");
     report->click("Command11");
     EXPECT_EQ(form->reportLayout().tableTop, 26);

@@ -22,8 +22,7 @@ protected:
     /// Puts `count` rows below the report's cursor in place of those there.
     const RecordsetPtr& open(const ReportDescription& report, int count, int pageSize = 40) {
         const QString table = tableOf(report);
-        books.execute(QStringLiteral("DELETE FROM \"%1\"").arg(table));
-        session().cn.forgetImage(table);
+        books.changeBehind(QStringLiteral("DELETE FROM \"%1\"").arg(table));
         fillTable(books, table, count);
         RecordsetPtr& slot = session().*report.cursor;
         session().reopen(slot, rowsOf(report));
@@ -160,8 +159,7 @@ TEST_F(Printing, BlanksOfATextAreBlanksInTheFile) {
     const ReportDescription& report = *findReport(u"showprint_rs15");
     layout = defaultLayout(report, "产 品 入 库 清 单");
     open(report, 1);
-    books.execute("UPDATE product_Bank SET 品名 = '红 木'");
-    session().cn.forgetImage("product_Bank");
+    books.changeBehind("UPDATE product_Bank SET 品名 = '红 木'");
     session().reopen(session().product_Bank, "Select * From product_Bank");
     session().product_Bank->setPageSize(40);
     const auto job = PrintJob::toPdf(path(), {report.orientation, {}});

@@ -179,8 +179,7 @@ TEST_F(ReportPage, WideningABoxMovesItsSeparatorAndTheTextBehindItAlone) {
 
 TEST_F(ReportPage, ALongTextRunsOnAndTheNextSeparatorStandsInIt) {
     open(1);
-    books.execute("UPDATE product_Bank SET 品名 = '" + QString(40, u'长') + "'");
-    session().cn.forgetImage("product_Bank");
+    books.changeBehind("UPDATE product_Bank SET 品名 = '" + QString(40, u'长') + "'");
     session().reopen(session().product_Bank, "Select * From product_Bank");
     rows()->setPageSize(40);
     draw(0);
@@ -195,8 +194,7 @@ TEST_F(ReportPage, ALongTextRunsOnAndTheNextSeparatorStandsInIt) {
 
 TEST_F(ReportPage, NullIsAnEmptyCellAndBlanksAroundATextAreTakenOff) {
     open(2);
-    books.execute("UPDATE product_Bank SET 品名 = '  纸 ', 规格 = NULL WHERE 产品编号 = 'P1'");
-    session().cn.forgetImage("product_Bank");
+    books.changeBehind("UPDATE product_Bank SET 品名 = '  纸 ', 规格 = NULL WHERE 产品编号 = 'P1'");
     session().reopen(session().product_Bank, "Select * From product_Bank");
     rows()->setPageSize(40);
     draw(0);
