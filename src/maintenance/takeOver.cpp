@@ -222,29 +222,26 @@ QString keptName(const QString& path) {
     }
 }
 
-/// Puts the new file in the old one's place. A failure leaves the old one there.
-void replaceOld(const QString& made, const QString& path, const QString& kept) {
-    const QByteArray oldName = QFile::encodeName(path);
-    if (std::rename(QFile::encodeName(made).constData(), oldName.constData()) != 0)
-        fail(ErrorNumber::Engine, QStringLiteral("新数据库不能放到原来的位置"), path);
-    try {
-        flush(QFileInfo(path).absolutePath());
-    } catch (...) {
-        std::rename(QFile::encodeName(kept).constData(), oldName.constData());
-        throw;
-    }
-}
-
 /// Gives the old file a second name and the new one the old name. In between both names lead to the old file.
+/// A failure leaves the old file its old name or, where it cannot have it back, its second one.
 void swapIn(const QString& made, const QString& path, const QString& kept) {
-    if (::link(QFile::encodeName(path).constData(), QFile::encodeName(kept).constData()) != 0 &&
-        !QFile::copy(path, kept))
+    const QByteArray oldName = QFile::encodeName(path);
+    const QByteArray secondName = QFile::encodeName(kept);
+    if (::link(oldName.constData(), secondName.constData()) != 0 && !QFile::copy(path, kept))
         fail(ErrorNumber::Engine, QStringLiteral("旧文件不能改名保留"), kept);
     try {
         flush(kept);
-        replaceOld(made, path, kept);
+        if (std::rename(QFile::encodeName(made).constData(), oldName.constData()) != 0)
+            fail(ErrorNumber::Engine, QStringLiteral("新数据库不能放到原来的位置"), path);
     } catch (...) {
         QFile::remove(kept);
+        throw;
+    }
+    try {
+        flush(QFileInfo(path).absolutePath());
+    } catch (...) {
+        if (std::rename(secondName.constData(), oldName.constData()) != 0)
+            fail(ErrorNumber::Engine, QStringLiteral("文件没有写入磁盘，旧文件现在叫 %1").arg(kept), path);
         throw;
     }
 }
