@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <cstdio>
@@ -20,6 +21,8 @@
 #include <unistd.h>
 
 namespace {
+
+constexpr int kRowsPerSign = 2000;
 
 /// The database that is being made beside the old file. It goes at the end, unless it took the old file's
 /// place; what a run that was killed left behind goes at the start.
@@ -87,11 +90,12 @@ std::vector<int> entryOrder(const QString& table, const SourceRows& rows) {
     return order;
 }
 
-/// Fills the tables of a new database from an old one.
+/// Fills the tables of a new database from an old one. `alive` is called now and then during a long table.
 class Filling {
 public:
-    explicit Filling(const QString& path)
-        : m_connection(path) {}
+    Filling(const QString& path, std::function<void()> alive)
+        : m_alive(std::move(alive))
+        , m_connection(path) {}
 
     QStringList tables() { return m_connection.tables(); }
     /// What could not be kept so far, a line a value.
@@ -184,7 +188,8 @@ private:
                                      .arg(quotedName(table), marks.join(QStringLiteral(", "))));
         int number = 0;
         for (const int row : entryOrder(table, rows)) {
-            ++number;
+            if (++number % kRowsPerSign == 0)
+                m_alive();
             for (std::size_t i = 0; i < columns.size(); ++i) {
                 const QString text = sources[i] < 0 ? QString() : rows.cell(row, sources[i]);
                 const Kept kept = keptOf(columns[i], text);
@@ -197,9 +202,37 @@ private:
         }
     }
 
+    std::function<void()> m_alive;
     QStringList m_lost;
     Connection m_connection;
 };
+
+/// Fills every table of a new database that the old books have too; gives what could not be kept.
+QStringList fillAll(ImportSource& source, const QString& path,
+                    const std::function<void(int, int)>& progress) {
+    const QStringList old = source.tables();
+    int done = 0;
+    int total = 0;
+    const auto tell = [&] {
+        if (progress)
+            progress(done, total);
+    };
+    Filling filling(path, tell);
+    const QStringList tables = filling.tables();
+    total = int(tables.size());
+    const auto before = std::exchange(source.signOfLife, tell);
+    const auto putBack = qScopeGuard([&] { source.signOfLife = before; });
+    for (const QString& table : tables) {
+        const auto found = std::find_if(old.begin(), old.end(), [&table](const QString& name) {
+            return name.compare(table, Qt::CaseInsensitive) == 0;
+        });
+        if (found != old.end())
+            filling.fill(table, source.read(*found));
+        ++done;
+        tell();
+    }
+    return filling.lost();
+}
 
 void flush(const QString& path) {
     const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY);
@@ -280,24 +313,9 @@ TakenOver takeOver(const QString& path, const std::function<void(int, int)>& pro
 TakenOver takeOverFrom(ImportSource& source, const QString& path,
                        const std::function<void(int, int)>& progress) {
     const HalfMade made(path);
-    const QStringList old = source.tables();
     createDatabase(made.path());
     TakenOver result;
-    {
-        Filling filling(made.path());
-        const QStringList tables = filling.tables();
-        int done = 0;
-        for (const QString& table : tables) {
-            const auto found = std::find_if(old.begin(), old.end(), [&table](const QString& name) {
-                return name.compare(table, Qt::CaseInsensitive) == 0;
-            });
-            if (found != old.end())
-                filling.fill(table, source.read(*found));
-            if (progress)
-                progress(++done, int(tables.size()));
-        }
-        result.lost = filling.lost();
-    }
+    result.lost = fillAll(source, made.path(), progress);
     if (const QString fault = databaseFault(made.path()); !fault.isEmpty())
         fail(ErrorNumber::Engine, fault, made.path());
     made.removeJournal(); // empty by now

@@ -28,7 +28,8 @@ struct TakenOver {
 /// Turns the Jet file into a database of the present format under the same name. Every table of the system
 /// comes over with its rows in their order; a text wider than its column widens the column. The old file
 /// stays beside it under another name. A process that is killed at any moment leaves the old state or the new
-/// one; a failure leaves the old file and nothing beside it. `progress` is told tables done and in all.
+/// one; a failure leaves the old file and nothing beside it. `progress` is told tables done and in all, also
+/// again and again while a long table is under way.
 /// Throws ImportError, RuntimeError, DatabaseLost.
 TakenOver takeOver(const QString& path, const std::function<void(int, int)>& progress = {});
 

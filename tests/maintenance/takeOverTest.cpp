@@ -313,6 +313,31 @@ TEST_F(TakeOver, ARefusalEndsInOneFullStop) {
     EXPECT_TRUE(fault.endsWith(u"已损坏。")) << fault.toStdString();
 }
 
+/// Old books whose tables are long in being read.
+class LongBooks : public InventedBooks {
+public:
+    SourceRows read(const QString& table) override {
+        for (int i = 0; i < 3 && signOfLife; ++i)
+            signOfLife();
+        return InventedBooks::read(table);
+    }
+};
+
+TEST_F(TakeOver, TellsHowFarItIsWhileALongTableIsReadAndFilled) {
+    LongBooks old;
+    SourceRows& lines = old.books["buyList"];
+    lines.columns = QStringList{"订单号"};
+    for (int i = 0; i < 5000; ++i)
+        lines.cells.push_back(QString::number(i));
+    QStringList steps;
+    takeOverFrom(old, path(),
+                 [&](int done, int total) { steps << QStringLiteral("%1/%2").arg(done).arg(total); });
+    const QString total = steps.last().section(u'/', 1);
+    EXPECT_EQ(steps.last(), total + u'/' + total);
+    EXPECT_EQ(steps.size(), total.toInt() + 3 + 2) << "three signs of the reader, one each 2000 rows";
+    EXPECT_FALSE(old.signOfLife) << "what it called is gone";
+}
+
 /// Old books whose reading stops the process at a table.
 class KillingBooks : public ImportSource {
 public:
