@@ -100,6 +100,7 @@ void FileInputFm3::transferRows() {
         QCoreApplication::processEvents();
     }
     m_running = false;
+    m_plan.rows = {};
     tellEnd(transfer);
     if (m_stop)
         wayOut();
@@ -129,6 +130,7 @@ void FileInputFm3::tellEnd(const ImportTransfer& transfer) {
 void FileInputFm3::refresh() {
     if (m_running)
         return;
+    giveUpSource();
     if (m_plan.target->recounts) {
         m_noteText->setText(QStringLiteral("正在整理数据，请等待..."));
         m_note->show();
@@ -143,14 +145,19 @@ void FileInputFm3::refresh() {
     close();
 }
 
+void FileInputFm3::giveUpSource() {
+    m_sourceSide->grid->unbind();
+    importSource.reset();
+    m_plan.rows = {};
+}
+
 void FileInputFm3::wayOut() {
     if (m_running) {
         m_stop = true;
         return;
     }
-    m_sourceSide->grid->unbind();
+    giveUpSource();
     m_targetSide->grid->unbind();
-    m_plan.rows = {};
     com_return(m_session, *m_plan.target);
     finish();
 }

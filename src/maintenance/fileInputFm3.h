@@ -10,7 +10,8 @@ class QProgressBar;
 class RecordPane;
 
 /// Runs an import as soon as it is shown, source and target side by side. While it runs its grids can be
-/// paged; closing it stops the run. The plan gives up its rows when the window closes.
+/// paged; closing it stops the run. The plan's rows go with the end of the run; those that the grid shows
+/// when what follows it begins.
 class FileInputFm3 : public TopWindow {
     Q_OBJECT
 
@@ -29,6 +30,8 @@ private:
     void showStep(const ImportTransfer& transfer);
     void showPositions();
     void refresh();
+    /// Lets go of the rows that came in.
+    void giveUpSource();
 
     ImportPlan& m_plan;
     Session& m_session;

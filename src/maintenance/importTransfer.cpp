@@ -147,7 +147,8 @@ RecordsetPtr targetRecordset(Session& session, const ImportPlan& plan) {
 ImportTransfer::ImportTransfer(Session& session, const ImportPlan& plan, RecordsetPtr target)
     : m_session(session)
     , m_plan(plan)
-    , m_target(std::move(target)) {
+    , m_target(std::move(target))
+    , m_rows(plan.rows.rowCount()) {
     const QStringList numbers = words(plan.target->numbers);
     for (int i = 0; i < m_target->fieldCount(); ++i) {
         m_sizes.push_back(m_target->Fields(i).DefinedSize());

@@ -56,7 +56,8 @@ RecordsetPtr sourceRecordset(Session& session, const ImportPlan& plan);
 /// Opens the chosen columns of the target.
 RecordsetPtr targetRecordset(Session& session, const ImportPlan& plan);
 
-/// The transfer row by row, in blocks that are one transaction each. Failed statements are passed over.
+/// The transfer row by row, in blocks that are one transaction each. Failed statements are passed over. The
+/// plan's rows are needed until the last run.
 class ImportTransfer {
 public:
     ImportTransfer(Session& session, const ImportPlan& plan, RecordsetPtr target);
@@ -64,7 +65,7 @@ public:
     /// Transfers rows until the time is up or the block is full, and commits them.
     void run(int milliseconds);
     int done() const { return m_done; }
-    bool finished() const { return m_done >= m_plan.rows.rowCount(); }
+    bool finished() const { return m_done >= m_rows; }
     /// Whether no statement failed so far.
     bool clean() const { return m_clean; }
     /// Why the rest could not be written at all; empty while it can.
@@ -76,6 +77,7 @@ private:
     Session& m_session;
     const ImportPlan& m_plan;
     RecordsetPtr m_target;
+    const int m_rows; // of the source
     std::vector<int> m_sizes;
     std::vector<bool> m_isNumber;
     std::vector<CellValue> m_values; // of the row under way

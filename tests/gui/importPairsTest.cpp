@@ -6,6 +6,7 @@
 #include "support/jetFile.h"
 
 #include <QDir>
+#include <QProgressBar>
 
 namespace {
 
@@ -188,7 +189,7 @@ TEST_F(ImportPairs, UnequalPairsAreToldAndAnEmptySideDoesNothing) {
     EXPECT_EQ(window("FileInputFm3"), nullptr);
 }
 
-TEST_F(ImportPairs, TheRowsAreGivenUpWhenTheWindowsClose) {
+TEST_F(ImportPairs, TheRowsAreGivenUpBeforeTheTotalsAreReckoned) {
     start();
     ImportPlan plan;
     plan.importTarget = 1;
@@ -204,12 +205,22 @@ TEST_F(ImportPairs, TheRowsAreGivenUpWhenTheWindowsClose) {
         run();
         EXPECT_EQ(plan.rows.rowCount(), 120);
         prompts.expectMessage("数据导入成功！", "OK");
+        prompts.whenShown([&] { EXPECT_EQ(plan.rows.cells.capacity(), 0U); });
         QCoreApplication::processEvents();
+        const std::weak_ptr<Recordset> shown = runs->find<DataGrid>("DataGrid1")->recordset();
+        EXPECT_FALSE(shown.expired());
+        int steps = 0;
+        QObject::connect(runs->find<QProgressBar>("importProgress"), &QProgressBar::valueChanged,
+                         [&steps, &shown] {
+                             ++steps;
+                             EXPECT_TRUE(shown.expired()) << "while the totals are reckoned";
+                         });
         if (byBox)
             window("FileInputFm3")->close();
         else
             runs->click("Command3");
-        EXPECT_EQ(plan.rows.cells.capacity(), 0U);
+        EXPECT_EQ(steps, byBox ? 0 : 1);
+        EXPECT_TRUE(shown.expired());
     }
     QCoreApplication::processEvents();
     main.reset();
