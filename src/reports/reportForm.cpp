@@ -4,6 +4,7 @@
 #include "controls/longWork.h"
 #include "controls/moveButtons.h"
 #include "controls/prompts.h"
+#include "data/cursorMoves.h"
 #include "recordset/ignoringErrors.h"
 #include "reports/paperView.h"
 
@@ -318,19 +319,9 @@ void ReportForm::setUpPrinter() {
     m_session.report.printerOrientation = choice->orientation;
 }
 
-void ReportForm::leaveCursor() {
-    const RecordsetPtr& cursor = rows();
-    if (!cursor->hasRows())
-        return;
-    if (cursor->isEOF())
-        cursor->MoveLast();
-    else if (cursor->isBOF())
-        cursor->MoveFirst();
-}
-
 void ReportForm::wayOut() {
     settleJob();
-    leaveCursor();
+    backOntoARow(rows());
     m_session.report.reportReturned = 1;
     finish();
 }

@@ -82,7 +82,6 @@ private:
     PrintEnd exportPages(PrintJob& job);
     /// Ends the job's document, tells what went wrong with it, and lets go of it.
     void settleJob();
-    void leaveCursor();
 
     const ReportDescription& m_report;
     ViewHost& m_host;

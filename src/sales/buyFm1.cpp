@@ -4,6 +4,7 @@
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
 #include "controls/recordPane.h"
+#include "data/cursorMoves.h"
 #include "data/losses.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
@@ -367,9 +368,7 @@ void buyFm1::deleteBasketRow() {
     {
         const QuietWalk walk(m_basket);
         m_basket->Delete();
-        m_basket->MoveNext();
-        if (m_basket->isEOF() && m_basket->hasRows())
-            m_basket->MoveLast();
+        moveOnAfterDeletion(m_basket);
     }
     dropLeft(product);
     m_basketPanel->pane->showPosition();

@@ -5,6 +5,7 @@
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
 #include "controls/recordPane.h"
+#include "data/cursorMoves.h"
 #include "data/losses.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
@@ -192,10 +193,7 @@ void productRegisterFm1::rowChanged() {
         return;
     if (!products->hasRows())
         return m_pane->showPosition();
-    if (products->isBOF())
-        products->MoveFirst();
-    else if (products->isEOF())
-        products->MoveLast();
+    backOntoARow(products);
     m_pane->showPosition();
     m_boxes->setTexts(clearRecord(m_session));
     showRow();
