@@ -25,10 +25,6 @@ double number(const RecordsetPtr& recordset, const char16_t* name) {
     return val(field(recordset, name));
 }
 
-QString cut(const RecordsetPtr& basket, int box, const QString& text) {
-    return trimBlanks(leftPart(text, basket->Fields(lineColumns()[box]).DefinedSize()));
-}
-
 constexpr double kLargestAmount = 1e300;
 
 /// Figures of a line as its columns give them.
@@ -159,21 +155,33 @@ std::optional<QString> text4_check(const QStringList& boxes) {
     return std::nullopt;
 }
 
-void writeRecord5(const RecordsetPtr& basket, const QStringList& boxes, double unitCost) {
+void writeLineBoxes(const RecordsetPtr& line, const QStringList& boxes) {
     for (int box = 0; box < LineBox::Count; ++box) {
-        Field target = basket->Fields(lineColumns()[box]);
+        Field target = line->Fields(lineColumns()[box]);
         if (isNumberBox(box))
             target.setValue(val(boxes[box]));
         else if (box == LineBox::Date)
             target.setValue(trimBlanks(boxes[box].left(10)));
         else if (box == LineBox::Discount)
-            target.setValue(plainNumber(val(boxes[box])));
+            target.setValue(trimBlanks(boxes[box]));
         else
-            target.setValue(cut(basket, box, boxes[box]));
+            target.setValue(trimBlanks(boxes[box].left(target.DefinedSize())));
     }
+}
+
+void writeLineMargin(const RecordsetPtr& line) {
+    const auto stored = [&line](const char16_t* column) {
+        return line->Fields(QString::fromUtf16(column)).number();
+    };
+    line->Fields(QStringLiteral("差额利润"))
+        .setValue(checkedFinite(stored(u"实付") - stored(u"成本") * stored(u"数量")));
+}
+
+void writeRecord5(const RecordsetPtr& basket, QStringList boxes, double unitCost) {
+    boxes[LineBox::Discount] = plainNumber(val(boxes[LineBox::Discount]));
+    writeLineBoxes(basket, boxes);
     basket->Fields(QStringLiteral("成本")).setValue(unitCost);
-    basket->Fields(QStringLiteral("差额利润"))
-        .setValue(checkedFinite(val(boxes[LineBox::Paid]) - unitCost * val(boxes[LineBox::Quantity])));
+    writeLineMargin(basket);
 }
 
 void reture_OriginalValue(const RecordsetPtr& basket) {

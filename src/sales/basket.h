@@ -50,9 +50,18 @@ QStringList Record_display5(const RecordsetPtr& basket);
 /// The message of the first box that cannot stand, nothing if the line is good.
 std::optional<QString> text4_check(const QStringList& boxes);
 
-/// Stores the boxes in the current basket row (not yet updated); texts cut to their columns. Throws
-/// RuntimeError where a column refuses its value, with part of the row assigned.
-void writeRecord5(const RecordsetPtr& basket, const QStringList& boxes, double unitCost);
+/// Stores the boxes in the current row of a line's cursor (not yet updated), in their order; texts but the
+/// discount cut to their columns. Throws RuntimeError where a column refuses its value, with those before it
+/// assigned.
+void writeLineBoxes(const RecordsetPtr& line, const QStringList& boxes);
+
+/// Stores what the current row's 实付, 成本 and 数量 give as its 差额利润. Throws Overflow.
+void writeLineMargin(const RecordsetPtr& line);
+
+/// Stores the boxes, the unit cost and the margin in the current basket row (not yet updated), the discount
+/// as the number that it is. Throws RuntimeError where a column refuses its value, with part of the row
+/// assigned.
+void writeRecord5(const RecordsetPtr& basket, QStringList boxes, double unitCost);
 
 /// Puts every column of the current basket row back to what the table holds. Nothing in the program calls it.
 void reture_OriginalValue(const RecordsetPtr& basket);

@@ -19,10 +19,6 @@ const QStringList& keptColumns() {
     return columns;
 }
 
-bool isNumberBox(int box) {
-    return box == LineBox::Price || box == LineBox::Quantity || box == LineBox::Due || box == LineBox::Paid;
-}
-
 /// Makes buyList3 an empty table shaped like buyList. Throws RuntimeError where it cannot be made.
 void emptyLinesTable(Session& session) {
     IgnoringErrors errors;
@@ -105,21 +101,8 @@ QStringList OrderMaintenance::record_Display() const {
 }
 
 void OrderMaintenance::record_Write(const QStringList& boxes) {
-    for (int box = 0; box < LineBox::Count; ++box) {
-        Field target = m_lines->Fields(lineColumns()[box]);
-        if (isNumberBox(box))
-            target.setValue(val(boxes[box]));
-        else if (box == LineBox::Date)
-            target.setValue(trimBlanks(boxes[box].left(10)));
-        else if (box == LineBox::Discount)
-            target.setValue(trimBlanks(boxes[box]));
-        else
-            target.setValue(trimBlanks(boxes[box].left(target.DefinedSize())));
-    }
-    m_lines->Fields(QStringLiteral("差额利润"))
-        .setValue(checkedFinite(m_lines->Fields(QStringLiteral("实付")).number() -
-                                m_lines->Fields(QStringLiteral("成本")).number() *
-                                    m_lines->Fields(QStringLiteral("数量")).number()));
+    writeLineBoxes(m_lines, boxes);
+    writeLineMargin(m_lines);
 }
 
 void OrderMaintenance::save(const QStringList& boxes) {
