@@ -88,11 +88,7 @@ void buyFm1::connectProducts() {
 
 void buyFm1::connectLine() {
     connect(m_line->boxes, &RecordBoxes::changed, this, &buyFm1::boxChanged);
-    for (const int box : {LineBox::Quantity, LineBox::Price})
-        m_line->boxes->setNumberCheck(box, [this, box](const QString& text) {
-            const auto textOf = [&](int index) { return index == box ? text : m_line->boxes->text(index); };
-            return lineFits(textOf(LineBox::Quantity), textOf(LineBox::Price), m_unitCost);
-        });
+    refuseTooLarge(m_line->boxes, [this] { return m_unitCost; });
     connect(m_line->quantity, &UpDown::stepped, this, [this](int by) { step(LineBox::Quantity, by); });
     connect(m_line->discount, &UpDown::stepped, this, [this](int by) { step(LineBox::Discount, by); });
     connect(m_line->confirm, &QPushButton::clicked, this, &buyFm1::confirmLine);
@@ -212,15 +208,9 @@ void buyFm1::boxChanged(int index) {
         return;
     const QScopedValueRollback displaying(m_displaying, true);
     RecordBoxes* boxes = m_line->boxes;
-    const LineAmounts amounts =
-        lineAmounts(boxes->text(LineBox::Quantity), boxes->text(LineBox::Price), m_line->typing->counted());
-    if (!m_line->typing->isBegun() && boxes->text(LineBox::Discount) != amounts.discount) {
-        boxes->setText(LineBox::Discount, amounts.discount);
-        // Selected, so that the next digit replaces the 100 instead of making 1009 of it.
-        boxes->box(LineBox::Discount)->selectAll();
-    }
-    boxes->setText(LineBox::Due, amounts.due);
-    boxes->setText(LineBox::Paid, amounts.paid);
+    showLineAmounts(
+        boxes, *m_line->typing,
+        lineAmounts(boxes->text(LineBox::Quantity), boxes->text(LineBox::Price), m_line->typing->counted()));
 }
 
 void buyFm1::step(int box, int by) {

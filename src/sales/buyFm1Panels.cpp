@@ -45,7 +45,7 @@ ProductPanel::ProductPanel(Prompts& prompts, QWidget* parent)
 
 LinePanel::LinePanel(QWidget* parent)
     : QGroupBox(QStringLiteral("选购产品"), parent)
-    , boxes(new RecordBoxes(QStringLiteral("Text4"), lineCaptions(), std::nullopt, this))
+    , boxes(makeLineBoxes(std::nullopt, this))
     , bought(new QLineEdit(this))
     , quantity(new UpDown(QStringLiteral("UpDown1"), this))
     , discount(new UpDown(QStringLiteral("UpDown2"), this))
@@ -56,8 +56,6 @@ LinePanel::LinePanel(QWidget* parent)
     , settle(makeButton(QStringLiteral("Command1"), QStringLiteral("结算"), this))
     , back(makeButton(QStringLiteral("Command4"), QStringLiteral("返回"), this)) {
     setObjectName(QStringLiteral("Frame1"));
-    boxes->limitToNumbers(
-        {LineBox::Price, LineBox::Quantity, LineBox::Due, LineBox::Discount, LineBox::Paid});
     bought->setObjectName(QStringLiteral("Text8"));
     bought->setToolTip(QStringLiteral("购买该产品累积数"));
     bought->setAccessibleName(QStringLiteral("购买该产品累积数"));

@@ -1,12 +1,25 @@
 #pragma once
 
-#include <QStringList>
 #include <QWidget>
 
+#include <functional>
+#include <optional>
 #include <vector>
 
-/// Captions of the boxes of an order line, in box order.
-const QStringList& lineCaptions();
+class DiscountTyping;
+class RecordBoxes;
+struct BoxKeys;
+struct LineAmounts;
+
+/// The boxes of an order line: "Text4(0)" to "Text4(13)".
+RecordBoxes* makeLineBoxes(std::optional<BoxKeys> keys, QWidget* parent);
+
+/// Refuses a sign typed into quantity or price with which the line's amounts could not be reckoned with.
+/// `unitCost` gives the cost of one piece.
+void refuseTooLarge(RecordBoxes* boxes, const std::function<double()>& unitCost);
+
+/// Shows the amounts that quantity, price and discount give. A discount that is only begun stays.
+void showLineAmounts(RecordBoxes* boxes, const DiscountTyping& typing, const LineAmounts& amounts);
 
 class StepButton;
 

@@ -99,12 +99,8 @@ QLayout* paybackFm1::buildTotals() {
 
 QWidget* paybackFm1::buildLine() {
     auto* panel = new QGroupBox(QStringLiteral("修改"), this);
-    m_boxes =
-        new RecordBoxes(QStringLiteral("Text4"), lineCaptions(), BoxKeys{Qt::Key_Left, Qt::Key_Right}, panel);
-    m_boxes->limitToNumbers(
-        {LineBox::Price, LineBox::Quantity, LineBox::Due, LineBox::Discount, LineBox::Paid});
-    for (const int box : {LineBox::Quantity, LineBox::Price})
-        m_boxes->setNumberCheck(box, [this, box](const QString& text) { return lineTakes(box, text); });
+    m_boxes = makeLineBoxes(BoxKeys{Qt::Key_Left, Qt::Key_Right}, panel);
+    refuseTooLarge(m_boxes, [this] { return unitCost(); });
     auto* grid = new QGridLayout;
     constexpr int perRow = 3;
     for (int i = 0; i < LineBox::Count; ++i)
@@ -228,23 +224,14 @@ void paybackFm1::boxChanged(int index) {
     if (index == LineBox::Quantity && !stock_check())
         return;
     const QScopedValueRollback filling(fillGuard, qint16(Filling));
-    const LineAmounts amounts = orderLineAmounts(m_boxes->text(LineBox::Quantity),
-                                                 m_boxes->text(LineBox::Price), m_typing->counted());
-    if (!m_typing->isBegun() && m_boxes->text(LineBox::Discount) != amounts.discount) {
-        m_boxes->setText(LineBox::Discount, amounts.discount);
-        // Selected, so that the next digit replaces the 100 instead of making 1009 of it.
-        m_boxes->box(LineBox::Discount)->selectAll();
-    }
-    m_boxes->setText(LineBox::Due, amounts.due);
-    m_boxes->setText(LineBox::Paid, amounts.paid);
+    showLineAmounts(m_boxes, *m_typing,
+                    orderLineAmounts(m_boxes->text(LineBox::Quantity), m_boxes->text(LineBox::Price),
+                                     m_typing->counted()));
 }
 
-bool paybackFm1::lineTakes(int box, const QString& text) const {
+double paybackFm1::unitCost() const {
     const RecordsetPtr& lines = m_book.lines();
-    const auto textOf = [&](int index) { return index == box ? text : m_boxes->text(index); };
-    const double cost =
-        lines->hasRows() && lines->currentRow() ? lines->Fields(QStringLiteral("成本")).number() : 0;
-    return lineFits(textOf(LineBox::Quantity), textOf(LineBox::Price), cost);
+    return lines->hasRows() && lines->currentRow() ? lines->Fields(QStringLiteral("成本")).number() : 0;
 }
 
 bool paybackFm1::stock_check() {

@@ -46,8 +46,8 @@ private:
     void boxChanged(int index);
 
     bool stock_check();
-    /// Whether the line can be reckoned with after a text has been typed into a box.
-    bool lineTakes(int box, const QString& text) const;
+    /// Cost of a piece of the current line, 0 without one.
+    double unitCost() const;
     bool canChange() const;
     void bindLines();
     void showLine();
