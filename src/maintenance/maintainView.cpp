@@ -26,6 +26,10 @@ MaintainView::MaintainView(const MaintainedTable& table, ViewHost& host, Prompts
     column->addLayout(buildSearch());
     column->addWidget(m_pane->grid, 1);
     column->addLayout(buildCommands());
+    QWidgetList order = QWidgetList{m_search, command(u"Command6"), m_pane->grid} + m_pane->moves->buttons();
+    for (const char16_t* name : {m_table.save, m_table.discard, m_table.remove, m_table.removeAll})
+        order << command(name);
+    tabThrough(order);
     m_pane->onMove([this](int button) {
         m_pane->grid->commitEditor();
         moveInRecordset(cursor(), button);
@@ -43,6 +47,10 @@ QPushButton* MaintainView::addCommand(const char16_t* name, const char16_t* capt
         (this->*action)();
     });
     return button;
+}
+
+QPushButton* MaintainView::command(const char16_t* name) const {
+    return findChild<QPushButton*>(QString::fromUtf16(name));
 }
 
 QLayout* MaintainView::buildSearch() {

@@ -25,6 +25,7 @@ private:
     QLayout* buildSearch();
     QLayout* buildCommands();
     QPushButton* addCommand(const char16_t* name, const char16_t* caption, void (MaintainView::*action)());
+    QPushButton* command(const char16_t* name) const;
     const RecordsetPtr& cursor() const { return m_session.*m_table.cursor; }
     void bind();
     void search();

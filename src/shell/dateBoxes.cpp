@@ -28,6 +28,10 @@ QLineEdit* DateBoxes::makeBox(const QString& name, QString Session::*value) {
     return box;
 }
 
+QWidgetList DateBoxes::boxes() const {
+    return {m_first, m_last};
+}
+
 void DateBoxes::setDates(const DateSpan& dates) {
     m_first->setText(dates.first);
     m_last->setText(dates.last);

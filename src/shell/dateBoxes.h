@@ -25,6 +25,7 @@ public:
     DateBoxes(const QString& firstName, const QString& lastName, Session& session,
               const DisplayDateValues& values, QWidget* parent);
 
+    QWidgetList boxes() const;
     /// Shows the dates and sets both values, whether the boxes change or not.
     void setDates(const DateSpan& dates);
 

@@ -35,6 +35,12 @@ StockOutChooser::StockOutChooser(const StockOut& road, ViewHost& host, Prompts& 
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(buildGridSide(), 5);
     row->addWidget(buildPanel(), 3);
+    const auto named = [this](const char* name) {
+        return findChild<QPushButton*>(QString::fromLatin1(name));
+    };
+    tabThrough(QWidgetList{m_search, named("Command2"), named("Command3"), m_pane->grid} +
+               m_pane->moves->buttons() + m_dates->boxes() + m_boxes->widgets() +
+               QWidgetList{named("Command5")});
     m_pane->onRow([this] { rowChanged(); });
     // The date of a movement cannot be chosen: it is always today.
     connect(m_boxes->box(ProductBox::Date), &QLineEdit::textChanged, this, [this](const QString& text) {
