@@ -87,6 +87,13 @@ FileInputFm2::FileInputFm2(ImportPlan& plan, ViewHost& host, Prompts& prompts)
     column->addLayout(buildSource());
     column->addWidget(makeLabel(QStringLiteral("Label4"), QStringLiteral("建立字段对应关系"), this));
     column->addLayout(buildPairs(), 1);
+    column->addLayout(buildBottom());
+    resize(860, 560);
+    m_plan.target = nullptr;
+    shownAgain();
+}
+
+QLayout* FileInputFm2::buildBottom() {
     m_note = new QWidget(this);
     m_note->setObjectName(QStringLiteral("Picture2"));
     m_noteText = makeLabel(
@@ -108,10 +115,7 @@ FileInputFm2::FileInputFm2(ImportPlan& plan, ViewHost& host, Prompts& prompts)
     connect(back, &QPushButton::clicked, this, &QWidget::close);
     bottom->addWidget(run);
     bottom->addWidget(back);
-    column->addLayout(bottom);
-    resize(860, 560);
-    m_plan.target = nullptr;
-    shownAgain();
+    return bottom;
 }
 
 void FileInputFm2::shownAgain() {

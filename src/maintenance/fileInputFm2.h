@@ -23,6 +23,7 @@ public:
 private:
     QLayout* buildSource();
     QLayout* buildPairs();
+    QLayout* buildBottom();
     QLayout* buildPair(const QString& caption, const QString& buttons, QListWidget*& left,
                        const QString& leftName, QListWidget*& right, const QString& rightName);
     void openSource(int index);

@@ -20,11 +20,28 @@ FieldDialog::FieldDialog(const QString& name, const QString& caption, const QStr
     , m_host(host)
     , m_session(host.session())
     , m_prompts(prompts) {
+    auto* row = new QHBoxLayout(this);
+    row->addLayout(buildList(), 1);
+    row->addLayout(buildChoice(hint), 2);
+    connect(m_list, &QListWidget::itemClicked, this, [this] { choose(); });
+    m_list->installEventFilter(this);
+    m_list->setFocus();
+}
+
+QLayout* FieldDialog::buildList() {
     m_list = new QListWidget(this);
     m_list->setObjectName(QStringLiteral("List1"));
     m_list->setAccessibleName(QStringLiteral("字段名表"));
     m_list->setMinimumSize(150, 260);
     m_empty = makeLabel(QStringLiteral("emptyHint"), QStringLiteral("这里没有可以选择的字段。"), this);
+    auto* column = new QVBoxLayout;
+    column->addWidget(new QLabel(QStringLiteral("字段名表"), this));
+    column->addWidget(m_empty);
+    column->addWidget(m_list, 1);
+    return column;
+}
+
+QLayout* FieldDialog::buildChoice(const QString& hint) {
     m_field = new QLineEdit(this);
     m_field->setObjectName(QStringLiteral("Text1"));
     m_field->setPlaceholderText(hint);
@@ -32,28 +49,19 @@ FieldDialog::FieldDialog(const QString& name, const QString& caption, const QStr
     m_field->setMinimumWidth(220);
     m_confirm = makeButton(QStringLiteral("Command1"), QStringLiteral("确认"), this);
     QPushButton* back = makeButton(QStringLiteral("Command2"), QStringLiteral("返回"), this);
-    auto* left = new QVBoxLayout;
-    left->addWidget(new QLabel(QStringLiteral("字段名表"), this));
-    left->addWidget(m_empty);
-    left->addWidget(m_list, 1);
+    connect(m_confirm, &QPushButton::clicked, this, [this] { confirm(); });
+    connect(back, &QPushButton::clicked, this, &QWidget::close);
     m_form = new QFormLayout;
     m_form->addRow(new QLabel(QStringLiteral("字段名："), this), m_field);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
     buttons->addWidget(m_confirm);
     buttons->addWidget(back);
-    auto* right = new QVBoxLayout;
-    right->addLayout(m_form);
-    right->addStretch(1);
-    right->addLayout(buttons);
-    auto* row = new QHBoxLayout(this);
-    row->addLayout(left, 1);
-    row->addLayout(right, 2);
-    connect(m_list, &QListWidget::itemClicked, this, [this] { choose(); });
-    m_list->installEventFilter(this);
-    m_list->setFocus();
-    connect(m_confirm, &QPushButton::clicked, this, [this] { confirm(); });
-    connect(back, &QPushButton::clicked, this, &QWidget::close);
+    auto* column = new QVBoxLayout;
+    column->addLayout(m_form);
+    column->addStretch(1);
+    column->addLayout(buttons);
+    return column;
 }
 
 void FieldDialog::choose() {

@@ -37,6 +37,8 @@ protected:
     QPushButton* m_confirm = nullptr;
 
 private:
+    QLayout* buildList();
+    QLayout* buildChoice(const QString& hint);
     /// What a click on the list's current field does.
     void choose();
 

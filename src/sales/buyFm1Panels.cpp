@@ -56,16 +56,27 @@ LinePanel::LinePanel(QWidget* parent)
     , settle(makeButton(QStringLiteral("Command1"), QStringLiteral("结算"), this))
     , back(makeButton(QStringLiteral("Command4"), QStringLiteral("返回"), this)) {
     setObjectName(QStringLiteral("Frame1"));
-    bought->setObjectName(QStringLiteral("Text8"));
-    bought->setToolTip(QStringLiteral("购买该产品累积数"));
-    bought->setAccessibleName(QStringLiteral("购买该产品累积数"));
-    bought->setReadOnly(true);
-    bought->setAlignment(Qt::AlignRight);
     hint->setWordWrap(true);
     setTextColour(hint, QColor(0xB0, 0x44, 0x3A));
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(buildBoxes());
+    column->addWidget(hint);
+    column->addStretch(1);
+    column->addWidget(buildTotals(0));
+    column->addLayout(rowOf({confirm, cancel, browse}));
+    column->addWidget(buildTotals(1));
+    column->addLayout(rowOf({settle, back}));
+}
+
+QLayout* LinePanel::buildBoxes() {
+    const QString meaning = QStringLiteral("购买该产品累积数");
+    bought->setObjectName(QStringLiteral("Text8"));
+    bought->setToolTip(meaning);
+    bought->setAccessibleName(meaning);
+    bought->setReadOnly(true);
+    bought->setAlignment(Qt::AlignRight);
     QLabel* discountHint = makeLabel(QStringLiteral("discountHint"), {}, this);
     typing = new DiscountTyping(boxes, discountHint);
-
     auto* grid = new QGridLayout;
     for (int i = 0; i < LineBox::Count; ++i)
         boxes->place(grid, i, i / 2, i % 2 * 3);
@@ -78,15 +89,7 @@ LinePanel::LinePanel(QWidget* parent)
     grid->addWidget(history, LineBox::Count / 2, 0);
     grid->addWidget(bought, LineBox::Count / 2, 1);
     grid->addWidget(discountHint, LineBox::Count / 2, 3, 1, 2);
-
-    auto* column = new QVBoxLayout(this);
-    column->addLayout(grid);
-    column->addWidget(hint);
-    column->addStretch(1);
-    column->addWidget(buildTotals(0));
-    column->addLayout(rowOf({confirm, cancel, browse}));
-    column->addWidget(buildTotals(1));
-    column->addLayout(rowOf({settle, back}));
+    return grid;
 }
 
 QWidget* LinePanel::buildTotals(int which) {

@@ -48,6 +48,7 @@ public:
     QPushButton* back;
 
 private:
+    QLayout* buildBoxes();
     QWidget* buildTotals(int which);
 };
 

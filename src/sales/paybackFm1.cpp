@@ -101,6 +101,17 @@ QWidget* paybackFm1::buildLine() {
     auto* panel = new QGroupBox(QStringLiteral("修改"), this);
     m_boxes = makeLineBoxes(BoxKeys{Qt::Key_Left, Qt::Key_Right}, panel);
     refuseTooLarge(m_boxes, [this] { return unitCost(); });
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(addButton("Command3", QStringLiteral("保存"), &paybackFm1::save));
+    buttons->addWidget(addButton("Command4", QStringLiteral("删除"), &paybackFm1::deleteLine));
+    auto* column = new QVBoxLayout(panel);
+    column->addLayout(buildBoxes(panel));
+    column->addLayout(buttons);
+    return panel;
+}
+
+QLayout* paybackFm1::buildBoxes(QWidget* panel) {
     auto* grid = new QGridLayout;
     constexpr int perRow = 3;
     for (int i = 0; i < LineBox::Count; ++i)
@@ -122,14 +133,7 @@ QWidget* paybackFm1::buildLine() {
     m_bought->setAlignment(Qt::AlignRight);
     grid->addWidget(new QLabel(QStringLiteral("购买该产品总数"), panel), LineBox::Count / perRow, 6);
     grid->addWidget(m_bought, LineBox::Count / perRow, 7);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(addButton("Command3", QStringLiteral("保存"), &paybackFm1::save));
-    buttons->addWidget(addButton("Command4", QStringLiteral("删除"), &paybackFm1::deleteLine));
-    auto* column = new QVBoxLayout(panel);
-    column->addLayout(grid);
-    column->addLayout(buttons);
-    return panel;
+    return grid;
 }
 
 void paybackFm1::load() {

@@ -31,6 +31,7 @@ private:
     QWidget* buildOrders();
     QWidget* buildLines();
     QWidget* buildLine();
+    QLayout* buildBoxes(QWidget* panel);
     QLayout* buildTotals();
     QPushButton* addButton(const char* name, const QString& caption, void (paybackFm1::*action)());
 

@@ -219,20 +219,7 @@ StockOutDialog::StockOutDialog(const StockOut& road, StockOutChooser& chooser, V
     , m_host(host)
     , m_session(host.session())
     , m_prompts(prompts) {
-    m_boxes = new RecordBoxes(QStringLiteral("Text6"),
-                              {QString::fromUtf16(road.quantityCaption),
-                               QString::fromUtf16(road.amountCaption), QStringLiteral("说    明")},
-                              std::nullopt, this);
-    m_boxes->limitToNumbers({MovementBox::Quantity, MovementBox::Amount});
-    m_boxes->setNumberCheck(MovementBox::Quantity,
-                            [this](const QString& text) { return amountFits(m_session, text); });
-    const RecordsetPtr& history = m_session.*road.history;
-    if (history->isOpen())
-        m_boxes->box(MovementBox::Remark)
-            ->setMaxLength(history->Fields(QStringLiteral("说明")).DefinedSize());
-    m_boxes->setTexts({QStringLiteral("0"), QStringLiteral("0"), QString()});
-    connect(m_boxes->box(MovementBox::Quantity), &QLineEdit::textChanged, this,
-            &StockOutDialog::quantityChanged);
+    makeBoxes();
     QPushButton* confirmButton = makeButton(QStringLiteral("Command1"), QStringLiteral("确认"), this);
     QPushButton* cancelButton = makeButton(QStringLiteral("Command2"), QStringLiteral("取消"), this);
     connect(confirmButton, &QPushButton::clicked, this, &StockOutDialog::confirm);
@@ -247,6 +234,23 @@ StockOutDialog::StockOutDialog(const StockOut& road, StockOutChooser& chooser, V
     column->addLayout(grid);
     column->addLayout(buttons);
     resize(360, sizeHint().height());
+}
+
+void StockOutDialog::makeBoxes() {
+    m_boxes = new RecordBoxes(QStringLiteral("Text6"),
+                              {QString::fromUtf16(m_road.quantityCaption),
+                               QString::fromUtf16(m_road.amountCaption), QStringLiteral("说    明")},
+                              std::nullopt, this);
+    m_boxes->limitToNumbers({MovementBox::Quantity, MovementBox::Amount});
+    m_boxes->setNumberCheck(MovementBox::Quantity,
+                            [this](const QString& text) { return amountFits(m_session, text); });
+    const RecordsetPtr& history = m_session.*m_road.history;
+    if (history->isOpen())
+        m_boxes->box(MovementBox::Remark)
+            ->setMaxLength(history->Fields(QStringLiteral("说明")).DefinedSize());
+    m_boxes->setTexts({QStringLiteral("0"), QStringLiteral("0"), QString()});
+    connect(m_boxes->box(MovementBox::Quantity), &QLineEdit::textChanged, this,
+            &StockOutDialog::quantityChanged);
 }
 
 void StockOutDialog::quantityChanged() {

@@ -65,6 +65,7 @@ protected:
     void wayOut() override;
 
 private:
+    void makeBoxes();
     void quantityChanged();
     void confirm();
 
