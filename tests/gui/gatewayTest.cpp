@@ -1,5 +1,6 @@
 // What stands between the views of the stock and others.
 #include "support/shopWindow.h"
+#include "support/smallShop.h"
 
 #include <QListWidget>
 
@@ -8,10 +9,7 @@ namespace {
 class Gateways : public ShopWindow {
 protected:
     Gateways() {
-        books.addClient("7", "甲");
-        books.addClient("8", "乙");
-        books.addProduct("p1", "纸", 5, 2, 9);
-        books.addProduct("p2", "笔", 3, 2, 9);
+        addSmallShop(books);
         books.addLine("1", "7", "p1", "2004-05-07", 1, 1, 1);
     }
     /// A stand-in for the list of sales.

@@ -1,5 +1,6 @@
 // An import beside a maintenance view whose edits are not saved yet.
 #include "support/importShop.h"
+#include "support/smallShop.h"
 
 #include <QDir>
 
@@ -8,9 +9,8 @@ namespace {
 class ImportBesideEdits : public ImportShop {
 protected:
     ImportBesideEdits() {
-        books.addClient("1", "甲公司");
-        books.addClient("2", "乙公司");
-        books.addLine("21", "1", "p1", "2004-01-05", 4, 20, 2);
+        addSmallShop(books);
+        books.addLine("21", "7", "p1", "2004-01-05", 4, 20, 2);
     }
     void edit(const char* command, const char* column, const char* text) {
         if (!main)
@@ -37,7 +37,7 @@ protected:
         EXPECT_EQ(window("FileInputFm2"), nullptr);
     }
     void importLine() {
-        import(2, "日期,客户编号,成本,数量,实付", "2004-2-1,1,3,2,10");
+        import(2, "日期,客户编号,成本,数量,实付", "2004-2-1,7,3,2,10");
         EXPECT_EQ(books.stored("SELECT 差额利润 FROM buyList"), u"12.0;4.0");
     }
     QString clients() { return books.stored("SELECT 客户编号, 消费合计 FROM clientTable"); }
@@ -45,43 +45,43 @@ protected:
 };
 
 TEST_F(ImportBesideEdits, ATypedCustomerNumberIsNeitherWrittenNorTakenForTheTotals) {
-    edit("maintain_Data1", "客户编号", "2");
+    edit("maintain_Data1", "客户编号", "8");
     importLine();
-    EXPECT_EQ(clients(), u"1|30.0;2|0.0") << "the totals go by the stored numbers";
-    EXPECT_EQ(drive->cell("DataGrid1", 0, "客户编号"), u"2");
+    EXPECT_EQ(clients(), u"7|30.0;8|0.0") << "the totals go by the stored numbers";
+    EXPECT_EQ(drive->cell("DataGrid1", 0, "客户编号"), u"8");
     EXPECT_EQ(drive->cell("DataGrid1", 0, "消费合计"), u"30");
     EXPECT_EQ(session().clientTable->pendingCount(), 1);
     drive->choose("maintain_Data3");
-    EXPECT_EQ(clients(), u"1|30.0;2|0.0");
+    EXPECT_EQ(clients(), u"7|30.0;8|0.0");
 }
 
 TEST_F(ImportBesideEdits, ATypedQuantityIsNeitherWrittenNorReckonedWith) {
     edit("maintain_Data2", "数量", "9");
-    import(1, "客户编号", "3");
+    import(1, "客户编号", "9");
     EXPECT_EQ(firstLine(), u"4.0|12.0");
     EXPECT_EQ(drive->cell("DataGrid1", 0, "数量"), u"9");
     drive->click("Command4");
     EXPECT_EQ(drive->cell("DataGrid1", 0, "数量"), u"4");
     EXPECT_EQ(firstLine(), u"4.0|12.0");
-    EXPECT_EQ(clients(), u"1|20.0;2|0.0;3|0.0");
+    EXPECT_EQ(clients(), u"7|20.0;8|0.0;9|0.0");
 }
 
 TEST_F(ImportBesideEdits, ASavedEditIsWrittenAsBefore) {
     edit("maintain_Data1", "联系人", "张");
     importLine();
     drive->click("Command3");
-    EXPECT_EQ(books.stored("SELECT 联系人, 消费合计 FROM clientTable WHERE 客户编号 = '1'"), u"张|30.0");
+    EXPECT_EQ(books.stored("SELECT 联系人, 消费合计 FROM clientTable WHERE 客户编号 = '7'"), u"张|30.0");
 }
 
 TEST_F(ImportBesideEdits, WithoutEditsTheOtherTableIsShownWholeOnItsFirstRow) {
     start();
     drive->choose("maintain_Data1");
-    drive->type("Text2", "乙公司");
+    drive->type("Text2", "乙");
     drive->click("Command6");
     ASSERT_EQ(drive->rows("DataGrid1"), 1);
     importLine();
     EXPECT_EQ(drive->text("Text1"), u"1/2");
-    EXPECT_EQ(clients(), u"1|30.0;2|0.0");
+    EXPECT_EQ(clients(), u"7|30.0;8|0.0");
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // Deletions in an order while other views have left their conditions on the shared cursors.
 #include "sales/orderMaintenance.h"
-#include "support/testBooks.h"
+#include "support/smallShop.h"
 
 #include <gtest/gtest.h>
 
@@ -9,10 +9,7 @@ namespace {
 class OrderDeletion : public testing::Test {
 protected:
     OrderDeletion() {
-        books.addClient("7", "甲");
-        books.addClient("8", "乙");
-        books.addProduct("p1", "纸", 10, 2, 5);
-        books.addProduct("p2", "笔", 3, 1, 4);
+        addSmallShop(books);
         books.addLine("21", "7", "p1", "2004-01-05", 5, 25, 2);
         books.addLine("21", "7", "p2", "2004-01-05", 2, 8, 1);
         books.addLine("21", "7", "p1", "2004-01-05", 1, 5, 2);
