@@ -18,6 +18,7 @@ DistributionWindow::DistributionWindow(const Distribution& distribution, ViewHos
     const QString total = QString::fromUtf16(distribution.total);
     m_pane =
         new RecordPane({.moves = distribution.moves}, QStringLiteral("没有可以统计的客户。"), prompts, this);
+    m_pane->setEmptyPosition(QStringLiteral("0"));
     m_total = makeShownBox(QStringLiteral("Text2"), total, this);
     m_total->setReadOnly(true);
     auto* print = makeButton(QString::fromUtf16(distribution.print), QStringLiteral("打印"), this);

@@ -21,6 +21,7 @@ saleroom_statistic::saleroom_statistic(ViewHost& host, Prompts& prompts)
     , m_chart(new BarChart({QStringLiteral("MSChart1"), QStringLiteral("营业额统计"), QStringLiteral("时间"),
                             QStringLiteral("营业额")},
                            prompts, this)) {
+    m_pane->setEmptyPosition(QStringLiteral("0"));
     m_title->setFont(boldOf(m_title, 1.2));
     m_title->setAlignment(Qt::AlignCenter);
     auto* halves = new QSplitter(Qt::Horizontal, this);

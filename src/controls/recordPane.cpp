@@ -21,5 +21,5 @@ void RecordPane::bind(const RecordsetPtr& cursor, const QStringList& hidden) {
 }
 
 void RecordPane::showPosition() {
-    moves->setPosition(cursor() ? positionText(cursor()) : QStringLiteral("0/0"));
+    moves->setPosition(cursor() && cursor()->hasRows() ? positionText(cursor()) : m_emptyPosition);
 }

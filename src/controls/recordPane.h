@@ -27,6 +27,8 @@ public:
     /// Binds the grid, hides the named columns, and shows the position.
     void bind(const RecordsetPtr& cursor, const QStringList& hidden = {QStringLiteral("流水号")});
     void showPosition();
+    /// What the position reads without rows, in place of "0/0".
+    void setEmptyPosition(const QString& text) { m_emptyPosition = text; }
     /// What follows a change of the current row or the view, in place of showPosition().
     void onRow(std::function<void()> handler) { grid->setRowHandler(std::move(handler)); }
     /// What a press of a button does, in place of moving.
@@ -34,4 +36,5 @@ public:
 
 private:
     std::function<void(int)> m_move;
+    QString m_emptyPosition = QStringLiteral("0/0");
 };

@@ -44,6 +44,7 @@ protected:
         EXPECT_TRUE(main->isEnabled());
         return texts;
     }
+    /// Sells a number of the product to a customer, at 10 each.
     void sell(const char* client, const char* quantity) {
         drive->choose("management_client");
         if (view().rows("DataGrid1") == 0)
@@ -53,11 +54,19 @@ protected:
                 view().clickCell("DataGrid1", row, "客户编号");
         view().click("Command7");
         ASSERT_NE(window("buyFm1"), nullptr);
-        m_quantity = QString::fromUtf8(quantity);
+        Driver buy(*window("buyFm1"));
+        buy.clickCell("DataGrid1", 0, "品名");
+        buy.type("Text4(10)", quantity);
+        prompts.expectMessage("已记入购物表！");
+        buy.click("Command2");
+        prompts.expectConfirm(QStringLiteral("购买总数量： %1\n总金额：%2\n确认结算吗？")
+                                  .arg(QString::fromUtf8(quantity))
+                                  .arg(10 * QString::fromUtf8(quantity).toInt()),
+                              true);
+        buy.click("Command1");
+        window("buyFm1")->close();
     }
     const QString kWhole = QStringLiteral("2003-6-1/2004-5-21");
-
-    QString m_quantity;
 };
 
 INSTANTIATE_TEST_SUITE_P(Shops, Stories, testing::Values(State::Empty, State::Small, State::Filtered));
@@ -205,6 +214,30 @@ TEST_P(Stories, TheFrequencyWindowOpenAndThenAPurchase) {
     Driver(*window("buy_FrequenceFm1")).clickCell("DataGrid3", 0, "4");
     sell("2", "1");
     EXPECT_EQ(window("buy_FrequenceFm1"), nullptr);
+}
+
+TEST_P(Stories, ASaleAndThenTheStatistics) {
+    begin();
+    if (empty())
+        return;
+    cutByRank("1");
+    EXPECT_EQ(clients(), u"1");
+    sell("3", "20");
+    EXPECT_TRUE(prompts.done());
+    drive->choose("data_statistic1");
+    EXPECT_EQ(clients(), u"1") << "the cut stands as it was made";
+    drive->click("Toolbar1(4)");
+    EXPECT_EQ(clients(), u"3 1 2");
+    EXPECT_EQ(of("Label6"), u"300");
+    EXPECT_EQ(period(), u"2003-6-1/2004-11-21");
+    cutByTurnover("70");
+    EXPECT_EQ(clients(), u"3");
+    drive->choose("count_Year");
+    EXPECT_EQ(view().cell("DataGrid1", 1, "营业额"), u"280");
+    drive->choose("statistic_achievement");
+    EXPECT_EQ(view().cell("DataGrid1", 0, "业务员编号"), u"乙");
+    drive->choose("buy_frequence");
+    EXPECT_EQ(Driver(*window("buy_FrequenceFm1")).cell("DataGrid3", 0, "6"), u"1") << "May, then November";
 }
 
 TEST_P(Stories, SalespeoplePeriodHisCustomersSearchBack) {

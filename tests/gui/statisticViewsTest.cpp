@@ -201,6 +201,24 @@ TEST_F(StatisticViews, ADistributionWithoutCustomersDoesNothing) {
     EXPECT_EQ(window("clientPlaceFm1"), nullptr);
 }
 
+TEST_F(StatisticViews, ADistributionOfNobodyIsPrintedAllTheSame) {
+    fill();
+    books.changeBehind("UPDATE clientTable SET 地区 = NULL");
+    start();
+    drive->choose("distribution_analysis1");
+    Driver region(*window("clientPlaceFm1"));
+    EXPECT_EQ(region.text("Text1"), u"0") << "and not 0/0 as elsewhere";
+    EXPECT_EQ(region.text("Text2"), u"0");
+    region.click("Command1");
+    ASSERT_NE(window("print_clientplace"), nullptr);
+    EXPECT_EQ(Driver(*window("print_clientplace")).text("Text1(2)"), u"第 0 页");
+    EXPECT_FALSE(main->isVisible());
+    EXPECT_FALSE(window("clientPlaceFm1")->isEnabled()) << "one report at a time";
+    window("print_clientplace")->close();
+    EXPECT_TRUE(main->isVisible());
+    EXPECT_TRUE(window("clientPlaceFm1")->isEnabled());
+}
+
 TEST_F(StatisticViews, ADistributionFollowsThePeriodOnShow) {
     fill();
     books.changeBehind("DELETE FROM buyList WHERE 客户编号 <> '1' AND 日期 >= '2004-01-01'");
