@@ -123,6 +123,18 @@ TEST_F(Recount, PendingEditsOfTheLinesCount) {
     EXPECT_EQ(books.stored("SELECT 实付 FROM buyList"), u"10.0");
 }
 
+TEST_F(Recount, TheSumsOfAViewTakeEveryRowWithOrWithoutPendingEdits) {
+    for (const double paid : {10.0, 20.0, 40.0})
+        books.addLine("1", "7", "p", "2004-01-05", 1, paid, 4);
+    Session& session = books.session();
+    session.open_rs();
+    EXPECT_EQ(sumsOfView(session.buyList).paid, 70);
+    session.buyList->MoveLast();
+    session.buyList->Fields("实付").setValue(50.0);
+    EXPECT_EQ(sumsOfView(session.buyList).paid, 80);
+    EXPECT_EQ(sumsOfView(session.buyList).quantity, 3);
+}
+
 TEST_F(Recount, LineMarginRefreshWorksEveryLineOutAndKeepsThePosition) {
     books.addLine("1", "7", "p", "2004-01-05", 2, 10, 4);
     books.addLine("2", "7", "p", "2004-01-05", 3, 10, 1.5);

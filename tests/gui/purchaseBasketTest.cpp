@@ -36,6 +36,31 @@ TEST_F(PurchaseBasket, ARowChosenInTheBasketIsEditedInTheLine) {
     EXPECT_EQ(basket(), u"p1|1.0|100|5.0;p2|1.0|90|27.0");
 }
 
+TEST_F(PurchaseBasket, ALineTakenUpAgainIsReckonedWithItsOwnCost) {
+    open();
+    put(0, "4");
+    choose(1); // of another cost
+    buy->click("Command9");
+    buy->clickCell("DataGrid2", 0, "品名");
+    buy->click("Command11");
+    type(10, "1");
+    confirm();
+    EXPECT_EQ(books.stored("SELECT 成本, 差额利润 FROM buyList2"), u"2.0|3.0");
+}
+
+TEST_F(PurchaseBasket, AnEditIsCheckedUnderAProductSearchWithoutHits) {
+    open();
+    put(1, "2");
+    buy->type("Text3", "没有这个");
+    buy->click("Command5");
+    EXPECT_EQ(buy->rows("DataGrid1"), 0);
+    buy->click("Command9");
+    prompts.expectMessage("该产品订购数量超出现有库存数，现订购数量为现有库存数！");
+    buy->editCell("DataGrid2", 0, "数量", "6");
+    EXPECT_EQ(buy->cell("DataGrid2", 0, "数量"), u"2");
+    EXPECT_EQ(buy->rows("DataGrid1"), 3);
+}
+
 TEST_F(PurchaseBasket, AnEditInTheBasketGridIsPendingUntilSaved) {
     open();
     put(1, "2");

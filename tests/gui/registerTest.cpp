@@ -170,6 +170,27 @@ TEST_F(Register, CancelGivesChangesAndAddingUp) {
     EXPECT_EQ(focused(), u"Text3(1)");
 }
 
+TEST_F(Register, CancelOfTheFirstCustomerOfAllLeavesWhatIsTyped) {
+    startWith({});
+    drive->click("Command3");
+    type(1, "neu");
+    drive->click("Command6");
+    EXPECT_EQ(numbers(), u"");
+    EXPECT_EQ(box(1), u"neu");
+    EXPECT_TRUE(enabled("Command7"));
+}
+
+TEST_F(Register, BlanksInTheSearchBoxLeaveRowAndTypingAsTheyAre) {
+    startWith({"1", "2"});
+    drive->click("Command1(3)");
+    type(1, "neu");
+    drive->type("Text2", "  ");
+    drive->click("Command2");
+    EXPECT_EQ(drive->text("Text1"), u"2/2");
+    EXPECT_EQ(box(1), u"neu");
+    EXPECT_EQ(session().clientTable->Filter(), u"");
+}
+
 TEST_F(Register, SearchFindsOrTellsZeroAndAnEmptyTextDoesNothing) {
     startWith({"1", "2"});
     drive->type("Text2", "  ");

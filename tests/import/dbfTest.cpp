@@ -88,6 +88,13 @@ TEST_F(Dbf, AnEmptyDateAndTimeIsNullAndNoDate) {
     }
 }
 
+TEST_F(Dbf, ATimeIsRoundedToTheNearestSecond) {
+    const QByteArray day = fourBytes(quint32(QDate(2024, 3, 5).toJulianDay()));
+    const SourceRows rows = read(dbfTable(
+        0x30, {{"T", 'T', 8}}, {day + fourBytes(48004500), day + fourBytes(48005499), day + fourBytes(499)}));
+    EXPECT_EQ(rows.cells, (std::vector<QString>{"2024-3-5 13:20:05", "2024-3-5 13:20:05", "2024-3-5"}));
+}
+
 TEST_F(Dbf, IsReadWithoutAnyFileInTheTemporaryFolder) {
     const QTemporaryDir temporary;
     const QByteArray before = qgetenv("TMPDIR");

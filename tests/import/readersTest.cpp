@@ -128,6 +128,7 @@ TEST(ImportReaders, TheDelimiterIsTheOneMostOftenInTheHeaderOutsideQuotes) {
     EXPECT_EQ(delimiterOf("a,b\tc\td\n,,,,,"), u'\t');
     EXPECT_EQ(delimiterOf("a;b;c,d"), u';');
     EXPECT_EQ(delimiterOf("a;b,c"), u',') << "comma on a tie";
+    EXPECT_EQ(delimiterOf("a;b\tc"), u'\t') << "a tab before a semicolon";
     EXPECT_EQ(delimiterOf("\"a;b;c\",d"), u',');
     EXPECT_EQ(delimiterOf("a"), u',');
 }

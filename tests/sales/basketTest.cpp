@@ -263,6 +263,16 @@ TEST_F(Basket, SavingTheEditsRecomputesEveryRowFromItsOwnColumns) {
     EXPECT_EQ(basket->AbsolutePosition(), 2);
 }
 
+TEST_F(Basket, SavingTheEditsKeepsTheRow) {
+    open();
+    put("p1", "1");
+    put("p2", "1");
+    basket->MoveFirst();
+    basket->Fields("数量").setValue(2.0);
+    saveBasket(session(), basket);
+    EXPECT_EQ(basket->AbsolutePosition(), 1);
+}
+
 TEST_F(Basket, TheSettlementQuestion) {
     EXPECT_EQ(settlementQuestion({3, 40.5}), u"购买总数量： 3\n总金额：40.5\n确认结算吗？");
 }
