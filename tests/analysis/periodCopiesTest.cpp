@@ -137,6 +137,9 @@ TEST_F(PeriodCopiesTest, TheOlderDialogFiltersTheShownCursorAndKeepsItsFirstAndL
     EXPECT_EQ(session().periodDate1 + u'/' + session().periodDate2, u"2004-3-5/2004-9-30");
     filterShownCursor(session(), "日期 > #2010-1-1#");
     EXPECT_EQ(session().periodDate1 + session().periodDate2, u"");
+    session().showSource = ShowSource(3);
+    filterShownCursor(session(), "日期 >= #2004-1-1#");
+    EXPECT_EQ(session().periodDate1 + u'/' + session().periodDate2, u"2004-1-5/2004-1-5");
     session().showSource = ShowSource(18);
     session().reopen(session().return_Bank, "Select * From return_Bank");
     session().periodDate1 = "x";

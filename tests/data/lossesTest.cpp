@@ -26,6 +26,14 @@ TEST_F(Losses, OrdersAndLinesTellTheirFigures) {
     EXPECT_EQ(lossOfOrder(session().buyList), u"订单 2：2 行，40.5 元");
 }
 
+TEST_F(Losses, AnOrderTellsWhatWasPaidAndNotWhatWasDue) {
+    books.changeBehind("UPDATE buyList SET 合计 = 100 WHERE 订单号 = '2'");
+    session().openMainCursors();
+    session().buyList->setFilter("订单号 = '2'");
+    EXPECT_EQ(lossOfOrder(session().buyList), u"订单 2：2 行，40.5 元");
+    EXPECT_EQ(lossOfLine(session().buyList), u"订单 2 的 1 行：p1 货，1 件，10 元");
+}
+
 TEST_F(Losses, CustomersProductsAndStockInsTellWhatIsStored) {
     session().clientTable->Fields("客户编号").setValue(QString("8"));
     EXPECT_EQ(lossOfClient(session().clientTable, 3), u"客户 7 及其 3 条购物记录");

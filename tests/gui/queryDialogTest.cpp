@@ -165,6 +165,29 @@ TEST_F(QueryDialogs, ThePeriodViewOfAHistoryOffersTheMakerToo) {
     EXPECT_TRUE(opened("searchFm1").entries("List1").contains("厂家")) << "the open dialog follows";
 }
 
+TEST_F(QueryDialogs, AnOpenSearchGoesToWhoeverAskedForItLast) {
+    start();
+    drive->choose("whole_show_product");
+    main->host().openWindow("product_displayFm1", ViewHost::MainWindow::Stays);
+    const auto search = [this] {
+        Driver dialog = opened("searchFm1");
+        dialog.clickItem("List1", "品名");
+        dialog.type("Text2", "纸");
+        dialog.click("Command1");
+    };
+    opened("product_displayFm1").choose("search");
+    drive->click("Toolbar1(3)");
+    search();
+    EXPECT_EQ(session().productTable->Filter(), u"");
+    EXPECT_EQ(names(), u"白纸 打印纸");
+    drive->click("Toolbar1(4)");
+    drive->click("Toolbar1(3)");
+    opened("product_displayFm1").choose("search");
+    search();
+    EXPECT_EQ(session().productTable->RecordCount(), 2);
+    EXPECT_EQ(drive->rows("DataGrid1"), 3);
+}
+
 TEST_F(QueryDialogs, TheProductListMovesSearchesSortsAndReturns) {
     start();
     main->host().openWindow("product_displayFm1", ViewHost::MainWindow::Stays);

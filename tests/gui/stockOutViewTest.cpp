@@ -214,6 +214,18 @@ TEST_F(StockOuts, ASearchShowsWhatItFindsAndShowAllTheRest) {
     EXPECT_EQ(drive->rows("DataGrid1"), 3);
 }
 
+TEST_F(StockOuts, EachChooserOpensOnTheWholeStockWhateverSearchAnotherViewLeft) {
+    start();
+    for (const char* command : {"no_Sales_stock1", "no_Sales_stock2", "no_Sales_stock3"}) {
+        drive->choose("maintain_product");
+        drive->type("Text3", "鼓");
+        drive->click("Command2");
+        drive->choose(QString::fromUtf8(command));
+        EXPECT_EQ(drive->rows("DataGrid1"), 3) << command;
+        EXPECT_EQ(session().productTable->Filter(), u"") << command;
+    }
+}
+
 TEST_F(StockOuts, ASearchThatBreaksTheConditionIsToldInTwoOfThemAndEndsTheThird) {
     start();
     for (const char* command : {"no_Sales_stock1", "no_Sales_stock2"}) {

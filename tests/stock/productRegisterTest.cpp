@@ -121,6 +121,14 @@ TEST_F(ProductRegister, TheNumberOfADeletedProductStaysTaken) {
     EXPECT_EQ(stock(), u"");
 }
 
+TEST_F(ProductRegister, BlanksRoundANumberMakeNoOtherNumberOfIt) {
+    open();
+    registerProduct(session(), boxes("1001"));
+    EXPECT_EQ(registerProduct(session(), boxes(" 1001 ")), RegisterResult::Duplicate);
+    EXPECT_EQ(registerProduct(session(), boxes(" A7 ")), RegisterResult::Saved);
+    EXPECT_EQ(stock(), u"1001|5.0;A7|5.0");
+}
+
 TEST_F(ProductRegister, ATextTooLongForItsColumnWritesNothingAtAll) {
     open();
     QStringList texts = boxes("1001");

@@ -60,6 +60,14 @@ TEST_F(StockCountTest, AFilterOnTheStockIsTakenOffBefore) {
     EXPECT_EQ(count()->RecordCount(), 2);
 }
 
+TEST_F(StockCountTest, ASearchOfTheStockWithoutHitsKeepsNoCountFromBeingMade) {
+    open();
+    session().productTable->setFilter("产品编号 = 'px'");
+    ASSERT_TRUE(canCountStock(session()));
+    newStockCount(session());
+    EXPECT_EQ(count()->RecordCount(), 2);
+}
+
 TEST_F(StockCountTest, AMissingTableIsPassedOver) {
     books.execute("DROP TABLE stock_Count_Bank");
     open();
