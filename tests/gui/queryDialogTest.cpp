@@ -142,6 +142,35 @@ TEST_F(QueryDialogs, TheSortOffersEveryColumnAndFollowsTheDirection) {
     EXPECT_EQ(names(), u"打印纸 白纸 硒鼓");
 }
 
+/// A view that hears of a sort.
+class HearingView : public View {
+public:
+    explicit HearingView(int& heard)
+        : View("hearing", "听")
+        , m_heard(heard) {}
+    void sorted() override { ++m_heard; }
+
+private:
+    int& m_heard;
+};
+
+TEST_F(QueryDialogs, TheViewInFrontHearsThatItsRowsAreSortedAndNotOfAReturn) {
+    start();
+    int heard = 0;
+    main->host().registerView("hearing", [&heard] { return new HearingView(heard); });
+    main->host().show("hearing");
+    session().orderCode = 3;
+    for (const char* button : {"Command2", "Command1"}) {
+        main->host().openWindow("orderFm1", ViewHost::MainWindow::Stays);
+        Driver order = opened("orderFm1");
+        order.clickItem("List1", "数量");
+        order.click(QString::fromUtf8(button));
+        EXPECT_EQ(window("orderFm1"), nullptr);
+    }
+    EXPECT_EQ(heard, 1);
+    EXPECT_EQ(session().productTable->Sort(), u"数量");
+}
+
 TEST_F(QueryDialogs, ATypedNameThatTheCursorLacksSortsNothing) {
     stock();
     drive->click("Toolbar1(5)");

@@ -95,6 +95,17 @@ TEST_F(Dbf, ATimeIsRoundedToTheNearestSecond) {
     EXPECT_EQ(rows.cells, (std::vector<QString>{"2024-3-5 13:20:05", "2024-3-5 13:20:05", "2024-3-5"}));
 }
 
+TEST_F(Dbf, AFileThatNamesItsChineseEncodingIsNotGuessedToBeUtf8) {
+    // These two bytes are a letter in UTF-8 as well.
+    QByteArray table = dbfTable(0x03, {{"NAME", 'C', 2}}, {"\xC4\xA3"});
+    for (const int language : {0x4D, 0x7A}) {
+        table[29] = char(language);
+        EXPECT_EQ(read(table).cell(0, 0), u"模") << language;
+    }
+    table[29] = 0;
+    EXPECT_EQ(read(table).cell(0, 0), u"\u0123") << "without a word the whole file is looked at";
+}
+
 TEST_F(Dbf, IsReadWithoutAnyFileInTheTemporaryFolder) {
     const QTemporaryDir temporary;
     const QByteArray before = qgetenv("TMPDIR");
