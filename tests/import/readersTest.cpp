@@ -5,6 +5,7 @@
 #include "support/printQt.h"
 
 #include <QDir>
+#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -122,6 +123,33 @@ TEST(ImportReaders, QuotesCommasAndLineEndsInsideAFieldBelongToIt) {
     EXPECT_EQ(rows.cell(1, 0), u"3");
     EXPECT_TRUE(rows.cell(1, 1).isNull()) << "a line that ends early";
     EXPECT_EQ(rows.cell(2, 0), u"open");
+}
+
+/// The bytes of a small workbook with the cells of its sheet further down and to the right.
+QByteArray movedCells(QByteArray book, int down, int right) {
+    const auto number = [&book](qsizetype at) { return qFromLittleEndian<quint16>(book.constData() + at); };
+    constexpr int labelSst = 0xFD;
+    constexpr int numberCell = 0x203;
+    constexpr int eof = 0x0A;
+    qsizetype at = book.indexOf(QByteArray::fromHex("0908100000061000"));
+    for (; number(at) != eof; at += 4 + number(at + 2)) {
+        if (number(at) != labelSst && number(at) != numberCell)
+            continue;
+        qToLittleEndian(quint16(number(at + 4) + down), book.data() + at + 4);
+        qToLittleEndian(quint16(number(at + 6) + right), book.data() + at + 6);
+    }
+    return book;
+}
+
+TEST(ImportReaders, ASheetBeginsAtItsFirstCellWhereverThatStands) {
+    const QByteArray book = contentsOf(QStringLiteral(SAMPLES "/import/edge/builtin_dates.xls"));
+    const auto plain = openXlsBytes(book);
+    const SourceRows rows = plain->read(plain->tables().first());
+    const auto moved = openXlsBytes(movedCells(book, 2, 3));
+    const SourceRows same = moved->read(moved->tables().first());
+    ASSERT_GT(rows.rowCount(), 0);
+    EXPECT_EQ(same.columns, rows.columns);
+    EXPECT_EQ(same.cells, rows.cells);
 }
 
 TEST(ImportReaders, TheDelimiterIsTheOneMostOftenInTheHeaderOutsideQuotes) {

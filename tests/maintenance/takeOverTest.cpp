@@ -212,8 +212,8 @@ TEST_F(TakeOver, WideTextsOtherColumnOrderAndMissingTablesAreMet) {
 TEST_F(TakeOver, ValuesThatCannotBeKeptAreNamedByTableRowAndColumn) {
     InventedBooks old;
     old.books["buyList"] = {{"流水号", "订单号", "日期", "数量", "折扣"},
-                            {"3", "23", "2958466", "1,200", "九折", "1", "21", "2004-1-5", "2.5", "87.5", "2",
-                             "22", QString(), "", ""}};
+                            {"3", "23", "2958466", "1,200", "九折", "1", "21", "2004-1-5", "2.5", "87.5",
+                             "2", "22", QString(), "",      "",     "4", "24", " ",        " ",   " "}};
     const TakenOver result = takeOverFrom(old, path());
     EXPECT_EQ(result.lost, (QStringList{"buyList 第 3 行 日期：2958466", "buyList 第 3 行 数量：1,200"}));
 }
