@@ -159,6 +159,15 @@ TEST_F(PeriodWindow, EscapeIsCancelAndEnterConfirms) {
     EXPECT_EQ(session().periodEnd, u"");
 }
 
+TEST_F(PeriodWindow, TheEnterOfTheNumberBlockConfirmsToo) {
+    open();
+    time->pick("Combo1", "2004");
+    time->click("Option5");
+    time->key("timeDefineFm2", Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(session().periodStart, u"2004");
+}
+
 TEST_F(PeriodWindow, DecemberWithGreaterLosesTheCopiesAndASaleStillWorksNowAndAfterARestart) {
     open();
     time->pick("Combo1", "2004");
