@@ -100,6 +100,20 @@ TEST_F(Grid, RowHandlerRunsOnceForAWalk) {
     EXPECT_EQ(calls, 2) << "the last row stays";
 }
 
+TEST_F(Grid, MovesPastTheEndsStayOnTheFirstAndTheLastRow) {
+    for (const auto& [button, end] : {std::pair(1, 1), std::pair(2, 3)}) {
+        moveInRecordset(clients, button == 1 ? 0 : 3);
+        for (int i = 0; i < 2; ++i) {
+            moveInRecordset(clients, button);
+            EXPECT_EQ(clients->AbsolutePosition(), end);
+            EXPECT_TRUE(clients->currentRow());
+        }
+    }
+    clients->MovePrevious();
+    moveInRecordset(clients, 1);
+    EXPECT_EQ(clients->AbsolutePosition(), 1);
+}
+
 TEST_F(Grid, ExportsTheShownColumnsAsCsv) {
     grid.bind(clients, {"流水号"});
     for (int i = 2; i < grid.model()->columnCount(); ++i)

@@ -213,6 +213,18 @@ TEST_F(Windows, TheOrdersSearchBoxSelectsItsTextOnFocus) {
     EXPECT_EQ(search->selectedText(), u"21");
 }
 
+TEST_F(Windows, AClickIntoABoxSelectsItsTextAndASecondOneSetsTheCursor) {
+    start();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(main.get()));
+    drive->find<QWidget>("Text2")->setFocus();
+    auto* box = drive->find<QLineEdit>("Text3(8)");
+    QTest::mouseClick(box, Qt::LeftButton);
+    EXPECT_EQ(focused(), u"Text3(8)");
+    EXPECT_EQ(box->selectedText(), u"红木行");
+    QTest::mouseClick(box, Qt::LeftButton);
+    EXPECT_EQ(box->selectedText(), u"");
+}
+
 TEST_F(Windows, AMenuOfABoxLeavesItsSelectionAsItIs) {
     start();
     auto* box = drive->find<QLineEdit>("Text3(8)");
