@@ -123,6 +123,19 @@ TEST_F(Editing, CancelUpdateOfANewRowBringsBackTheRowBefore) {
     EXPECT_TRUE(rs->isBOF() && rs->isEOF());
 }
 
+TEST_F(Editing, ANewRowGivenUpBringsBackTheNewRowBeforeItThoughThatWasSavedMeanwhile) {
+    const RecordsetPtr rs = open();
+    rs->AddNew();
+    rs->Fields("k").setValue(QStringLiteral("c"));
+    rs->AddNew();
+    rs->MovePrevious();
+    rs->Update();
+    rs->MoveNext();
+    rs->CancelUpdate();
+    ASSERT_EQ(rs->AbsolutePosition(), 3);
+    EXPECT_EQ(rs->Fields("k").text(), u"c");
+}
+
 TEST_F(Editing, DeleteOfANewRowIsCancelUpdateAndDeleteWithoutRowFails) {
     const RecordsetPtr rs = open();
     rs->AddNew();
