@@ -195,6 +195,15 @@ TEST_F(Position, FindStartsAtTheCurrentRow) {
     EXPECT_EQ(rs->AbsolutePosition(), 2);
 }
 
+TEST_F(Position, FindBackwardFromBehindTheRowsBeginsOnTheLastOne) {
+    const RecordsetPtr rs = withKeys({"1", "2", "1"});
+    rs->MoveLast();
+    rs->MoveNext();
+    ASSERT_TRUE(rs->isEOF());
+    rs->Find("k = '1'", 0, Recordset::Direction::Backward);
+    EXPECT_EQ(rs->AbsolutePosition(), 3);
+}
+
 TEST_F(Position, FindRefusesMoreThanOneClauseAndStays) {
     const RecordsetPtr rs = withKeys({"1", "2"});
     EXPECT_EQ(errorOf([&] { rs->Find("k = '2' Or k = '1'"); }), 3001);
