@@ -57,7 +57,7 @@ void countByGroup(const Distribution& distribution, ViewHost& host) {
     if (!session.clientTable->hasRows())
         return;
     session.analysisKind = 1;
-    host.openWindow(QString::fromUtf16(distribution.window), ViewHost::MainWindow::Stays);
+    showDistribution(distribution, host);
 }
 
 /// The salespeople; a statistic that is in front already goes back to the whole table.

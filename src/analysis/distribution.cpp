@@ -1,6 +1,7 @@
 #include "analysis/distribution.h"
 
 #include "analysis/percentText.h"
+#include "data/workTable.h"
 
 namespace {
 
@@ -11,14 +12,14 @@ constexpr Distribution kDistributions[] = {
      u"print_clientline", u"Command2", u"Command3", u"Command1"},
 };
 
-/// Adds a row for each group. A share that is not written repeats the one before it: that is meant.
-void addGroups(const RecordsetPtr& rows, const Recordset& groups, double total) {
+/// A row for each group. A share that is not written repeats the one before it: that is meant.
+void addGroups(TableImage& rows, const Recordset& groups, double total) {
     QString text;
     for (int i = 0; i < groups.RecordCount(); ++i) {
         const double number = groups.numberAt(i, 1);
         text = percentText(100 * (number / total), PercentCut::Share).value_or(text);
-        rows->AddNew({rows->storable(0, fieldText(groups.valueAt(i, 0))), rows->storable(1, number),
-                      rows->storable(2, text.isEmpty() ? QStringLiteral("0") : text + u'%')});
+        rows.appendPictureRow(
+            {fieldText(groups.valueAt(i, 0)), number, text.isEmpty() ? QStringLiteral("0") : text + u'%'});
     }
 }
 
@@ -36,9 +37,8 @@ bool countsPeriod(const Session& session) {
     return onShow && session.clientTable2->isOpen();
 }
 
-double countDistribution(Session& session, const Distribution& distribution, RecordsetPtr& rows) {
+DistributionCount countDistribution(Session& session, const Distribution& distribution) {
     const QString column = QString::fromUtf16(distribution.column);
-    const QString table = QString::fromUtf16(distribution.workTable);
     const bool period = countsPeriod(session);
     const QString source = period ? QStringLiteral("clientTable2") : QStringLiteral("clientTable");
     Recordset groups(session.cn);
@@ -47,13 +47,19 @@ double countDistribution(Session& session, const Distribution& distribution, Rec
     Recordset sum(session.cn);
     sum.Open(QStringLiteral("Select Count(%1) As 数量 From %2").arg(column, source) +
              (period ? QString() : QStringLiteral(" ")));
-    const double total = sum.numberAt(0, 0);
-    WriteBatch batch(session.cn);
-    runStatement(session.cn, QStringLiteral("Delete * From ") + table);
+    DistributionCount count;
+    count.total = sum.numberAt(0, 0);
+    count.rows = std::make_shared<TableImage>(session.cn.columns(QString::fromUtf16(distribution.workTable)));
+    if (count.total != 0)
+        addGroups(*count.rows, groups, count.total);
+    return count;
+}
+
+RecordsetPtr writeDistribution(Session& session, const Distribution& distribution,
+                               const DistributionCount& count) {
+    const QString table = QString::fromUtf16(distribution.workTable);
+    fillTable(session.cn, table, *count.rows);
+    RecordsetPtr rows;
     session.reopen(rows, QStringLiteral("Select * From ") + table);
-    if (total != 0)
-        addGroups(rows, groups, total);
-    batch.finish();
-    rows->Requery();
-    return total;
+    return rows;
 }

@@ -24,7 +24,17 @@ std::span<const Distribution> distributions();
 /// or a cut of one, and the copy is there.
 bool countsPeriod(const Session& session);
 
-/// Counts the customers by group into the work table and opens `rows` on it, the largest group first: the
-/// group, 数量, and 百分率 as cut text (0 where the only group has all). Out: the number of customers that
-/// have a group. Throws RuntimeError.
-double countDistribution(Session& session, const Distribution& distribution, RecordsetPtr& rows);
+/// A count of customers by group.
+struct DistributionCount {
+    double total = 0; // customers that have a group
+    /// The rows of the work table, the largest group first: the group, 数量, and 百分率 as cut text (0 where
+    /// the only group has all).
+    std::shared_ptr<TableImage> rows;
+};
+
+/// Counts the customers of the source that is on show. Throws RuntimeError.
+DistributionCount countDistribution(Session& session, const Distribution& distribution);
+
+/// Writes a count into its work table and opens a cursor on it. Throws RuntimeError.
+RecordsetPtr writeDistribution(Session& session, const Distribution& distribution,
+                               const DistributionCount& count);

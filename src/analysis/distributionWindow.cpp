@@ -1,6 +1,7 @@
 #include "analysis/distributionWindow.h"
 
 #include "controls/formParts.h"
+#include "controls/longWork.h"
 #include "controls/recordPane.h"
 #include "recordset/ignoringErrors.h"
 #include "recordset/textNumber.h"
@@ -13,8 +14,7 @@
 DistributionWindow::DistributionWindow(const Distribution& distribution, ViewHost& host, Prompts& prompts)
     : StatisticWindow(QString::fromUtf16(distribution.window), QString::fromUtf16(distribution.caption))
     , m_distribution(distribution)
-    , m_host(host)
-    , m_rows(std::make_shared<Recordset>(host.session().cn)) {
+    , m_host(host) {
     const QString total = QString::fromUtf16(distribution.total);
     m_pane =
         new RecordPane({.moves = distribution.moves}, QStringLiteral("没有可以统计的客户。"), prompts, this);
@@ -41,10 +41,21 @@ DistributionWindow::DistributionWindow(const Distribution& distribution, ViewHos
 
 void DistributionWindow::activate() {
     IgnoringErrors errors;
-    double total = 0;
-    errors.run([&] { total = countDistribution(m_host.session(), m_distribution, m_rows); });
+    m_count = {};
+    m_rows = std::make_shared<Recordset>(m_host.session().cn);
+    errors.run([&] {
+        m_count = countDistribution(m_host.session(), m_distribution);
+        m_rows->OpenPicture(m_count.rows);
+    });
     m_pane->bind(m_rows);
-    m_total->setText(plainNumber(total));
+    m_total->setText(plainNumber(m_count.total));
+}
+
+void DistributionWindow::keep() {
+    if (!m_count.rows)
+        return;
+    m_rows = writeDistribution(m_host.session(), m_distribution, m_count);
+    m_pane->bind(m_rows);
 }
 
 void DistributionWindow::print() {
@@ -52,4 +63,13 @@ void DistributionWindow::print() {
     session.scratch = m_rows;
     session.report.caller = objectName();
     m_host.openWindow(QString::fromUtf16(m_distribution.report), ViewHost::MainWindow::Hidden);
+}
+
+void showDistribution(const Distribution& distribution, ViewHost& host) {
+    const QPointer<TopWindow> window =
+        host.openWindow(QString::fromUtf16(distribution.window), ViewHost::MainWindow::Stays);
+    workAfterPainting(QStringLiteral("正在保存客户分布…"), [&](const Steps&) {
+        if (window)
+            static_cast<DistributionWindow&>(*window).keep();
+    });
 }

@@ -8,6 +8,9 @@ class Prompts;
 class QLineEdit;
 class RecordPane;
 
+/// Counts, shows the window, and writes the work table behind what is seen.
+void showDistribution(const Distribution& distribution, ViewHost& host);
+
 /// How the customers are spread over regions or industries: the number and the share of each.
 class DistributionWindow : public StatisticWindow {
     Q_OBJECT
@@ -16,6 +19,8 @@ public:
     DistributionWindow(const Distribution& distribution, ViewHost& host, Prompts& prompts);
 
     void shownAgain() override { activate(); }
+    /// Writes what is shown into the work table, and shows it from there.
+    void keep();
 
 private:
     void activate();
@@ -25,5 +30,6 @@ private:
     ViewHost& m_host;
     RecordPane* m_pane;
     QLineEdit* m_total;
+    DistributionCount m_count;
     RecordsetPtr m_rows;
 };

@@ -18,8 +18,10 @@ protected:
     }
     /// Counts by region (0) or industry (1). Out: "total: group number share;…".
     QString count(int which) {
-        RecordsetPtr rows;
-        const double total = countDistribution(session(), distributions()[std::size_t(which)], rows);
+        const Distribution& distribution = distributions()[std::size_t(which)];
+        const DistributionCount counted = countDistribution(session(), distribution);
+        const double total = counted.total;
+        const RecordsetPtr rows = writeDistribution(session(), distribution, counted);
         QStringList groups;
         for (int i = 0; i < rows->RecordCount(); ++i)
             groups << toText(rows->valueAt(i, 0)) + u' ' + toText(rows->valueAt(i, 1)) + u' ' +
