@@ -5,6 +5,7 @@
 #include "recordset/error.h"
 #include "reportBench.h"
 #include "saleBench.h"
+#include "statisticsBench.h"
 #include "support/sampleData.h"
 #include "windowBench.h"
 
@@ -36,6 +37,7 @@ int main(int argc, char** argv) {
         runSaleBench(report, path, folder.path());
         runPeriodBench(report, path, folder.path());
         runReportBench(report, path);
+        runStatisticsBench(report, path);
         runImportBench(report, folder.path());
         runWindowBench(report, path, smallPath);
     } catch (const RuntimeError& error) {

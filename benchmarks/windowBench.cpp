@@ -10,6 +10,7 @@
 #include "recordset/tableImage.h"
 #include "reportBench.h"
 #include "shell/MDIForm1.h"
+#include "statisticsBench.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -225,6 +226,8 @@ int measureInThisProcess(int argc, char** argv) {
         measureSqlGrid(path);
     else if (what == u"reports")
         measureReports(path);
+    else if (what == u"statistics")
+        measureStatistics(path);
     else if (what == u"bare")
         measureBare(since);
     else
