@@ -67,7 +67,11 @@ void showClerks(ViewHost& host, IgnoringErrors& errors) {
     errors.run([&] { clearFilter(session.clientTable); });
     if (host.isActive(name)) {
         session.showSource = ShowSource::Clerks;
-        errors.run([&] { clearFilter(session.buyList); });
+        // The lines are sorted below; without a Filter they need not be before.
+        errors.run([&] {
+            if (session.buyList->isOpen() && !session.buyList->Filter().isEmpty())
+                session.buyList->clearFilter();
+        });
     }
     errors.run([&] { host.showOrActivate(name); });
 }

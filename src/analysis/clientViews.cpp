@@ -14,7 +14,8 @@ const QString& noDate() {
 
 /// First and last date of all lines, their Filter taken off; both empty without lines.
 DateSpan datesOfLines(Session& session, const RecordsetPtr& /*shown*/) {
-    if (session.buyList->isOpen())
+    // Without a Filter the sort alone puts all lines in order; to clear none would sort them once more.
+    if (session.buyList->isOpen() && !session.buyList->Filter().isEmpty())
         session.buyList->clearFilter();
     return sortByDate(session.buyList);
 }
