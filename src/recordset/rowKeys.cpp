@@ -123,6 +123,9 @@ void countingPass(Order& order, const std::vector<quint64>& keys, std::size_t bu
 }
 
 void stableSort(Order& order, const std::vector<quint64>& keys) {
+    // Rows in order already, such as lines by their date, cost one look.
+    if (std::is_sorted(order.begin(), order.end(), [&](quint32 a, quint32 b) { return keys[a] < keys[b]; }))
+        return;
     if (order.size() < kWorthRadix) {
         std::stable_sort(order.begin(), order.end(), [&](quint32 a, quint32 b) { return keys[a] < keys[b]; });
         return;
