@@ -36,19 +36,21 @@ void showAllClients(ViewHost& host, IgnoringErrors& errors) {
 void analyse(const BestClientsQuestion& question, ViewHost& host, Prompts& prompts) {
     Session& session = host.session();
     host.show(QStringLiteral("statisticFm1"));
-    const RecordsetPtr clients = clientsToCut(session);
-    if (!clients)
+    if (!hasClients(session))
         return;
     session.analysisKind = 1;
     const auto answer =
         prompts.input(QString::fromUtf16(question.prompt), QString::fromUtf16(question.inputTitle));
-    if (!answer || answer->isEmpty())
+    const RecordsetPtr clients = answer && !answer->isEmpty() ? clientsToCut(session) : nullptr;
+    if (!clients)
         return;
     const CutRows cut = cutBestClients(session, clients, question, *answer);
-    host.active()->rowsReplaced();
+    const QPointer<View> view = host.active();
+    view->rowsReplaced();
     workAfterPainting(QStringLiteral("正在保存分析结果…"),
                       [&](const Steps& steps) { writeCut(session, cut, question.measure, steps); });
-    host.active()->rowsReplaced();
+    if (view)
+        view->rowsReplaced();
 }
 
 void countByGroup(const Distribution& distribution, ViewHost& host) {

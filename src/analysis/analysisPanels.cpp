@@ -12,17 +12,19 @@
 
 namespace {
 
-/// An indicator's place on the card, and the numbers of its two labels.
+/// An indicator's place on the card, and the numbers of its three labels.
 struct IndicatorRow {
     const char16_t* caption;
+    const char16_t* meaning; // of the caption's own label
+    int captionLabel;
     double y;
     int valueLabel;
     int shareLabel;
 };
-constexpr IndicatorRow kIndicators[] = {{u"购买金额：", 2, 6, 7},
-                                        {u"差额利润：", 7, 10, 11},
-                                        {u"购买数：", 12, 14, 15},
-                                        {u"客户数：", 17, 18, 19}};
+constexpr IndicatorRow kIndicators[] = {{u"购买金额：", u"购买额", 4, 2, 6, 7},
+                                        {u"差额利润：", u"差额利润", 5, 7, 10, 11},
+                                        {u"购买数：", u"购买量", 8, 12, 14, 15},
+                                        {u"客户数：", u"客户数", 16, 17, 18, 19}};
 constexpr double kLeft = 5;
 constexpr double kCaptionAt = 70;
 constexpr double kValueAt = 90;
@@ -37,8 +39,8 @@ QList<CardRule> rules() {
     return all;
 }
 
-QLabel* hiddenLabel(int number, QWidget* parent) {
-    QLabel* label = makeLabel(QStringLiteral("Label%1").arg(number), {}, parent);
+QLabel* hiddenLabel(int number, const QString& text, QWidget* parent) {
+    QLabel* label = makeLabel(QStringLiteral("Label%1").arg(number), text, parent);
     label->hide();
     return label;
 }
@@ -49,8 +51,9 @@ EvaluationPanel::EvaluationPanel(ViewHost& host, Prompts& /*prompts*/)
     : m_session(host.session())
     , m_card(new FigureCard(QStringLiteral("Picture1"), {145, 23}, rules(), this)) {
     for (std::size_t i = 0; i < std::size(kIndicators); ++i) {
-        m_values[i] = hiddenLabel(kIndicators[i].valueLabel, this);
-        m_shares[i] = hiddenLabel(kIndicators[i].shareLabel, this);
+        hiddenLabel(kIndicators[i].captionLabel, QString::fromUtf16(kIndicators[i].meaning), this);
+        m_values[i] = hiddenLabel(kIndicators[i].valueLabel, {}, this);
+        m_shares[i] = hiddenLabel(kIndicators[i].shareLabel, {}, this);
     }
     m_card->setAccessibleName(QStringLiteral("客户评估指标"));
     auto* row = new QHBoxLayout(this);

@@ -36,10 +36,10 @@ template <typename Enough> BestClients takeClients(const RecordsetPtr& clients, 
     for (int i = 0; i < kMeasures; ++i)
         fields[i] = clients->fieldIndex(columnOf(M(i)));
     BestClients best;
-    for (const int all = clients->RecordCount(); best.count < all;) {
+    for (const int all = clients->RecordCount(); best.count() < all;) {
         for (int i = 0; i < kMeasures; ++i)
-            best.sums.of[i] = checkedFinite(best.sums.of[i] + clients->numberAt(best.count, fields[i]));
-        ++best.count;
+            best.sums.of[i] = checkedFinite(best.sums.of[i] + clients->numberAt(best.count(), fields[i]));
+        best.rows.push_back(clients->rowAt(best.count()));
         if (enough(best))
             break;
     }
@@ -60,7 +60,7 @@ void writeShares(BestClients& best, const MeasureSums& totals, int allClients, P
     };
     for (int i = 0; i < kMeasures; ++i)
         best.shares[i] = next(percentOf(best.sums.of[i], totals.of[i]));
-    best.clientShare = next(percentOf(best.count, allClients));
+    best.clientShare = next(percentOf(best.count(), allClients));
 }
 
 int countAll(const RecordsetPtr& clients) {
@@ -111,7 +111,7 @@ BestClients cutByRank(const RecordsetPtr& clients, const MeasureSums& totals, Cl
     BestClients best;
     if (std::find(std::begin(totals.of), std::end(totals.of), 0.0) == std::end(totals.of)) {
         clients->setSort(mostFirst(measure));
-        best = takeClients(clients, [number](const BestClients& taken) { return taken.count >= number; });
+        best = takeClients(clients, [number](const BestClients& taken) { return taken.count() >= number; });
     }
     writeShares(best, totals, countAll(clients), PercentCut::Rank);
     // The apostrophe of a margin's share of nothing is meant.

@@ -35,11 +35,13 @@ MeasureSums clientTotals(Session& session, const QString& table);
 
 /// The first customers of a cursor, and what stands beside them.
 struct BestClients {
-    int count = 0;    // rows from the first one on
-    MeasureSums sums; // of these rows
+    std::vector<RowId> rows; // the customers, first to last
+    MeasureSums sums;        // of these rows
     /// Shares of the whole in percent, cut, without the "%", by measure and of the number of customers.
     QString shares[kMeasures];
     QString clientShare;
+
+    int count() const { return int(rows.size()); }
 };
 
 /// Customers from the top until their share of the measure's total reaches `target`, the one who crosses it

@@ -25,7 +25,7 @@ void clerk_Count(Session& session) {
                            "From %1 Group By 业务员编号 Order By Sum(消费合计) desc")
                 .arg(clientsOf(session.showSource)));
     });
-    if (!session.clerkTotals->hasRows())
+    if (session.clerkTotals->isOpen() && !session.clerkTotals->hasRows())
         session.showSource = ShowSource::Clerks;
 }
 

@@ -4,7 +4,7 @@
 
 /// Opens session.clerkTotals on the salespeople of the customers, the highest 营业额 first: 业务员编号,
 /// 营业额 and 客户数 of the whole table or, at showSource 12, of the period copy. Without rows showSource
-/// becomes 11. A failure leaves the cursor closed.
+/// becomes 11. A failure leaves the cursor closed and the source as it was.
 void clerk_Count(Session& session);
 
 /// Turnover and number of all customers of the source, also of those without a salesperson, as texts; "0"

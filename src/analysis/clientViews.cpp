@@ -70,8 +70,11 @@ template <typename Panel> DisplayPanel* makePanel(ViewHost& host, Prompts& promp
     return new Panel(host, prompts);
 }
 
-/// A step back to the whole table ends a cut, whether it was by rank or by share.
+/// A step back to the whole table ends a cut, whether it was by rank or by share, and a search of the
+/// register.
 void endCut(Session& session) {
+    if (session.clientTable->isOpen())
+        session.clientTable->clearFilter();
     session.analysisKind = 1;
     session.cutOnScreen = false;
 }
@@ -85,6 +88,7 @@ constexpr DisplayDescription kDisplays[] = {
      .sources = kEvaluated,
      .sort = u"消费合计 desc",
      .emptyText = kNoClients,
+     .dateTips = {u"启始时间", u"终止时间"},
      .dateValues = kPeriodDates,
      .family = &Session::clientShowSource,
      .present = evaluatedSource,
@@ -132,8 +136,9 @@ constexpr DisplayDescription kDisplays[] = {
      .table = u"",
      .sources = kClerks,
      .sort = u"",
-     .emptyText = u"没有客户资料，业务员没有业绩。",
+     .emptyText = u"没有业绩：还没有客户，或者这段时间没有客户购买。",
      .dateValues = kPeriodDates,
+     .closedKeepsFigures = true,
      .prepare = [](Session& session, ShowSource) { clerk_Count(session); },
      .panel = makePanel<ClerkPanel>},
 };

@@ -48,6 +48,7 @@ DistributionCount countDistribution(Session& session, const Distribution& distri
     sum.Open(QStringLiteral("Select Count(%1) As 数量 From %2").arg(column, source) +
              (period ? QString() : QStringLiteral(" ")));
     DistributionCount count;
+    count.period = period;
     count.total = sum.numberAt(0, 0);
     count.rows = std::make_shared<TableImage>(session.cn.columns(QString::fromUtf16(distribution.workTable)));
     if (count.total != 0)

@@ -26,7 +26,8 @@ bool countsPeriod(const Session& session);
 
 /// A count of customers by group.
 struct DistributionCount {
-    double total = 0; // customers that have a group
+    double total = 0;    // customers that have a group
+    bool period = false; // those of the period copy
     /// The rows of the work table, the largest group first: the group, 数量, and 百分率 as cut text (0 where
     /// the only group has all).
     std::shared_ptr<TableImage> rows;

@@ -62,6 +62,7 @@ void DistributionWindow::print() {
     Session& session = m_host.session();
     session.scratch = m_rows;
     session.report.caller = objectName();
+    session.report.period = m_count.period ? session.periodExact : QString();
     m_host.openWindow(QString::fromUtf16(m_distribution.report), ViewHost::MainWindow::Hidden);
 }
 

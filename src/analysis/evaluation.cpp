@@ -29,7 +29,7 @@ Evaluation cutEvaluation(const BestClients& best) {
     Evaluation evaluation;
     for (int i = 0; i < kMeasures; ++i)
         evaluation[std::size_t(i)] = {plainNumber(best.sums.of[i]), best.shares[i] + u'%'};
-    evaluation[kMeasures] = {QString::number(best.count), best.clientShare + u'%'};
+    evaluation[kMeasures] = {QString::number(best.count()), best.clientShare + u'%'};
     return evaluation;
 }
 
@@ -44,7 +44,8 @@ void remakeIfMissing(Session& session) {
     if (session.cn.hasTable(clients3()))
         return;
     IgnoringErrors errors;
-    rebuildEmpty(session, session.clientTable3, clients3(), QStringLiteral("clientTable"), errors);
+    auto cursor = std::make_shared<Recordset>(session.cn);
+    rebuildEmpty(session, cursor, clients3(), QStringLiteral("clientTable"), errors);
 }
 
 } // namespace
@@ -87,6 +88,10 @@ void begin_setup(Session& session, ShowSource code) {
     });
 }
 
+bool hasClients(Session& session) {
+    return unfilteredClients(session)->hasRows();
+}
+
 RecordsetPtr clientsToCut(Session& session) {
     const bool period = session.clientShowSource != ShowSource::Clients && session.clientTable2->isOpen();
     const RecordsetPtr& clients = period ? session.clientTable2 : unfilteredClients(session);
@@ -102,10 +107,10 @@ CutRows cutBestClients(Session& session, const RecordsetPtr& clients, const Best
                                  ? cutByRank(clients, totals, question.measure, number)
                                  : cutByShare(clients, totals, question.measure, float(number / 100));
     CutRows cut{tableOf(code), {}};
-    for (int i = 0; i < best.count; ++i)
-        cut.rowids.push_back(clients->image().rowid(clients->rowAt(i)));
+    for (const RowId row : best.rows)
+        cut.rowids.push_back(clients->image().rowid(row));
     session.clientTable3 = std::make_shared<Recordset>(session.cn);
-    session.clientTable3->OpenFirst(*clients, best.count);
+    session.clientTable3->OpenRows(*clients, best.rows);
     session.evaluation = cutEvaluation(best);
     session.analysisCaption = QString::fromUtf16(question.caption);
     session.analysisKind = question.ranks ? 2 : 1;
@@ -116,7 +121,6 @@ CutRows cutBestClients(Session& session, const RecordsetPtr& clients, const Best
 
 void writeCut(Session& session, const CutRows& cut, ClientMeasure measure, const Progress& progress) {
     IgnoringErrors errors;
-    errors.run([&] { session.clientTable3->Close(); });
     errors.run([&] { remakeIfMissing(session); });
     errors.run([&] { fillTableFrom(session.cn, clients3(), cut.source, cut.rowids, progress); });
     errors.run([&] { session.reopen(session.clientTable3, QStringLiteral("Select * From ") + clients3()); });

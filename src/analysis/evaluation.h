@@ -25,6 +25,9 @@ struct CutRows {
     std::vector<qint64> rowids;
 };
 
+/// Whether there are customers at all; takes the Filter off their cursor.
+bool hasClients(Session& session);
+
 /// The customers that an analysis would cut, by the source that is on show: null where there are none.
 RecordsetPtr clientsToCut(Session& session);
 

@@ -168,7 +168,9 @@ bool showIntervalClients(Session& session, int interval) {
         statements << QStringLiteral("Select * InTo clientTable3 From clientTable Where 客户编号 In (") +
                           list + u')';
     rebuildWorkTable(session, session.clientTable3, QStringLiteral("clientTable3"), statements, errors);
+    if (!session.clientTable3->hasRows())
+        return false;
     session.analysisKind = 1;
     session.cutOnScreen = false;
-    return session.clientTable3->hasRows();
+    return true;
 }

@@ -47,5 +47,5 @@ FrequencyTables countFrequency(Session& session);
 void writeFrequency(Session& session, const FrequencyTables& tables, const Progress& progress = {});
 
 /// Makes clientTable3 of the customers of an interval (a position of month_Table) and opens it. Without any
-/// the table is only dropped and the answer is false. A cut of the best customers ends with its table.
+/// the table is only dropped and the answer is false. With some a cut of the best customers ends.
 bool showIntervalClients(Session& session, int interval);

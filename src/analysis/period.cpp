@@ -1,7 +1,9 @@
 #include "analysis/period.h"
 
+#include "recordset/textDate.h"
 #include "recordset/textNumber.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 
 #include <array>
@@ -214,4 +216,25 @@ PeriodFilter cursorPeriodFilter(const PeriodPicks& picks, Comparison comparison)
     default:
         return {from(firstDay(picks.start)) + QStringLiteral(" And ") + upTo(lastDay31(picks.start)), {}};
     }
+}
+
+QString exactPeriod(const QString& condition) {
+    static const QRegularExpression clause(QStringLiteral("日期 (>=|<=|<|=) #(\\d+)-(\\d+)-(\\d+)#"));
+    QDate first;
+    QDate last;
+    for (auto found = clause.globalMatch(condition); found.hasNext();) {
+        const QRegularExpressionMatch each = found.next();
+        const QDate day(each.captured(2).toInt(), each.captured(3).toInt(), each.captured(4).toInt());
+        const QString compared = each.captured(1);
+        if (!day.isValid())
+            return {};
+        if (compared == u">=" || compared == u"=")
+            first = day;
+        if (compared != u">=")
+            last = compared == u"<" ? day.addDays(-1) : day;
+    }
+    const auto text = [](const QDate& day) { return dateText(Moment::fromDate(day)); };
+    if (first.isNull())
+        return last.isNull() ? QString() : text(last) + QStringLiteral(" 为止");
+    return text(first) + (last.isNull() ? QStringLiteral(" 起") : QStringLiteral(" 至 ") + text(last));
 }

@@ -43,6 +43,10 @@ struct PeriodFilter {
 /// the end of a range gives the month 13, which no statement accepts: that is meant.
 PeriodFilter periodFilter(const PeriodPicks& picks, Comparison comparison);
 
+/// A condition of a period in words, day by day: "2024-1-1 至 2024-3-31", "2024-4-1 起", "2023-12-31 为止".
+/// Nothing for a condition with a day that does not exist.
+QString exactPeriod(const QString& condition);
+
 /// The condition of the older dialog that only filters a cursor: strict bounds, the 31st as the last day of
 /// every month, and three Like clauses for a quarter.
 PeriodFilter cursorPeriodFilter(const PeriodPicks& picks, Comparison comparison);

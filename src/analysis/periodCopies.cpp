@@ -68,7 +68,8 @@ void buildPeriodCopies(Session& session, const QString& condition, PeriodCopies 
     errors.run([&] { session.productTable->setFilter(condition); });
 }
 
-void takePeriod(Session& session, const QString& start, const QString& end) {
+void takePeriod(Session& session, const QString& start, const QString& end, const QString& exact) {
+    session.periodExact = exact;
     session.periodStart = session.periodDate1 = start;
     session.periodEnd = session.periodDate2 = end;
     showPeriodSource(session);

@@ -16,9 +16,9 @@ enum class PeriodCopies {
 void buildPeriodCopies(Session& session, const QString& condition, PeriodCopies copies,
                        const Progress& progress = {});
 
-/// Takes the start and end text of a confirmed period as the period of views and reports, and turns
-/// showSource to its copies as showPeriodSource() does.
-void takePeriod(Session& session, const QString& start, const QString& end);
+/// Takes the start and end text of a confirmed period as the period of views and reports, `exact` as its days
+/// in words, and turns showSource to its copies as showPeriodSource() does.
+void takePeriod(Session& session, const QString& start, const QString& end, const QString& exact);
 
 /// Turns showSource, and the family value that goes with it, from the whole table to its period copy.
 void showPeriodSource(Session& session);

@@ -13,8 +13,10 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStatusBar>
 
 namespace {
 
@@ -204,9 +206,16 @@ void PeriodDialog::confirm() {
     QApplication::restoreOverrideCursor();
 }
 
+void PeriodDialog::take(const QString& condition) {
+    const QString exact = exactPeriod(condition);
+    takePeriod(m_session, m_picks.start.text, m_picks.end.text, exact);
+    if (!exact.isEmpty())
+        m_host.mainWindow().statusBar()->showMessage(QStringLiteral("统计时间：") + exact);
+}
+
 void PeriodDialog::buildForViews(const QString& condition) {
     buildPeriodCopies(m_session, condition, PeriodCopies::All);
-    takePeriod(m_session, m_picks.start.text, m_picks.end.text);
+    take(condition);
     IgnoringErrors errors;
     errors.run([&] { search_display(); });
     finish();
@@ -214,7 +223,7 @@ void PeriodDialog::buildForViews(const QString& condition) {
 
 void PeriodDialog::buildForRegister(const QString& condition) {
     buildPeriodCopies(m_session, condition, PeriodCopies::ForTheRegister);
-    takePeriod(m_session, m_picks.start.text, m_picks.end.text);
+    take(condition);
     if (m_session.periodPurpose != u"打印客户资料") {
         if (m_session.clientTable2->isOpen())
             m_session.clientTable2->setPageSize(kRegisterPage);
@@ -222,6 +231,7 @@ void PeriodDialog::buildForRegister(const QString& condition) {
     }
     if (!m_session.clientTable2->hasRows())
         return m_prompts.tell(QStringLiteral("该时间段内无客户数据！"));
+    m_session.report.period = m_session.periodExact;
     m_host.openOrTell(QStringLiteral("showprint_rs7"), ViewHost::MainWindow::Disabled,
                       QStringLiteral("打印客户资料"));
     finish();

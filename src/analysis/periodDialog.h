@@ -41,6 +41,7 @@ private:
     void echo(int option);
     Comparison comparison() const;
     void confirm();
+    void take(const QString& condition);
     void buildForViews(const QString& condition);
     void buildForRegister(const QString& condition);
     void search_display();

@@ -35,8 +35,8 @@ enum class ShowSource : int {
     PeriodTransfers = 24,
 };
 
-/// The four indicators of a set of customers: turnover, margin, quantity and number of customers, each with its
-/// share of the whole, as texts.
+/// The four indicators of a set of customers: turnover, margin, quantity and number of customers, each with
+/// its share of the whole, as texts.
 struct Indicator {
     QString value;
     QString share;
@@ -78,6 +78,7 @@ public:
     /// unset.
     QString periodStart;
     QString periodEnd;
+    QString periodExact;   // its days: "2024-1-1 至 2024-3-31"
     QString periodPurpose; // what the register asks its period for
     /// First and last date that the display view in front shows; its report prints them.
     QString displayDate1;
@@ -115,6 +116,7 @@ public:
         qint32 pageSaved = 0; // pageTo while a test print runs
         qint32 pageIndex = 0;
         qint32 pageFirst = 0;      // 1 if the report has rows
+        QString period;            // days of what is printed, in words; empty for the whole
         QString reportFormTitle;   // handed over by the view that opens the report
         QString caller;            // view or window whose print command opened it
         qint16 reportReturned = 0; // 1 once the form has closed

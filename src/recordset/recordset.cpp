@@ -76,15 +76,13 @@ void Recordset::OpenPicture(std::shared_ptr<TableImage> picture) {
     startAfresh();
 }
 
-void Recordset::OpenFirst(const Recordset& other, int count) {
+void Recordset::OpenRows(const Recordset& other, std::vector<RowId> rows) {
     if (isOpen())
         fail(ErrorNumber::IsOpen, QStringLiteral("记录集已打开"));
     m_source.clear();
     attach(other.m_image);
     m_fields = other.m_fields;
-    m_keyset = {};
-    for (int i = 0; i < std::min(count, other.RecordCount()); ++i)
-        m_keyset.rows.push_back(other.rowAt(i));
+    m_keyset = {0, std::move(rows)};
     startAfresh();
 }
 

@@ -87,9 +87,9 @@ public:
     void Open(const QString& source);
     /// Opens on rows that another reader gave, as a fixed picture. Throws IsOpen.
     void OpenPicture(std::shared_ptr<TableImage> picture);
-    /// Opens on the first `count` rows that another cursor shows, in its order, over the same image. For a
-    /// look at them until a copy of them stands in a table. Throws IsOpen.
-    void OpenFirst(const Recordset& other, int count);
+    /// Opens on these rows of another cursor, in this order, over the same image. For a look at them until a
+    /// copy of them stands in a table. Throws IsOpen.
+    void OpenRows(const Recordset& other, std::vector<RowId> rows);
     void Close();
     /// 0 closed, 1 open.
     int State() const { return m_image ? 1 : 0; }

@@ -103,6 +103,8 @@ void ReportForm::printA() {
     ReportPageDrawing draw(page, sheet.recording());
     draw.drawTable(m_session.report.pageIndex);
     draw.drawPreviewFooter(m_session.report.pageFrom, sheet.pageWidth());
+    if (!m_period.isEmpty())
+        draw.drawPreviewPeriod(m_period, sheet.pageWidth());
     sheet.update();
 }
 

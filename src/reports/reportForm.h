@@ -87,6 +87,7 @@ private:
     ViewHost& m_host;
     Session& m_session;
     Prompts& m_prompts;
+    QString m_period; // days of what is printed, in words; empty for the whole
     QString m_caller; // whose print command opened the form
     ReportLayout m_layout;
     bool m_leftForWindow = false;    // for another window of the program, not for a prompt

@@ -37,6 +37,7 @@ ReportForm::ReportForm(const ReportDescription& report, ViewHost& host, Prompts&
     , m_host(host)
     , m_session(host.session())
     , m_prompts(prompts)
+    , m_period(std::exchange(m_session.report.period, {}))
     , m_caller(m_session.report.caller)
     , m_layout(defaultLayout(report, openingTitle())) {
     QApplication::setOverrideCursor(Qt::WaitCursor);

@@ -142,6 +142,12 @@ void ReportPageDrawing::drawPreviewFooter(int page, double pageWidth) {
     print(pageWidth / 2 - m_font->textWidth(measured) / 2, footerText(page));
 }
 
+void ReportPageDrawing::drawPreviewPeriod(const QString& days, double pageWidth) {
+    endLine();
+    const QString text = QStringLiteral("统计时间：") + days;
+    print(pageWidth / 2 - m_font->textWidth(text) / 2, text);
+}
+
 void ReportPageDrawing::drawPaperFooter(int page) {
     endLine();
     print(m_drawing.report.footerX, footerText(page));

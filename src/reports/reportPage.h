@@ -27,6 +27,8 @@ public:
     bool drawTable(int pageIndex);
     /// The page number of the preview, centred on a page of this width.
     void drawPreviewFooter(int page, double pageWidth);
+    /// Below the page number, on screen alone: the days of the period that is printed.
+    void drawPreviewPeriod(const QString& days, double pageWidth);
     void drawPaperFooter(int page);
 
 private:

@@ -32,6 +32,12 @@ QWidgetList DateBoxes::boxes() const {
     return {m_first, m_last};
 }
 
+void DateBoxes::setTips(const DateTips& tips, const QString& days) {
+    const QString below = days.isEmpty() ? QString() : u'\n' + days;
+    m_first->setToolTip(QString::fromUtf16(tips.first) + below);
+    m_last->setToolTip(QString::fromUtf16(tips.last) + below);
+}
+
 void DateBoxes::setDates(const DateSpan& dates) {
     m_first->setText(dates.first);
     m_last->setText(dates.last);

@@ -15,6 +15,12 @@ struct DisplayDateValues {
 inline constexpr DisplayDateValues kStockDates{&Session::displayDate1, &Session::displayDate2};
 inline constexpr DisplayDateValues kPeriodDates{&Session::periodDate1, &Session::periodDate2};
 
+/// What the tool tips of the two boxes say.
+struct DateTips {
+    const char16_t* first;
+    const char16_t* last;
+};
+
 /// First and last date of what a view shows. Every change of a box goes into its process value, from where
 /// the report takes it.
 class DateBoxes : public QWidget {
@@ -26,6 +32,8 @@ public:
               const DisplayDateValues& values, QWidget* parent);
 
     QWidgetList boxes() const;
+    /// The boxes' tool tips; `days` says the exact days of a period in a line below, where there is one.
+    void setTips(const DateTips& tips, const QString& days);
     /// Shows the dates and sets both values, whether the boxes change or not.
     void setDates(const DateSpan& dates);
 

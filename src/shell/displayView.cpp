@@ -119,9 +119,12 @@ void DisplayView::activate() {
     {
         const QuietWalk walk(shown);
         bindRows(shown, code);
+        if (m_description.closedKeepsFigures && !shown->isOpen())
+            return m_pane->showPosition();
         if (m_description.clearsFilter && code == m_description.whole() && shown->isOpen())
             shown->clearFilter();
         m_dates->setDates(find(code)->dates(m_session, shown));
+        m_dates->setTips(m_description.dateTips, periodShown());
         if (m_panel)
             m_panel->sourceShown(shown, code);
     }
@@ -133,6 +136,11 @@ void DisplayView::bindRows(const RecordsetPtr& shown, ShowSource code) {
     m_pane->grid->setEmptyText(
         QString::fromUtf16(code == m_description.whole() ? m_description.emptyText : find(code)->emptyText));
     m_pane->bind(shown, QString::fromUtf16(m_description.hidden).split(u' '));
+}
+
+QString DisplayView::periodShown() const {
+    const ShowSource base = m_shown == ShowSource::BestClients ? m_session.clientShowSource : m_shown;
+    return base == m_description.whole() ? QString() : m_session.periodExact;
 }
 
 void DisplayView::rowsReplaced() {
@@ -163,10 +171,10 @@ void DisplayView::setSource(ShowSource code) {
 }
 
 void DisplayView::Time_AA() {
-    if (!wholeCursor()->hasRows())
-        return;
     if (m_description.toWhole)
         m_description.toWhole(m_session);
+    if (!wholeCursor()->hasRows())
+        return;
     setSource(m_description.whole());
     m_host.openWindow(QStringLiteral("timeDefineFm2"), ViewHost::MainWindow::Stays);
 }
@@ -218,6 +226,7 @@ void DisplayView::data_print() {
         return;
     m_session.report.reportFormTitle = QString::fromUtf16(m_description.reportTitle);
     m_session.report.caller = name();
+    m_session.report.period = periodShown();
     if (const DisplaySource* source = find(present()))
         m_host.openWindow(QString::fromUtf16(source->report), ViewHost::MainWindow::Hidden);
 }

@@ -38,12 +38,14 @@ struct DisplayDescription {
     const char16_t* reportTitle = u"";      // handed to the report; empty where the report has its own
     const char16_t* emptyText = u"";        // what an empty grid says
     const char16_t* hidden = u"流水号";     // columns that are not shown, parted by blanks
+    DateTips dateTips = {u"时间显示", u"时间显示"};
     DisplayDateValues dateValues = kStockDates;
     ShowSource Session::*family = nullptr; // the family's code, kept in step with showSource
     bool clearsFilter = false;             // an activation of the whole table takes its filter off
     bool editable = false;                 // cells can be typed into
     bool asksWholeForRows = false;         // printing asks the whole table for rows, whatever is shown
-    bool keepsSource = false;              // "全库显示" only takes the view's own filter off
+    bool closedKeepsFigures = false; // a cursor that cannot be opened leaves dates and panel as they were
+    bool keepsSource = false;        // "全库显示" only takes the view's own filter off
     /// showSource behind "全库显示", where it is another one than that of the whole table.
     ShowSource wholeShowCode = ShowSource::None;
     /// Whose cursor the search and sort dialogs act on, where it is another one than that of the source
@@ -122,6 +124,8 @@ private:
     /// The cursor of the present source; null where it is none of this view's.
     RecordsetPtr cursor() const;
     void setSource(ShowSource code);
+    /// The days of the period that the view shows, in words; empty where it shows the whole table.
+    QString periodShown() const;
     void bindRows(const RecordsetPtr& shown, ShowSource code);
     void rowChanged(bool chosen);
     /// Opens the search or sort dialog on the view's rows; without any nothing opens.

@@ -40,7 +40,7 @@ protected:
     QString taken(const BestClients& best) {
         const int field = session().clientTable->fieldIndex("客户编号");
         QStringList numbers;
-        for (int i = 0; i < best.count; ++i)
+        for (int i = 0; i < best.count(); ++i)
             numbers << fieldText(session().clientTable->valueAt(i, field));
         return numbers.join(u' ');
     }
@@ -88,7 +88,7 @@ TEST_F(BestClientsOf, ATotalOfNothingTakesNobodyAndShowsZeros) {
     add("2", -5, 1, 0);
     open();
     const BestClients best = byShare(kTurnover, 50);
-    EXPECT_EQ(best.count, 0);
+    EXPECT_EQ(best.count(), 0);
     EXPECT_EQ(best.sums.of[0] + best.sums.of[1] + best.sums.of[2], 0);
     EXPECT_EQ(shares(best), u"0|0|0|0");
 }
@@ -127,7 +127,7 @@ TEST_F(BestClientsOf, ARankOverAnyTotalOfNothingTakesNobodyAndTheMarginHasItsApo
     add("2", 30, 9, 0);
     open();
     const BestClients best = byRank(kTurnover, 2);
-    EXPECT_EQ(best.count, 0);
+    EXPECT_EQ(best.count(), 0);
     EXPECT_EQ(shares(best), u"0|0'|0|0");
 }
 
@@ -145,7 +145,7 @@ TEST_F(BestClientsOf, ARankWalksWhatTheFilterShowsAndCountsAll) {
     open();
     session().clientTable->setFilter("消费合计 < 50");
     const BestClients best = byRank(kTurnover, 5);
-    EXPECT_EQ(best.count, 2);
+    EXPECT_EQ(best.count(), 2);
     EXPECT_EQ(best.sums[kTurnover], 50);
     EXPECT_EQ(best.clientShare, u"66.66");
     EXPECT_EQ(session().clientTable->Filter(), u"");

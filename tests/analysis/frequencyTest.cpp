@@ -138,8 +138,12 @@ TEST_F(Frequency, AClickOnAnEmptyIntervalDropsTheTableAndNothingElse) {
     buys("a", {"2004-04-01", "2004-05-01"});
     ASSERT_TRUE(run());
     ASSERT_TRUE(showIntervalClients(session(), 1));
+    session().analysisKind = 2;
+    session().cutOnScreen = true;
     for (const int interval : {0, 2, 24, 25, 26, -1}) {
         EXPECT_FALSE(showIntervalClients(session(), interval)) << interval;
+        EXPECT_EQ(session().analysisKind, 2) << interval;
+        EXPECT_TRUE(session().cutOnScreen) << interval;
         EXPECT_FALSE(session().cn.hasTable("clientTable3")) << interval;
         EXPECT_FALSE(session().clientTable3->isOpen()) << interval;
     }

@@ -228,4 +228,20 @@ TEST(CursorPeriod, TheOlderDialogIsStrictAndTakesThe31stForEveryMonth) {
               u"日期 Like #2004-4%# Or 日期 Like #2004-5%# Or 日期 Like #2004-6%#");
 }
 
+TEST(ExactPeriod, SaysTheDaysOfACondition) {
+    const std::pair<const char*, const char*> periods[] = {
+        {"日期 >= #2004-1-1# And 日期 < #2004-4-1#", "2004-1-1 至 2004-3-31"},
+        {"日期 >= #2004-1-1# And 日期 <= #2004-12-31#", "2004-1-1 至 2004-12-31"},
+        {"日期 >= #2004-10-1# And 日期 < #2005-1-1#", "2004-10-1 至 2004-12-31"},
+        {"日期 = #2004-2-29#", "2004-2-29 至 2004-2-29"},
+        {"日期 >= #2005-1-1#", "2005-1-1 起"},
+        {"日期 < #2004-1-1#", "2003-12-31 为止"},
+        {"(日期 >= #2004-3-1#) And (日期 >= #2004-3-1#)", "2004-3-1 起"},
+        {"(日期 >= #2003-1-1#) And (日期 <= #2004-5-6#)", "2003-1-1 至 2004-5-6"},
+        {"日期 >= #2004-13-1#", ""},
+        {"", ""}};
+    for (const auto& [condition, days] : periods)
+        EXPECT_EQ(exactPeriod(QString::fromUtf8(condition)), QString::fromUtf8(days)) << condition;
+}
+
 } // namespace

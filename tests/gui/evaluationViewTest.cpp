@@ -1,5 +1,6 @@
 // The evaluation of customers through its real view: whole table, period, cut.
 #include "controls/figureCard.h"
+#include "reports/paperView.h"
 #include "support/evaluationShop.h"
 
 namespace {
@@ -49,6 +50,92 @@ TEST_F(EvaluationView, APeriodShowsItsWordsAndItsOwnTotalsAndTheWholeComesBack) 
     EXPECT_EQ(indicators(), u"100 100% 60 100% 10 100% 3 100%");
     EXPECT_EQ(period(), u"2003-6-1/2004-5-21") << "the period's filter is off the lines";
     EXPECT_EQ(session().showSource, ShowSource::Clients);
+}
+
+TEST_F(EvaluationView, TheExactDaysOfAPeriodStandInTipsStatusAndBelowThePage) {
+    fill();
+    open();
+    EXPECT_EQ(drive->find<QWidget>("Text2")->toolTip(), u"启始时间");
+    EXPECT_EQ(drive->find<QWidget>("Text3")->toolTip(), u"终止时间");
+    choosePeriod("2004");
+    EXPECT_EQ(status(), u"统计时间：2004-1-1 至 2004-12-31");
+    EXPECT_EQ(drive->find<QWidget>("Text2")->toolTip(), u"启始时间\n2004-1-1 至 2004-12-31");
+    const auto below = [this](const char* report) {
+        drive->click("Toolbar1(7)");
+        bool said = false;
+        for (const PageRecording::Item& item :
+             window(report)->findChild<PaperSheet*>("Picture2")->recording().items())
+            said = said || item.text == u"统计时间：2004-1-1 至 2004-12-31";
+        window(report)->close();
+        return said;
+    };
+    EXPECT_TRUE(below("print_rs7"));
+    cutByRank("1");
+    EXPECT_TRUE(below("print_rs8")) << "a cut of the period";
+    drive->click("Toolbar1(4)");
+    EXPECT_EQ(drive->find<QWidget>("Text2")->toolTip(), u"启始时间");
+    EXPECT_FALSE(below("print_rs1"));
+}
+
+TEST_F(EvaluationView, ACutOfAFilteredPeriodShowsWhomItsFiguresSpeakOf) {
+    fill();
+    open();
+    drive->choose("show_whole_client");
+    choosePeriod("2004");
+    drive->click("Toolbar1(3)");
+    Driver search(*window("searchFm1"));
+    search.clickItem("List1", "单位名称");
+    search.type("Text2", "单位3");
+    search.click("Command1");
+    EXPECT_EQ(clients(), u"3");
+    cutByRank("1");
+    EXPECT_EQ(clients(), u"3");
+    EXPECT_EQ(of("Label6"), u"10");
+    EXPECT_EQ(of("Label19"), u"33.33%") << "of all customers of the period";
+    EXPECT_EQ(books.stored("SELECT 客户编号 FROM clientTable3"), u"3");
+}
+
+TEST_F(EvaluationView, ACutWhoseTableAnEmptyIntervalHasDroppedPrintsNothing) {
+    fill();
+    open();
+    cutByRank("2");
+    drive->choose("buy_frequence");
+    Driver(*window("buy_FrequenceFm1")).clickCell("DataGrid3", 0, "3");
+    window("buy_FrequenceFm1")->close();
+    EXPECT_EQ(inFront(), u"statisticFm1");
+    drive->click("Toolbar1(7)");
+    for (const char* report : {"print_rs1", "print_rs7", "print_rs8"})
+        EXPECT_EQ(window(report), nullptr) << report;
+    EXPECT_EQ(of("Label6"), u"90");
+    drive->click("Toolbar1(4)");
+    EXPECT_EQ(clients(), u"1 2 3");
+    cutByRank("1");
+    EXPECT_EQ(books.stored("SELECT 客户编号 FROM clientTable3"), u"1") << "the table is made again";
+}
+
+TEST_F(EvaluationView, APeriodIsChosenOverACutUnderASearchOfTheRegister) {
+    fill();
+    open();
+    cutByRank("1");
+    drive->choose("show_stock");
+    session().clientTable->setFilter("客户编号 = 'nobody'");
+    drive->choose("data_statistic1");
+    EXPECT_EQ(clients(), u"1");
+    choosePeriod("2003");
+    EXPECT_EQ(clients(), u"1");
+    EXPECT_EQ(of("Label6"), u"20");
+}
+
+TEST_F(EvaluationView, AQuestionOverAnEmptyPeriodIsAskedAndNothingIsCut) {
+    fill();
+    books.addLine("9007", "gone", "p1", "2001-01-01", 1, 10, 4);
+    open();
+    choosePeriod("2001");
+    EXPECT_EQ(drive->rows("DataGrid1"), 0);
+    cutByRank("1");
+    EXPECT_TRUE(prompts.done());
+    EXPECT_EQ(indicators(), u"0 0% 0 0% 0 0% 0 0%");
+    EXPECT_EQ(session().showSource, ShowSource::PeriodClients);
 }
 
 TEST_F(EvaluationView, ARatioCutShowsWhoBringsTheShareAndGoesWithTheView) {

@@ -324,6 +324,24 @@ TEST_F(StatisticViews, AnEmptyPeriodOfSalespeopleShowsNoughts) {
     EXPECT_EQ(of("Label5"), u"100");
 }
 
+TEST_F(StatisticViews, APeriodThatCannotBeMadeLeavesTheFiguresOfTheSalespeople) {
+    fill();
+    start();
+    drive->choose("statistic_achievement");
+    drive->click("Toolbar1(2)");
+    Driver dialog(*window("timeDefineFm2"));
+    dialog.pick("Combo1", "2004");
+    dialog.pick("Combo2", "12");
+    dialog.click("Option3");
+    dialog.click("Command1"); // behind December: the month 13
+    EXPECT_EQ(of("Label5"), u"100");
+    EXPECT_EQ(of("Label7"), u"3");
+    EXPECT_EQ(period(), u"2003-6-1/2004-5-21");
+    EXPECT_EQ(session().showSource, ShowSource::PeriodClerks);
+    drive->click("Toolbar1(4)");
+    EXPECT_EQ(column("营业额"), u"90 10");
+}
+
 TEST_F(StatisticViews, AllCustomersStandInTheOrderOfTheirTable) {
     fill();
     open();
