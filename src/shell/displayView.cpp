@@ -51,6 +51,10 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     });
     m_pane->onRow([this] { rowChanged(false); });
     connect(m_pane->grid, &DataGrid::rowChosen, this, [this] { rowChanged(true); });
+    offerOperations();
+}
+
+void DisplayView::offerOperations() {
     offer(ViewOperation::Time_AA, [this] { Time_AA(); });
     offer(ViewOperation::data_whole_show, [this] { data_whole_show(); });
     offer(ViewOperation::data_order, [this] { data_order(); });

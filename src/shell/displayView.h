@@ -115,6 +115,7 @@ public:
     void data_print();
 
 private:
+    void offerOperations();
     /// The code of the source that the view acts by, one of its own or not.
     ShowSource present() const;
     /// The source of a code, null where it is none of this view's.

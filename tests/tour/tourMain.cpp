@@ -281,7 +281,6 @@ private:
         Driver main(m_main);
         main.choose(QStringLiteral("buy_frequence"));
         TopWindow* form = window("buy_FrequenceFm1");
-        form->resize(1100, 620);
         shoot(form, "frequency");
         Driver(*form).clickCell(QStringLiteral("DataGrid3"), 0, QStringLiteral("2"));
         shoot(&m_main, "customers-of-an-interval");
@@ -315,9 +314,15 @@ private:
         form->close();
     }
 
-    /// Photographs the next message box, if a name is given, and presses the one that goes on.
-    void whenBoxOpens(const char* name) {
-        QTimer::singleShot(50, [this, name] { pressBox(name); });
+    /// Photographs the next message box, if a name is given, and presses the one that goes on. A machine with
+    /// other work is given time.
+    void whenBoxOpens(const char* name, int looks = 200) {
+        QTimer::singleShot(50, [this, name, looks] {
+            if (qobject_cast<QMessageBox*>(QApplication::activeModalWidget()) || looks == 0)
+                pressBox(name);
+            else
+                whenBoxOpens(name, looks - 1);
+        });
     }
 
     void pressBox(const char* name) {
