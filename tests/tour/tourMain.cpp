@@ -269,6 +269,7 @@ private:
         page("print_rs_statistic", "turnover-report");
         main.choose(QStringLiteral("statistic_achievement"));
         shoot(&m_main, "salespeople");
+        view().clickCell(QStringLiteral("DataGrid1"), 1, QStringLiteral("业务员编号")); // the first has no number
         view().click(QStringLiteral("Command4"));
         shoot(&m_main, "customers-of-a-salesperson");
         main.choose(QStringLiteral("distribution_analysis1"));
@@ -281,6 +282,7 @@ private:
         Driver main(m_main);
         main.choose(QStringLiteral("buy_frequence"));
         TopWindow* form = window("buy_FrequenceFm1");
+        form->resize(1240, 620);
         shoot(form, "frequency");
         Driver(*form).clickCell(QStringLiteral("DataGrid3"), 0, QStringLiteral("2"));
         shoot(&m_main, "customers-of-an-interval");
