@@ -4,6 +4,9 @@
 #include "support/evaluationShop.h"
 
 #include <QAbstractButton>
+#include <QApplication>
+
+#include <functional>
 
 namespace {
 
@@ -22,6 +25,27 @@ protected:
         return cells.join(u' ');
     }
     QString column(const char* name) { return column(view(), "DataGrid1", name); }
+};
+
+/// Runs at every paint of the grid in a window of this name.
+class AtGridPaint : public QObject {
+public:
+    AtGridPaint(const char* window, std::function<void()> action)
+        : m_window(QString::fromUtf8(window))
+        , m_action(std::move(action)) {
+        qApp->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const auto* widget = qobject_cast<const QWidget*>(watched);
+        if (event->type() == QEvent::Paint && widget && widget->window()->objectName() == m_window &&
+            qobject_cast<const DataGrid*>(widget->parentWidget()))
+            m_action();
+        return false;
+    }
+
+private:
+    QString m_window;
+    std::function<void()> m_action;
 };
 
 TEST_F(StatisticViews, TurnoverIsATableOfAllAndAChartOfTheLast) {
@@ -193,6 +217,18 @@ TEST_F(StatisticViews, TheTwoDistributionsSwapTheRolesOfTheirButtons) {
     EXPECT_EQ(window("clientlineFm1"), nullptr);
     region.click("Command2");
     EXPECT_EQ(window("clientPlaceFm1"), nullptr);
+}
+
+TEST_F(StatisticViews, ADistributionIsSeenBeforeItIsWritten) {
+    fill();
+    start();
+    QStringList stored; // at each paint
+    const AtGridPaint painted("clientPlaceFm1",
+                              [&] { stored << books.stored("SELECT count(*) FROM clientplaceTable"); });
+    drive->choose("distribution_analysis1");
+    ASSERT_FALSE(stored.isEmpty());
+    EXPECT_EQ(stored.first(), u"0");
+    EXPECT_EQ(books.stored("SELECT * FROM clientplaceTable"), u"上海|2.0|66.66%;北京|1.0|33.33%");
 }
 
 TEST_F(StatisticViews, ADistributionWithoutCustomersDoesNothing) {
