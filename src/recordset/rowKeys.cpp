@@ -123,9 +123,6 @@ void countingPass(Order& order, const std::vector<quint64>& keys, std::size_t bu
 }
 
 void stableSort(Order& order, const std::vector<quint64>& keys) {
-    // Rows in order already, such as lines by their date, cost one look.
-    if (std::is_sorted(order.begin(), order.end(), [&](quint32 a, quint32 b) { return keys[a] < keys[b]; }))
-        return;
     if (order.size() < kWorthRadix) {
         std::stable_sort(order.begin(), order.end(), [&](quint32 a, quint32 b) { return keys[a] < keys[b]; });
         return;
@@ -141,6 +138,23 @@ void stableSort(Order& order, const std::vector<quint64>& keys) {
         countingPass(order, keys, std::size_t(1) << bits, [base, shift](quint64 key) {
             return std::size_t(((key - base) >> shift) & ((1U << bits) - 1));
         });
+}
+
+/// Whether rows stand in order already, such as lines by their date: one look where to sort would be many.
+/// False also where the column is of texts or a row is being edited.
+bool isInOrder(const std::vector<RowId>& rows, const SortKey& key, const TableImage& image,
+               const PendingEdits& edits) {
+    const ColumnStore& store = image.column(key.column);
+    if (store.info.type == ColumnType::Text || !edits.empty())
+        return false;
+    quint64 before = 0;
+    for (const RowId row : rows) {
+        const quint64 value = key.descending ? ~store.ordinal(row) : store.ordinal(row);
+        if (value < before)
+            return false;
+        before = value;
+    }
+    return true;
 }
 
 /// Puts slots below `end`, each there once, in ascending order.
@@ -218,6 +232,8 @@ std::vector<RowId> Keyset::inBaseOrder(std::vector<RowId> some) const {
 
 std::vector<RowId> sortedRows(std::vector<RowId> rows, const std::vector<SortKey>& keys,
                               const TableImage& image, const PendingEdits& edits) {
+    if (keys.size() == 1 && isInOrder(rows, keys.front(), image, edits))
+        return rows;
     Order order(rows.size());
     std::iota(order.begin(), order.end(), 0U);
     for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
