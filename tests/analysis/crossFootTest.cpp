@@ -9,6 +9,8 @@
 #include "analysis/turnover.h"
 #include "support/testBooks.h"
 
+#include <QRegularExpression>
+
 #include <gtest/gtest.h>
 
 #include <map>
@@ -25,8 +27,7 @@ QString quoted(const QString& text) {
 /// A share as it is cut: its shortest decimal form without the nought before the point, by size.
 QString cutShare(double percent) {
     QString text = QString::number(percent, 'g', 15);
-    if (percent < 1 && text.startsWith(u"0."))
-        text.remove(0, 1);
+    text.replace(QRegularExpression(QStringLiteral("^(-?)0\\.")), QStringLiteral("\\1."));
     return text.left(percent < 1 ? 3 : percent < 10 ? 4 : 5);
 }
 
@@ -190,13 +191,19 @@ void RandomShop::checkCut(const BestClientsQuestion& question, int answer) {
     writeCut(session(), cut, question.measure);
     EXPECT_EQ(stored(QStringLiteral("SELECT 客户编号 FROM clientTable3 ORDER BY rowid")), taken.join(u';'));
     EXPECT_EQ(session().evaluation[3].value.toInt(), taken.size());
-    for (int i = 0; i < 3; ++i) {
+    QString text; // of the share before, where one is not written
+    for (int i = 0; i < 4; ++i) {
         const Indicator& shown = session().evaluation[std::size_t(i)];
-        EXPECT_EQ(shown.value.toDouble(), sums[i]) << i;
-        const double percent = totals[i] == 0 ? 0 : 100 * (sums[i] / totals[i]);
-        if (percent > 0 && percent < 100) {
-            EXPECT_EQ(shown.share, cutShare(percent) + u'%') << i;
-        }
+        const double part = i < 3 ? sums[i] : double(taken.size());
+        const double whole = i < 3 ? totals[i] : double(all.size());
+        EXPECT_EQ(shown.value.toDouble(), part) << i;
+        const double percent = whole == 0 ? 0 : 100 * (part / whole);
+        if (percent < 100)
+            text = percent == 0 ? QStringLiteral("0") : cutShare(percent);
+        else if (question.ranks || (measure == 0 && percent == 100))
+            text = QStringLiteral("100");
+        const bool apostrophe = question.ranks && i == 1 && percent == 0;
+        EXPECT_EQ(shown.share, text + (apostrophe ? QStringLiteral("'%") : QStringLiteral("%"))) << i;
     }
 }
 
@@ -288,7 +295,7 @@ void RandomShop::checkFrequency() {
     const QString latest =
         stored(QStringLiteral("SELECT coalesce(strftime('%Y', max(日期)) || '-' || CAST(strftime('%m', "
                               "max(日期)) AS INTEGER), '') FROM buyList"));
-    std::map<int, int> wanted;
+    std::map<int, QStringList> wanted; // customers by interval
     int total = 0;
     bool earlier = false;
     for (const auto& [client, all] : months) {
@@ -301,7 +308,7 @@ void RandomShop::checkFrequency() {
         const int years = std::max(0, latest.left(4).toInt() - last.left(4).toInt());
         if (years > 1)
             continue;
-        ++wanted[std::max(1, latest.mid(5).toInt() + 12 * years - last.mid(5).toInt())];
+        wanted[std::max(1, latest.mid(5).toInt() + 12 * years - last.mid(5).toInt())] << client;
         ++total;
     }
     ASSERT_EQ(tables.counted, earlier);
@@ -309,16 +316,18 @@ void RandomShop::checkFrequency() {
         return;
     const RecordsetPtr& table = session().month_Table;
     for (int i = 1; i <= PurchaseIntervals::kLongest; ++i) {
-        EXPECT_EQ(toText(table->valueAt(0, i)), QString::number(wanted[i])) << i;
-        const double share = total == 0 ? 0 : 100.0 * wanted[i] / total;
-        const QString text = share == 100 ? QStringLiteral("100")
-                             : share == 0 ? QStringLiteral("0")
-                                          : cutShare(share);
-        if (share == 0 || share >= 10) {
-            EXPECT_EQ(toText(table->valueAt(1, i)), total == 0 ? QStringLiteral("0") : text + u'%') << i;
-        }
-        const QString& list = session().intervalClients[std::size_t(i)];
-        EXPECT_EQ(list.isEmpty() ? 0 : list.count(QStringLiteral("', '")) + 1, wanted[i]) << i;
+        EXPECT_EQ(toText(table->valueAt(0, i)), QString::number(wanted[i].size())) << i;
+        const double share = total == 0 ? 0 : 100.0 * double(wanted[i].size()) / total;
+        const QString text = QString::number(share, 'g', 15).left(5);
+        EXPECT_EQ(toText(table->valueAt(1, i)), total == 0 ? QStringLiteral("0") : text + u'%') << i;
+        QStringList listed = session().intervalClients[std::size_t(i)].toLower().split(QStringLiteral(", "));
+        for (QString& each : listed)
+            each = each.mid(1)
+                       .chopped(each.isEmpty() ? 0 : 1)
+                       .replace(QStringLiteral("''"), QStringLiteral("'"));
+        listed.sort();
+        wanted[i].sort();
+        EXPECT_EQ(listed, wanted[i].isEmpty() ? QStringList{QString()} : wanted[i]) << i;
     }
     EXPECT_EQ(stored(QStringLiteral("SELECT count(*) FROM buy_Frequence_Table")),
               stored(QStringLiteral("SELECT count(*) FROM buyList")));
