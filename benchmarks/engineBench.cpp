@@ -136,11 +136,11 @@ void benchDistinctTexts(BenchReport& report, const QString& folder) {
     connection.image(QStringLiteral("t"))->loadAllColumns();
     const QString like = QStringLiteral("编号 Like '%99%'");
     alternate(
-        report, QStringLiteral("Filter Like '%99%' over 1,000,000 distinct texts"), 0.2,
+        report, QStringLiteral("Filter Like '%99%' over 1,000,000 distinct texts"), 0.5,
         [&] { rows->setFilter(like); },
         [&] { plain.readAll(QStringLiteral("SELECT rowid FROM t WHERE 编号 LIKE '%99%'")); });
     alternate(
-        report, QStringLiteral("Sort 数量 of what it found / that Filter"), 0.5,
+        report, QStringLiteral("Sort 数量 of what it found / that Filter"), 0.1,
         [&] { rows->setSort(QStringLiteral("数量")); }, [&] { rows->setFilter(like); }, 5,
         [&] { rows->setSort({}); });
     file.remove();
