@@ -206,6 +206,31 @@ TEST_P(Stories, FrequencyListBesideItsWindowPrintBack) {
     EXPECT_EQ(clients(), u"2");
 }
 
+TEST_P(Stories, CustomersArePrintedFromEachStateOfTheirViews) {
+    begin();
+    drive->choose("show_whole_client");
+    if (empty()) {
+        EXPECT_NE(inFront(), u"userInfoFm1");
+        return;
+    }
+    const QStringList whole = print("showprint_rs1");
+    EXPECT_TRUE(whole.contains("时间：" + kWhole));
+    EXPECT_TRUE(whole.contains("联系人3"));
+    choosePeriod("2003");
+    const QStringList ofPeriod = print("showprint_rs7");
+    EXPECT_TRUE(ofPeriod.contains("时间：2003/")) << ofPeriod.join(' ').toStdString();
+    EXPECT_FALSE(ofPeriod.contains("联系人3"));
+    drive->choose("buy_frequence");
+    Driver(*window("buy_FrequenceFm1")).clickCell("DataGrid3", 0, "4");
+    EXPECT_EQ(period(), u"2003-6-1/2003-6-1") << "the days of the period's own lines";
+    EXPECT_TRUE(print("showprint_rs7").contains("时间：2003-6-1/2003-6-1"));
+    drive->choose("show_whole_client");
+    EXPECT_EQ(clients(), u"1") << "the source of the customers stays the period";
+    drive->click("Toolbar1(4)");
+    EXPECT_EQ(clients(), u"1 2 3");
+    EXPECT_TRUE(print("showprint_rs1").contains("时间：" + kWhole));
+}
+
 TEST_P(Stories, TheFrequencyWindowOpenAndThenAPurchase) {
     begin();
     drive->choose("buy_frequence");

@@ -33,7 +33,10 @@ int main(int argc, char** argv) {
         return 2;
     TestBooks books;
     application.setDatabasePath(books.path());
-    fillStockTable(books, words[2], words[3].toInt());
+    if (words[2] == u"clientTable")
+        fillTable(books, words[2], words[3].toInt());
+    else
+        fillStockTable(books, words[2], words[3].toInt());
     ToldPrompts prompts;
     prompts.saveName = words[4];
     MDIForm1 main(books.session(), prompts);
@@ -41,7 +44,10 @@ int main(int argc, char** argv) {
     main.show();
     startShop(main);
     const ReportDescription* report = findReport(words[1]);
-    books.session().reopen(books.session().*report->cursor, QStringLiteral("Select * From ") + words[2]);
+    books.session().reopen(books.session().*report->cursor,
+                           report->cursor == &Session::clerkTotals
+                               ? rowsOf(*report)
+                               : QStringLiteral("Select * From ") + words[2]);
     TopWindow* form = main.host().openWindow(words[1], ViewHost::MainWindow::Disabled);
     QTimer::singleShot(0, [form] {
         Driver(*form).click(QStringLiteral("Command2"));
