@@ -116,18 +116,19 @@ void DisplayView::activate() {
         return;
     if (m_description.prepare)
         m_description.prepare(m_session, present());
-    const RecordsetPtr shown = cursor();
-    if (!shown)
+    const DisplaySource* source = find(present());
+    if (!source)
         return;
-    const ShowSource code = present();
+    const ShowSource code = source->code;
+    const RecordsetPtr shown = cursorOf(code);
     {
         const QuietWalk walk(shown);
-        bindRows(shown, code);
+        bindRows(shown, *source);
         if (m_description.closedKeepsFigures && !shown->isOpen())
             return m_pane->showPosition();
         if (m_description.clearsFilter && code == m_description.whole() && shown->isOpen())
             shown->clearFilter();
-        m_dates->setDates(find(code)->dates(m_session, shown));
+        m_dates->setDates(source->dates(m_session, shown));
         m_dates->setTips(m_description.dateTips, periodShown());
         if (m_panel)
             m_panel->sourceShown(shown, code);
@@ -135,10 +136,10 @@ void DisplayView::activate() {
     m_pane->showPosition();
 }
 
-void DisplayView::bindRows(const RecordsetPtr& shown, ShowSource code) {
-    m_shown = code;
-    m_pane->grid->setEmptyText(
-        QString::fromUtf16(code == m_description.whole() ? m_description.emptyText : find(code)->emptyText));
+void DisplayView::bindRows(const RecordsetPtr& shown, const DisplaySource& source) {
+    m_shown = source.code;
+    const bool whole = source.code == m_description.whole();
+    m_pane->grid->setEmptyText(QString::fromUtf16(whole ? m_description.emptyText : source.emptyText));
     m_pane->bind(shown, QString::fromUtf16(m_description.hidden).split(u' '));
 }
 
@@ -148,13 +149,13 @@ QString DisplayView::periodShown() const {
 }
 
 void DisplayView::rowsReplaced() {
-    const RecordsetPtr shown = cursor();
-    if (!shown)
+    const DisplaySource* source = find(present());
+    if (!source)
         return;
-    const ShowSource code = present();
-    bindRows(shown, code);
+    const RecordsetPtr shown = cursorOf(source->code);
+    bindRows(shown, *source);
     if (m_panel)
-        m_panel->sourceShown(shown, code);
+        m_panel->sourceShown(shown, source->code);
     m_pane->showPosition();
 }
 

@@ -127,7 +127,7 @@ private:
     void setSource(ShowSource code);
     /// The days of the period that the view shows, in words; empty where it shows the whole table.
     QString periodShown() const;
-    void bindRows(const RecordsetPtr& shown, ShowSource code);
+    void bindRows(const RecordsetPtr& shown, const DisplaySource& source);
     void rowChanged(bool chosen);
     /// Opens the search or sort dialog on the view's rows; without any nothing opens.
     void openDialog(const QString& name, qint16 Session::*code, qint16 (*codeOf)(ShowSource));
