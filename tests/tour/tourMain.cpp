@@ -269,7 +269,8 @@ private:
         page("print_rs_statistic", "turnover-report");
         main.choose(QStringLiteral("statistic_achievement"));
         shoot(&m_main, "salespeople");
-        view().clickCell(QStringLiteral("DataGrid1"), 1, QStringLiteral("业务员编号")); // the first has no number
+        view().clickCell(QStringLiteral("DataGrid1"), 1,
+                         QStringLiteral("业务员编号")); // the first has no number
         view().click(QStringLiteral("Command4"));
         shoot(&m_main, "customers-of-a-salesperson");
         main.choose(QStringLiteral("distribution_analysis1"));
