@@ -161,7 +161,9 @@ TEST_F(Frequency, ANewRunHasNewLists) {
 TEST_F(Frequency, AMonthTableWithoutRowsEndsTheRun) {
     buys("a", {"2004-04-01", "2004-05-01"});
     books.changeBehind("DELETE FROM month_Table");
+    session().intervalClients[2] = QStringLiteral("'old'");
     EXPECT_FALSE(run());
+    EXPECT_EQ(session().intervalClients[2], u"") << "the lists are emptied before";
 }
 
 } // namespace
