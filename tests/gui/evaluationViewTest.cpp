@@ -1,4 +1,5 @@
 // The evaluation of customers through its real view: whole table, period, cut.
+#include "controls/dataGrid.h"
 #include "controls/figureCard.h"
 #include "reports/paperView.h"
 #include "support/evaluationShop.h"
@@ -132,6 +133,8 @@ TEST_F(EvaluationView, AQuestionOverAnEmptyPeriodIsAskedAndNothingIsCut) {
     open();
     choosePeriod("2001");
     EXPECT_EQ(drive->rows("DataGrid1"), 0);
+    EXPECT_EQ(drive->find<DataGrid>("DataGrid1")->emptyText(), u"该时间段没有数据")
+        << "and not that the shop has no customers";
     cutByRank("1");
     EXPECT_TRUE(prompts.done());
     EXPECT_EQ(indicators(), u"0 0% 0 0% 0 0% 0 0%");
