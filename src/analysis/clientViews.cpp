@@ -66,10 +66,6 @@ constexpr DisplaySource kClerkClients[] = {
     {ShowSource::Clerks, u"showprint_rs1A", datesOfLinesWithRows},
     {ShowSource::PeriodClerks, u"showprint_rs1A", periodTextsWithRows}};
 
-template <typename Panel> DisplayPanel* makePanel(ViewHost& host, Prompts& prompts) {
-    return new Panel(host, prompts);
-}
-
 /// A step back to the whole table ends a cut, whether it was by rank or by share, and a search of the
 /// register.
 void endCut(Session& session) {

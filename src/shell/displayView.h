@@ -91,6 +91,11 @@ Q_SIGNALS:
     void commandStarts();
 };
 
+/// Makes a panel, as a description names it.
+template <typename Panel> DisplayPanel* makePanel(ViewHost& host, Prompts& prompts) {
+    return new Panel(host, prompts);
+}
+
 /// A read-only view of one table: grid, position, dates, and the five toolbar operations. A member of the
 /// family is a description, and a panel where it has controls of its own.
 class DisplayView : public View {

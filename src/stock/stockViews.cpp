@@ -17,10 +17,6 @@ constexpr DisplaySource kTransfers[] = {{ShowSource::Transfers, u"showprint_rs23
                                         {ShowSource::PeriodTransfers, u"showprint_rs24", periodTexts}};
 constexpr DisplaySource kCount[] = {{ShowSource::StockCount, u"showprint_rs17", datesOfRows}};
 
-template <typename Panel> DisplayPanel* makePanel(ViewHost& host, Prompts& prompts) {
-    return new Panel(host, prompts);
-}
-
 constexpr DisplayDescription kDisplays[] = {
     {.name = u"stockFm1",
      .caption = u"销售库存显示",
