@@ -64,6 +64,7 @@ void buildPeriodCopies(Session& session, const QString& condition, PeriodCopies 
     for (const WorkCopy& copy : kOthers)
         if (copies == PeriodCopies::All || copy.forRegister)
             rebuild(errors, session, copy, condition);
+    session.periodCondition = condition;
     errors.run([&] { session.buyList->setFilter(condition); });
     errors.run([&] { session.productTable->setFilter(condition); });
 }

@@ -10,7 +10,8 @@ enum class PeriodCopies {
 };
 
 /// Rebuilds the work copies of the rows whose 日期 meets the condition and opens their cursors, recounts the
-/// customers' totals on the copies, and leaves the condition as Filter on the cursors of lines and products.
+/// customers' totals on the copies, and leaves the condition as Filter on the cursors of lines and products,
+/// and in periodCondition.
 /// Errors are passed over statement by statement: a condition that the engine refuses leaves the copies
 /// missing and their cursors closed.
 void buildPeriodCopies(Session& session, const QString& condition, PeriodCopies copies,

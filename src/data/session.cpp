@@ -14,14 +14,13 @@ QString firstRowText(const RecordsetPtr& recordset, const QString& field) {
 
 Session::Session(const QString& databasePath)
     : cn(databasePath) {
-    for (RecordsetPtr* slot : {&clientTable,    &buyList,          &productTable, &productTable2,
-                               &buyList2,       &clientTable2,     &clientTable3, &clerkClients,
-                               &productClients, &tempTable2,       &buyList3,     &product_Bank,
-                               &product_Bank2,  &stock_Count_Bank, &return_Bank,  &return_Bank2,
-                               &no_use_Bank,    &no_use_Bank2,     &out_of_Bank,  &out_of_Bank2,
-                               &counterCode,    &orderTable,       &saleTable,    &buy_Frequence_Table,
-                               &month_Table,    &orderTotals,      &clerkTotals,  &oneProduct,
-                               &scratch})
+    for (RecordsetPtr* slot :
+         {&clientTable,  &buyList,      &productTable, &productTable2,  &buyList2,
+          &clientTable2, &clientTable3, &clerkClients, &productClients, &productLines,
+          &tempTable2,   &buyList3,     &product_Bank, &product_Bank2,  &stock_Count_Bank,
+          &return_Bank,  &return_Bank2, &no_use_Bank,  &no_use_Bank2,   &out_of_Bank,
+          &out_of_Bank2, &counterCode,  &orderTable,   &saleTable,      &buy_Frequence_Table,
+          &month_Table,  &orderTotals,  &clerkTotals,  &oneProduct,     &scratch})
         *slot = std::make_shared<Recordset>(cn);
 }
 

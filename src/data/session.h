@@ -33,6 +33,7 @@ enum class ShowSource : int {
     ClerkClients = 22, // one salesperson's customers
     Transfers = 23,
     PeriodTransfers = 24,
+    ProductLines = 25, // the sales of one product
 };
 
 /// The four indicators of a set of customers: turnover, margin, quantity and number of customers, each with
@@ -66,6 +67,7 @@ public:
     QString currentClientName;
     QString currentContact;
     QString currentProductNum;
+    QString currentProductName; // 品名 of the product whose sales or buyers were asked for
     QString currentOrderNum;
     /// Unset while counterCode has no row.
     std::optional<double> nextClientNum;
@@ -78,8 +80,9 @@ public:
     /// unset.
     QString periodStart;
     QString periodEnd;
-    QString periodExact;   // its days: "2024-1-1 至 2024-3-31"
-    QString periodPurpose; // what the register asks its period for
+    QString periodExact;     // its days: "2024-1-1 至 2024-3-31"
+    QString periodCondition; // the Filter that it put on the lines
+    QString periodPurpose;   // what the register asks its period for
     /// First and last date that the display view in front shows; its report prints them.
     QString displayDate1;
     QString displayDate2;
@@ -90,10 +93,16 @@ public:
     QString analysisCaption;
     bool cutOnScreen = false; // the evaluation shows a cut of the best customers, not its source
     Evaluation evaluation;    // of what it shows
-    QString turnoverTitle;    // of the statistic in saleTable
-    QString currentClerk;     // the salesperson whose customers are shown
+    /// First and last date of the customers that are evaluated; empty while nothing has been.
+    QString evaluationDate1;
+    QString evaluationDate2;
+    QString turnoverTitle; // of the statistic in saleTable
+    QString currentClerk;  // the salesperson whose customers are shown
     /// By interval of purchase, the numbers of its customers as a list for an In clause.
     std::array<QString, 26> intervalClients;
+    /// Where the lines of the customer in tempTable2 were taken from: Lines or PeriodLines.
+    ShowSource clientLinesSource = ShowSource::Lines;
+    bool orderIsPrinted = false; // the choice of an order ends on paper, not in a view
     qint16 safetyStock = 2;
 
     qint16 searchCode = 0; // field list of the search dialog
@@ -119,6 +128,8 @@ public:
         QString period;            // days of what is printed, in words; empty for the whole
         QString reportFormTitle;   // handed over by the view that opens the report
         QString caller;            // view or window whose print command opened it
+        QString totalCount;        // 数量 of a sales list, handed over by who opens its report
+        QString totalAmount;       // 实付 of it
         qint16 reportReturned = 0; // 1 once the form has closed
         /// The printer as the last print or setup left it: its name, and its orientation as 1 portrait, 2
         /// landscape; "" and 0 while nothing has set them.
@@ -135,6 +146,7 @@ public:
     RecordsetPtr clientTable3;
     RecordsetPtr clerkClients;   // one salesperson's customers
     RecordsetPtr productClients; // buyers of one product
+    RecordsetPtr productLines;   // sales of one product
     RecordsetPtr tempTable2;
     RecordsetPtr buyList3;
     RecordsetPtr product_Bank;

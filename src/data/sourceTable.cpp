@@ -27,6 +27,7 @@ constexpr SourceRow kSources[] = {
     {ShowSource::ClerkClients, &Session::clerkClients, 1, yes, yes},
     {ShowSource::Transfers, &Session::out_of_Bank, 23, no, no},
     {ShowSource::PeriodTransfers, &Session::out_of_Bank2, 24, no, no},
+    {ShowSource::ProductLines, &Session::productLines, 25, no, no},
 };
 
 } // namespace
