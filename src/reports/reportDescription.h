@@ -57,9 +57,10 @@ struct ReportDescription {
     double titleBase = 115; // X of the title
     double addend = 0;      // to tableTop
     double tableTop = 25;
-    double footerX = 145;         // on paper
-    const char16_t* title = u"";  // empty: the title that the calling view hands over
-    ReportText titleOf = nullptr; // makes the title when the form opens, in place of both
+    double footerX = 145;        // on paper
+    const char16_t* title = u""; // empty: the title that the calling view hands over
+    /// Makes the title in place of both, at each drawing until the user gives one.
+    ReportText titleOf = nullptr;
     std::span<const HeadItem> head = {};
     /// Printing reads the page number of a recordset that nothing ever opens, behind each full page. So a
     /// report with a full page stops there. That is meant.

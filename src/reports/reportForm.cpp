@@ -86,8 +86,10 @@ QString ReportForm::openingTitle() const {
     return m_report.titleOf ? m_report.titleOf(headSource()) : m_session.report.reportFormTitle;
 }
 
-ReportDrawing ReportForm::drawing() const {
+ReportDrawing ReportForm::drawing() {
     const HeadSource source = headSource();
+    if (m_report.titleOf && !m_ownTitle)
+        m_layout.reportTitle = m_report.titleOf(source);
     QStringList head;
     for (const HeadItem& item : m_report.head)
         head << item.text(source);
@@ -299,6 +301,7 @@ void ReportForm::setFont(FontRecord ReportLayout::*record, const FontRecord& fon
 }
 
 void ReportForm::askTitle() {
+    m_ownTitle = true;
     // A canceled input is an empty title: that is meant.
     m_layout.reportTitle =
         m_prompts.input(QStringLiteral("请输入标题："), QStringLiteral("标题输入")).value_or(QString());

@@ -72,7 +72,8 @@ private:
     bool hasRowsToPrint() const;
     HeadSource headSource() const;
     QString openingTitle() const;
-    ReportDrawing drawing() const;
+    /// What a drawing looks at, head and made title as they are now.
+    ReportDrawing drawing();
     void redraw();
     void showPages(int first);
     void showPage(int page);
@@ -90,6 +91,7 @@ private:
     QString m_period; // days of what is printed, in words; empty for the whole
     QString m_caller; // whose print command opened the form
     ReportLayout m_layout;
+    bool m_ownTitle = false;         // the user has given a title
     bool m_leftForWindow = false;    // for another window of the program, not for a prompt
     std::unique_ptr<PrintJob> m_job; // stays open where printing stopped before its end
     PaperView* m_view = nullptr;

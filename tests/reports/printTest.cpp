@@ -1,50 +1,19 @@
 #include "recordset/error.h"
 #include "reports/reportRun.h"
 #include "support/errorOf.h"
-#include "support/pdfReader.h"
-#include "support/reportRows.h"
+#include "support/reportPaper.h"
 
 #include <QFile>
 #include <QImage>
 #include <QPrinter>
-
-#include <gtest/gtest.h>
 
 #include <csignal>
 #include <sys/resource.h>
 
 namespace {
 
-class Printing : public testing::Test {
+class Printing : public ReportPaper {
 protected:
-    Session& session() { return books.session(); }
-    QString path(const char* name = "out.pdf") { return folder.filePath(QString::fromUtf8(name)); }
-    /// Puts `count` rows below the report's cursor in place of those there.
-    const RecordsetPtr& open(const ReportDescription& report, int count, int pageSize = 40) {
-        const QString table = tableOf(report);
-        books.changeBehind(QStringLiteral("DELETE FROM \"%1\"").arg(table));
-        fillTable(books, table, count);
-        RecordsetPtr& slot = session().*report.cursor;
-        session().reopen(slot, rowsOf(report));
-        slot->setPageSize(pageSize);
-        return slot;
-    }
-    ReportDrawing drawing(const ReportDescription& report) {
-        return {report, layout, session().*report.cursor, heads(report)};
-    }
-    static QStringList heads(const ReportDescription& report) {
-        QStringList texts;
-        for (std::size_t i = 0; i < report.head.size(); ++i)
-            texts << QStringLiteral("头%1").arg(i);
-        return texts;
-    }
-    /// What one page of the report has on it, by its millimetres.
-    std::vector<PageRecording::Item> recorded(const ReportDescription& report, int pageIndex) {
-        PageRecording page;
-        const ReportDrawing drawn = drawing(report);
-        ReportPageDrawing(drawn, page).drawTable(pageIndex);
-        return page.items();
-    }
     /// Words of the PDF that stand where the recording has a text beginning so, within a tenth of a
     /// millimetre.
     void expectPlaces(const std::vector<PageRecording::Item>& items, const std::vector<PdfWord>& words,
@@ -67,43 +36,7 @@ protected:
         }
         EXPECT_GE(compared, 5) << name; // a title, two labels and a row of two at least
     }
-
-    TestBooks books;
-    QTemporaryDir folder;
-    ReportLayout layout;
 };
-
-TEST_F(Printing, EveryReportPrintsItsPagesForEveryNumberOfRows) {
-    for (const ReportDescription& report : reportCatalogue()) {
-        const std::string name = QString::fromUtf16(report.name).toStdString();
-        const int full = report.rows;
-        layout = defaultLayout(report, "标题");
-        for (const auto& [count, pages] :
-             {std::pair{1, 1}, {full - 1, 1}, {full, 1}, {full + 1, 2}, {12 * full + 20, 13}}) {
-            const RecordsetPtr& rows = open(report, count, full);
-            ASSERT_EQ(rows->RecordCount(), count) << name;
-            const auto job = PrintJob::toPdf(path(), {report.orientation, QStringLiteral("标题")});
-            ASSERT_EQ(printPages(drawing(report), *job, 1, rows->PageCount(), {}), PrintEnd::Done) << name;
-            EXPECT_EQ(pdfPages(path()), pages) << name << count;
-            const auto words = pdfWords(path());
-            for (int page = 1; page <= pages; page += std::max(1, pages - 1))
-                expectPlaces(recorded(report, page - 1), words, page, name);
-            EXPECT_TRUE(pdfText(path(), pages).endsWith(QStringLiteral("第 %1 页").arg(pages)))
-                << name << pdfText(path(), pages).toStdString();
-        }
-    }
-}
-
-TEST_F(Printing, WithoutRowsNoReportMakesAFile) {
-    for (const ReportDescription& report : reportCatalogue()) {
-        layout = defaultLayout(report, "标题");
-        const RecordsetPtr& rows = open(report, 0);
-        EXPECT_TRUE(recorded(report, 0).empty());
-        const auto job = PrintJob::toPdf(path(), {report.orientation, QStringLiteral("标题")});
-        EXPECT_EQ(printPages(drawing(report), *job, 1, rows->PageCount(), {}), PrintEnd::Done);
-        EXPECT_FALSE(QFile::exists(path())) << QString::fromUtf16(report.name).toStdString();
-    }
-}
 
 TEST_F(Printing, EverythingStandsOnTheSheetAndTheFontsAreInTheFile) {
     for (const ReportDescription& report : reportCatalogue()) {

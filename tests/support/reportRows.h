@@ -21,7 +21,10 @@ inline QString tableOf(const ReportDescription& report) {
         {&Session::return_Bank, u"return_Bank"},     {&Session::return_Bank2, u"return_Bank2"},
         {&Session::no_use_Bank, u"no_use_Bank"},     {&Session::no_use_Bank2, u"no_use_Bank2"},
         {&Session::out_of_Bank, u"out_of_Bank"},     {&Session::out_of_Bank2, u"out_of_Bank"},
-        {&Session::saleTable, u"saleTable"},         {&Session::clerkTotals, u"clientTable"}};
+        {&Session::saleTable, u"saleTable"},         {&Session::clerkTotals, u"clientTable"},
+        {&Session::orderTotals, u"buyList"}};
+    if (report.cursor == &Session::scratch && report.columns.front().field == QStringView(u"日期"))
+        return QStringLiteral("buyList");
     if (report.cursor == &Session::scratch)
         return report.columns.front().field == QStringView(u"地区") ? QStringLiteral("clientplaceTable")
                                                                     : QStringLiteral("clientlineTable");
@@ -38,11 +41,14 @@ inline QString rowsOf(const ReportDescription& report) {
     if (report.cursor == &Session::clerkTotals)
         return QStringLiteral("Select 业务员编号, Sum(消费合计) As 营业额, Count(业务员编号) As 客户数 "
                               "From clientTable Group By 业务员编号 Order By Sum(消费合计) desc");
+    if (report.cursor == &Session::orderTotals)
+        return QStringLiteral("Select 日期, 订单号, 客户编号, Sum(数量) As 购物数, Sum(实付) As 购物金额 "
+                              "From buyList Group By 日期, 订单号, 客户编号 ");
     return QStringLiteral("Select * From ") + tableOf(report);
 }
 
 /// Fills a table with `count` rows whose texts are short for their column and row, "品17", with numbers that
-/// count up and dates that ascend; a 产品编号 is "P17". The table must be empty.
+/// count up and dates that ascend; a 产品编号 is "P17", a 折扣 "95". The table must be empty.
 inline void fillTable(TestBooks& books, const QString& table, int count) {
     QStringList columns;
     QStringList values;
@@ -54,6 +60,8 @@ inline void fillTable(TestBooks& books, const QString& table, int count) {
         columns << u'"' + name + u'"';
         if (name == u"产品编号")
             values << QStringLiteral("'P' || i");
+        else if (name == u"折扣")
+            values << QStringLiteral("'95'");
         else if (type == u"DATETEXT")
             values << QStringLiteral("date('2004-01-01', '+' || i || ' days')");
         else if (type.startsWith(u"TEXT"))
