@@ -9,9 +9,8 @@
 
 #include <vector>
 
-/// A piece of text in a PDF file, in millimetres from the page's top left corner.
+/// A piece of text on a page of a PDF file, in millimetres from the page's top left corner.
 struct PdfWord {
-    int page = 0;
     double x = 0;
     double y = 0;
     QString text;
@@ -24,23 +23,21 @@ inline QByteArray outputOf(const QString& program, const QStringList& arguments)
     return process.readAllStandardOutput();
 }
 
-/// Every word of a PDF with its place, as another program reads it.
-inline std::vector<PdfWord> pdfWords(const QString& path) {
+/// Every word of one page of a PDF with its place, as another program reads it.
+inline std::vector<PdfWord> pdfWords(const QString& path, int page) {
     constexpr double millimetresPerPoint = 25.4 / 72;
+    const QString number = QString::number(page);
     std::vector<PdfWord> words;
     QXmlStreamReader xml(
-        outputOf(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), path, QStringLiteral("-")}));
-    int page = 0;
+        outputOf(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), QStringLiteral("-f"), number,
+                                               QStringLiteral("-l"), number, path, QStringLiteral("-")}));
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
-        if (xml.name() == u"page")
-            ++page;
         if (xml.name() != u"word")
             continue;
         const auto place = xml.attributes();
         PdfWord word;
-        word.page = page;
         word.x = place.value(QStringLiteral("xMin")).toDouble() * millimetresPerPoint;
         word.y = place.value(QStringLiteral("yMin")).toDouble() * millimetresPerPoint;
         word.text = xml.readElementText();
