@@ -35,7 +35,7 @@ protected:
 
 TEST_F(ReportMembers, OverAnEmptyCursorEachStandsOnPageZeroAndThreeLeaveNoRowsAPage) {
     start();
-    const int untouched = Recordset(session().cn).PageSize();
+    const int untouched = session().clientTable->PageSize();
     for (const ReportRow& row : kRows) {
         open(row, 0);
         EXPECT_EQ(pages(), u"起始页：0 终止页：0 第 0 页") << nameOf(row);

@@ -1,6 +1,6 @@
-// report_worker REPORT TABLE ROWS PDF: opens a report of the program over a table of invented rows and
-// presses its print button, as the process in which an error reaches no handler. What it tells the user goes
-// to its standard output.
+// report_worker REPORT ROWS PDF: opens a report of the program over invented rows and presses its print
+// button, as the process in which an error reaches no handler. What it tells the user goes to its standard
+// output.
 #include "app/appearance.h"
 #include "app/registry.h"
 #include "app/shopApplication.h"
@@ -29,25 +29,19 @@ int main(int argc, char** argv) {
     application.setQuitOnLastWindowClosed(false);
     setAppearance(application);
     const QStringList words = application.arguments();
-    if (words.size() != 5)
+    const ReportDescription* report = words.size() == 4 ? findReport(words[1]) : nullptr;
+    if (!report)
         return 2;
     TestBooks books;
     application.setDatabasePath(books.path());
-    if (words[2] == u"clientTable")
-        fillTable(books, words[2], words[3].toInt());
-    else
-        fillStockTable(books, words[2], words[3].toInt());
+    fillTable(books, tableOf(*report), words[2].toInt());
     ToldPrompts prompts;
-    prompts.saveName = words[4];
+    prompts.saveName = words[3];
     MDIForm1 main(books.session(), prompts);
     registerAll(main, prompts);
     main.show();
     startShop(main);
-    const ReportDescription* report = findReport(words[1]);
-    books.session().reopen(books.session().*report->cursor,
-                           report->cursor == &Session::clerkTotals
-                               ? rowsOf(*report)
-                               : QStringLiteral("Select * From ") + words[2]);
+    books.session().reopen(books.session().*report->cursor, rowsOf(*report));
     TopWindow* form = main.host().openWindow(words[1], ViewHost::MainWindow::Disabled);
     QTimer::singleShot(0, [form] {
         Driver(*form).click(QStringLiteral("Command2"));
