@@ -1,8 +1,8 @@
 #include "analysis/analysisPanels.h"
 
 #include "analysis/clerks.h"
-#include "controls/figureCard.h"
 #include "controls/formParts.h"
+#include "controls/indicatorCard.h"
 #include "recordset/ignoringErrors.h"
 
 #include <QAction>
@@ -12,32 +12,18 @@
 
 namespace {
 
-/// An indicator's place on the card, and the numbers of its three labels.
-struct IndicatorRow {
+/// An indicator with the numbers of its three labels.
+struct IndicatorLabels {
     const char16_t* caption;
     const char16_t* meaning; // of the caption's own label
     int captionLabel;
-    double y;
     int valueLabel;
     int shareLabel;
 };
-constexpr IndicatorRow kIndicators[] = {{u"购买金额：", u"购买额", 4, 2, 6, 7},
-                                        {u"差额利润：", u"差额利润", 5, 7, 10, 11},
-                                        {u"购买数：", u"购买量", 8, 12, 14, 15},
-                                        {u"客户数：", u"客户数", 16, 17, 18, 19}};
-constexpr double kLeft = 5;
-constexpr double kCaptionAt = 70;
-constexpr double kValueAt = 90;
-constexpr double kShareAt = 130;
-constexpr double kRuleEnd = 140;
-constexpr double kUnderText = 4; // from a text's top to the rule below it
-
-QList<CardRule> rules() {
-    QList<CardRule> all;
-    for (const IndicatorRow& row : kIndicators)
-        all << CardRule{kCaptionAt, kRuleEnd, row.y + kUnderText};
-    return all;
-}
+constexpr IndicatorLabels kIndicators[] = {{u"购买金额：", u"购买额", 4, 6, 7},
+                                           {u"差额利润：", u"差额利润", 5, 10, 11},
+                                           {u"购买数：", u"购买量", 8, 14, 15},
+                                           {u"客户数：", u"客户数", 16, 18, 19}};
 
 QLabel* hiddenLabel(int number, const QString& text, QWidget* parent) {
     QLabel* label = makeLabel(QStringLiteral("Label%1").arg(number), text, parent);
@@ -49,7 +35,10 @@ QLabel* hiddenLabel(int number, const QString& text, QWidget* parent) {
 
 EvaluationPanel::EvaluationPanel(ViewHost& host, Prompts& /*prompts*/)
     : m_session(host.session())
-    , m_card(new FigureCard(QStringLiteral("Picture1"), {145, 23}, rules(), this)) {
+    , m_stock(new QAction(QStringLiteral("库存统计"), this))
+    , m_card(new IndicatorCard(QStringLiteral("Picture1"), int(std::size(kIndicators)), this)) {
+    connect(m_stock, &QAction::triggered, this,
+            [&host] { host.openWindow(QStringLiteral("statisticFm4"), ViewHost::MainWindow::Stays); });
     for (std::size_t i = 0; i < std::size(kIndicators); ++i) {
         hiddenLabel(kIndicators[i].captionLabel, QString::fromUtf16(kIndicators[i].meaning), this);
         m_values[i] = hiddenLabel(kIndicators[i].valueLabel, {}, this);
@@ -62,8 +51,11 @@ EvaluationPanel::EvaluationPanel(ViewHost& host, Prompts& /*prompts*/)
 }
 
 void EvaluationPanel::sourceShown(const RecordsetPtr& /*cursor*/, ShowSource code) {
-    if (code != ShowSource::BestClients)
-        m_dates = {m_session.periodDate1, m_session.periodDate2};
+    // A cut speaks of the dates of the customers that it was made from.
+    if (code != ShowSource::BestClients) {
+        m_session.evaluationDate1 = m_session.periodDate1;
+        m_session.evaluationDate2 = m_session.periodDate2;
+    }
     for (std::size_t i = 0; i < std::size(kIndicators); ++i) {
         m_values[i]->setText(m_session.evaluation[i].value);
         m_shares[i]->setText(m_session.evaluation[i].share);
@@ -72,30 +64,27 @@ void EvaluationPanel::sourceShown(const RecordsetPtr& /*cursor*/, ShowSource cod
 }
 
 void EvaluationPanel::statistic_show() {
-    using Style = CardText::Style;
-    QList<CardText> texts{{kLeft, 2, m_dates.first + u'/' + m_dates.last, Style::Caption},
-                          {kLeft, 7, QStringLiteral("分析显示(按指标)："), Style::Caption},
-                          {kLeft, 12, m_session.analysisCaption, Style::Figure}};
-    for (std::size_t i = 0; i < std::size(kIndicators); ++i) {
-        const IndicatorRow& row = kIndicators[i];
-        texts << CardText{kCaptionAt, row.y, QString::fromUtf16(row.caption), Style::Caption}
-              << CardText{kValueAt, row.y, m_values[i]->text(), Style::Figure}
-              << CardText{kShareAt, row.y, m_shares[i]->text(), Style::Caption};
-    }
-    m_card->setTexts(texts);
+    const std::pair<QString, CardText::Style> lefts[std::size(kIndicators)] = {
+        {m_session.evaluationDate1 + u'/' + m_session.evaluationDate2, CardText::Style::Caption},
+        {QStringLiteral("分析显示(按指标)："), CardText::Style::Caption},
+        {m_session.analysisCaption, CardText::Style::Figure}};
+    QList<IndicatorRow> rows;
+    for (std::size_t i = 0; i < std::size(kIndicators); ++i)
+        rows << IndicatorRow{lefts[i].first,
+                             QString::fromUtf16(kIndicators[i].caption),
+                             m_values[i]->text(),
+                             m_shares[i]->text(),
+                             {},
+                             lefts[i].second};
+    m_card->setRows(rows);
 }
 
 ClerkPanel::ClerkPanel(ViewHost& host, Prompts& /*prompts*/)
-    : m_host(host)
-    , m_turnover(makeFigure(QStringLiteral("Label5"), QStringLiteral("营业额总合"), this))
-    , m_clients(makeFigure(QStringLiteral("Label7"), QStringLiteral("客户数总合"), this)) {
+    : m_host(host) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    const std::pair<const char16_t*, QLabel*> figures[] = {{u"Label4", m_turnover}, {u"Label6", m_clients}};
-    for (const auto& [name, figure] : figures) {
-        row->addWidget(makeLabel(QString::fromUtf16(name), figure->accessibleName(), this));
-        row->addWidget(figure);
-    }
+    m_turnover = addFigure(row, 4, QStringLiteral("营业额总合"), this);
+    m_clients = addFigure(row, 6, QStringLiteral("客户数总合"), this);
     auto* clients = makeButton(QStringLiteral("Command4"), QStringLiteral("该业务员客户资料"), this);
     connect(clients, &QPushButton::clicked, this, [this] { showClerkClients(m_host); });
     row->addWidget(clients);
@@ -110,18 +99,10 @@ void ClerkPanel::sourceShown(const RecordsetPtr& /*cursor*/, ShowSource code) {
     });
 }
 
-IntervalClientsPanel::IntervalClientsPanel(ViewHost& host, Prompts& /*prompts*/)
-    : m_host(host)
-    , m_print(new QAction(QStringLiteral("打印这些客户"), this)) {
-    connect(m_print, &QAction::triggered, this, &IntervalClientsPanel::print);
-}
-
-void IntervalClientsPanel::print() {
-    Session& session = m_host.session();
-    if (!session.clientTable3->hasRows())
-        return;
-    session.report.caller = QStringLiteral("userInfoFm3");
-    m_host.openWindow(QStringLiteral("showprint_rs8"), ViewHost::MainWindow::Hidden);
+IntervalClientsPanel::IntervalClientsPanel(ViewHost& /*host*/, Prompts& /*prompts*/)
+    : m_print(new QAction(QStringLiteral("打印这些客户"), this)) {
+    connect(m_print, &QAction::triggered, this,
+            [this] { Q_EMIT printAsked(QStringLiteral("showprint_rs8")); });
 }
 
 void showClerkClients(ViewHost& host) {

@@ -2,7 +2,7 @@
 
 #include "shell/displayView.h"
 
-class FigureCard;
+class IndicatorCard;
 class QLabel;
 
 /// The indicators of the customers that are evaluated, each with its share of the whole, on a card. Labels
@@ -14,15 +14,16 @@ public:
     EvaluationPanel(ViewHost& host, Prompts& prompts);
 
     void sourceShown(const RecordsetPtr& cursor, ShowSource code) override;
+    QList<QAction*> gridActions() override { return {m_stock}; }
 
 private:
     void statistic_show();
 
     Session& m_session;
-    DateSpan m_dates; // of the customers shown, also while a cut of them is
     QLabel* m_values[4] = {};
     QLabel* m_shares[4] = {};
-    FigureCard* m_card;
+    QAction* m_stock;
+    IndicatorCard* m_card;
 };
 
 /// The sums over all salespeople, and the way to the customers of one.
@@ -36,8 +37,8 @@ public:
 
 private:
     ViewHost& m_host;
-    QLabel* m_turnover;
-    QLabel* m_clients;
+    QLabel* m_turnover = nullptr;
+    QLabel* m_clients = nullptr;
 };
 
 /// The print command of the customers of one interval of purchase.
@@ -50,9 +51,6 @@ public:
     QList<QAction*> gridActions() override { return {m_print}; }
 
 private:
-    void print();
-
-    ViewHost& m_host;
     QAction* m_print;
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "analysis/distribution.h"
-#include "analysis/statisticWindow.h"
+#include "shell/statisticWindow.h"
 #include "shell/viewHost.h"
 
 class Prompts;

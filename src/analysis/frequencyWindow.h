@@ -1,7 +1,7 @@
 #pragma once
 
 #include "analysis/frequency.h"
-#include "analysis/statisticWindow.h"
+#include "shell/statisticWindow.h"
 #include "shell/viewHost.h"
 
 class BarChart;

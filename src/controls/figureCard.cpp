@@ -2,7 +2,9 @@
 
 #include "controls/formParts.h"
 
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 namespace {
 
@@ -31,6 +33,24 @@ void FigureCard::setTexts(const QList<CardText>& texts) {
 QSize FigureCard::sizeHint() const {
     const QSizeF size = m_units * scale();
     return {int(size.width()) + 2 * kMargin, int(size.height()) + 2 * kMargin};
+}
+
+QRectF FigureCard::placeOf(const CardText& text) const {
+    const QFontMetricsF metrics(text.style == CardText::Style::Figure ? boldOf(this) : font());
+    return {text.x * scale() + kMargin, text.y * scale() + kMargin, metrics.horizontalAdvance(text.text),
+            metrics.height()};
+}
+
+bool FigureCard::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    QString tip;
+    for (const CardText& each : m_texts)
+        if (placeOf(each).contains(help->pos()))
+            tip = each.tip;
+    QToolTip::showText(help->globalPos(), tip, this); // without a text it takes an old one away
+    return true;
 }
 
 void FigureCard::paintEvent(QPaintEvent* /*event*/) {

@@ -10,6 +10,7 @@ struct CardText {
     double y;
     QString text;
     Style style = Style::Caption;
+    QString tip = {}; // its tool tip
 };
 
 /// A thin rule of a card.
@@ -35,11 +36,14 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     /// Pixels a unit.
     double scale() const { return fontMetrics().height() / 4.0; }
+    /// Where a text stands on the widget.
+    QRectF placeOf(const CardText& text) const;
 
     QSizeF m_units;
     QList<CardRule> m_rules;

@@ -2,6 +2,7 @@
 
 #include "controls/recordBoxes.h"
 
+#include <QBoxLayout>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -27,6 +28,13 @@ QLabel* makeFigure(const QString& name, const QString& meaning, QWidget* parent)
     figure->setAccessibleName(meaning);
     figure->setFont(boldOf(figure));
     figure->setMinimumWidth(figure->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
+    return figure;
+}
+
+QLabel* addFigure(QBoxLayout* row, int number, const QString& caption, QWidget* parent) {
+    QLabel* figure = makeFigure(QStringLiteral("Label%1").arg(number + 1), caption, parent);
+    row->addWidget(makeLabel(QStringLiteral("Label%1").arg(number), caption, parent));
+    row->addWidget(figure);
     return figure;
 }
 

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class QBoxLayout;
 class QDialog;
 class QDialogButtonBox;
 class QLabel;
@@ -19,6 +20,9 @@ QLabel* makeLabel(const QString& name, const QString& text, QWidget* parent);
 
 /// A bold figure, "0" at first; its meaning is its accessible name.
 QLabel* makeFigure(const QString& name, const QString& meaning, QWidget* parent);
+
+/// Appends a caption "Label<number>" and behind it its figure, "Label<number + 1>", which is returned.
+QLabel* addFigure(QBoxLayout* row, int number, const QString& caption, QWidget* parent);
 
 /// The widget's font in bold, larger by a factor.
 QFont boldOf(const QWidget* widget, qreal scale = 1);

@@ -36,3 +36,19 @@ DateSpan sortByDate(const RecordsetPtr& cursor) {
     span.last = cursor->Fields(date).text();
     return span;
 }
+
+DateSpan dateSpanOf(const Recordset& cursor) {
+    const ColumnStore& dates =
+        cursor.image().column(cursor.imageColumn(cursor.fieldIndex(QStringLiteral("日期"))));
+    std::optional<RowId> first;
+    std::optional<RowId> last;
+    cursor.eachRow([&](RowId row) {
+        if (dates.moments[row] == ColumnStore::NullMoment)
+            return;
+        if (!first || dates.moments[row] < dates.moments[*first])
+            first = row;
+        if (!last || dates.moments[row] > dates.moments[*last])
+            last = row;
+    });
+    return first ? DateSpan{fieldText(dates.value(*first)), fieldText(dates.value(*last))} : DateSpan();
+}

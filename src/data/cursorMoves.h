@@ -18,5 +18,8 @@ struct DateSpan {
     QString last;
 };
 
+/// The same without a move or a sort; rows without a date apart.
+DateSpan dateSpanOf(const Recordset& cursor);
+
 /// Sorts a cursor by 日期, which stays its order, and leaves it on its last row.
 DateSpan sortByDate(const RecordsetPtr& cursor);

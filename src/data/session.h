@@ -100,8 +100,9 @@ public:
     QString currentClerk;  // the salesperson whose customers are shown
     /// By interval of purchase, the numbers of its customers as a list for an In clause.
     std::array<QString, 26> intervalClients;
-    /// Where the lines of the customer in tempTable2 were taken from: Lines or PeriodLines.
+    /// Where the lines of one customer and of one product were taken from: Lines or PeriodLines.
     ShowSource clientLinesSource = ShowSource::Lines;
+    ShowSource productLinesSource = ShowSource::Lines;
     bool orderIsPrinted = false; // the choice of an order ends on paper, not in a view
     qint16 safetyStock = 2;
 
@@ -176,6 +177,11 @@ public:
 
     /// Opens a slot on all rows of a table. A table that is missing leaves it closed: work tables may be so.
     void reopenIfThere(RecordsetPtr& slot, const QString& table);
+    /// The same for a slot that is closed; an open one stays as it is.
+    void reopenIfClosed(RecordsetPtr& slot, const QString& table) {
+        if (!slot->isOpen())
+            reopenIfThere(slot, table);
+    }
 
     /// Opens the cursors on customers, lines and products; with rows in none of them all is well too.
     void openMainCursors();

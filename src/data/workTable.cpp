@@ -85,3 +85,21 @@ void fillTableFrom(Connection& connection, const QString& table, const QString& 
                [&](int row) { insert.bind(1, rowids[std::size_t(row)]); });
     batch.finish();
 }
+
+RowsOfTable rowsOfTable(const Recordset& cursor) {
+    RowsOfTable rows{cursor.image().table(), {}};
+    rows.rowids.reserve(std::size_t(cursor.RecordCount()));
+    cursor.eachRow([&](RowId row) { rows.rowids.push_back(cursor.image().rowid(Row(row))); });
+    return rows;
+}
+
+void rebuildFrom(Session& session, RecordsetPtr& cursor, const QString& table, const RowsOfTable& rows,
+                 const Progress& progress) {
+    IgnoringErrors errors;
+    WriteBatch batch(session.cn);
+    auto fresh = std::make_shared<Recordset>(session.cn);
+    rebuildEmpty(session, fresh, table, rows.source, errors);
+    errors.run([&] { fillTableFrom(session.cn, table, rows.source, rows.rowids, progress); });
+    batch.finish();
+    errors.run([&] { session.reopen(cursor, QStringLiteral("Select * From ") + table); });
+}

@@ -25,3 +25,19 @@ void fillTable(Connection& connection, const QString& table, const TableImage& r
 /// The same with rows of another table of the same columns, by their rowids, in this order.
 void fillTableFrom(Connection& connection, const QString& table, const QString& source,
                    const std::vector<qint64>& rowids, const Progress& progress = {});
+
+/// Rows that belong into a work table of the same columns: the table that they are in, and their rowids in
+/// order.
+struct RowsOfTable {
+    QString source;
+    std::vector<qint64> rowids;
+};
+
+/// The rows that a cursor over a table shows.
+RowsOfTable rowsOfTable(const Recordset& cursor);
+
+/// Makes a work table anew with these rows and opens its cursor, which shows what it showed until the copy
+/// stands. Other cursors that have the table open keep the rows they have. Errors are passed over statement
+/// by statement.
+void rebuildFrom(Session& session, RecordsetPtr& cursor, const QString& table, const RowsOfTable& rows,
+                 const Progress& progress = {});

@@ -41,6 +41,10 @@ void DateBoxes::setTips(const DateTips& tips, const QString& days) {
 void DateBoxes::setDates(const DateSpan& dates) {
     m_first->setText(dates.first);
     m_last->setText(dates.last);
-    m_session.*m_values.first = dates.first;
-    m_session.*m_values.last = dates.last;
+    tell();
+}
+
+void DateBoxes::tell() {
+    m_session.*m_values.first = m_first->text();
+    m_session.*m_values.last = m_last->text();
 }

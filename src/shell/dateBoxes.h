@@ -36,6 +36,8 @@ public:
     void setTips(const DateTips& tips, const QString& days);
     /// Shows the dates and sets both values, whether the boxes change or not.
     void setDates(const DateSpan& dates);
+    /// Sets both values anew to what the boxes show.
+    void tell();
 
 private:
     QLineEdit* makeBox(const QString& name, QString Session::*value);

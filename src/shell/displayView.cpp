@@ -25,17 +25,20 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     , m_description(description)
     , m_host(host)
     , m_session(host.session())
-    , m_panel(description.panel ? description.panel(host, prompts) : nullptr) {
+    , m_panel(description.panel ? description.panel(host, prompts) : nullptr)
+    , m_asker(m_session.showSource) {
     m_pane = new RecordPane({}, QString::fromUtf16(description.emptyText), prompts, this);
     m_pane->grid->setEditable(description.editable);
     m_dates = new DateBoxes(QStringLiteral("Text2"), QStringLiteral("Text3"), m_session,
                             description.dateValues, this);
+    m_dates->setVisible(description.showsDates);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_pane->moves);
     bottom->addStretch(1);
     if (m_panel) {
         bottom->addWidget(m_panel);
         connect(m_panel, &DisplayPanel::commandStarts, m_pane->grid, &DataGrid::commitEditor);
+        connect(m_panel, &DisplayPanel::printAsked, this, &DisplayView::print);
         for (QAction* action : m_panel->gridActions())
             m_pane->grid->addContextAction(action);
     }
@@ -63,6 +66,8 @@ void DisplayView::offerOperations() {
 }
 
 ShowSource DisplayView::source() const {
+    if (m_description.keepsAsker)
+        return m_asker;
     if (m_description.tells)
         return m_description.tells(m_session, m_shown);
     if (m_shown != ShowSource::None)
@@ -104,9 +109,8 @@ void DisplayView::leave() {
 void DisplayView::load() {
     if (m_description.atLoad)
         return m_description.atLoad(m_session);
-    RecordsetPtr& whole = cursorOf(m_description.whole());
-    if (*m_description.table && !whole->isOpen())
-        m_session.reopenIfThere(whole, QString::fromUtf16(m_description.table));
+    if (*m_description.table)
+        m_session.reopenIfClosed(cursorOf(m_description.whole()), QString::fromUtf16(m_description.table));
 }
 
 void DisplayView::activate() {
@@ -128,7 +132,8 @@ void DisplayView::activate() {
             return m_pane->showPosition();
         if (m_description.clearsFilter && code == m_description.whole() && shown->isOpen())
             shown->clearFilter();
-        m_dates->setDates(source->dates(m_session, shown));
+        if (source->dates)
+            m_dates->setDates(source->dates(m_session, shown));
         m_dates->setTips(m_description.dateTips, periodShown());
         if (m_panel)
             m_panel->sourceShown(shown, code);
@@ -144,6 +149,8 @@ void DisplayView::bindRows(const RecordsetPtr& shown, const DisplaySource& sourc
 }
 
 QString DisplayView::periodShown() const {
+    if (m_description.showsPeriod)
+        return m_description.showsPeriod(m_session) ? m_session.periodExact : QString();
     const ShowSource base = m_shown == ShowSource::BestClients ? m_session.clientShowSource : m_shown;
     return base == m_description.whole() ? QString() : m_session.periodExact;
 }
@@ -156,6 +163,14 @@ void DisplayView::rowsReplaced() {
     bindRows(shown, *source);
     if (m_panel)
         m_panel->sourceShown(shown, source->code);
+    m_pane->showPosition();
+}
+
+void DisplayView::sorted() {
+    if (const RecordsetPtr shown = cursor(); shown && m_panel) {
+        const QuietWalk walk(shown);
+        m_panel->sorted(shown);
+    }
     m_pane->showPosition();
 }
 
@@ -225,15 +240,29 @@ void DisplayView::data_search() {
 }
 
 void DisplayView::data_print() {
+    if (const DisplaySource* source = find(present()))
+        print(QString::fromUtf16(source->report));
+}
+
+void DisplayView::print(const QString& report) {
     m_pane->grid->commitEditor();
     const RecordsetPtr asked = m_description.asksWholeForRows ? wholeCursor() : cursor();
-    if (!asked || !asked->hasRows())
+    const DisplaySource* source = find(present());
+    if (!source || !asked || !asked->hasRows())
         return;
+    handOver(*source, report);
+    m_host.openWindow(report, ViewHost::MainWindow::Hidden);
+}
+
+void DisplayView::handOver(const DisplaySource& source, const QString& report) {
     m_session.report.reportFormTitle = QString::fromUtf16(m_description.reportTitle);
     m_session.report.caller = name();
     m_session.report.period = periodShown();
-    if (const DisplaySource* source = find(present()))
-        m_host.openWindow(QString::fromUtf16(source->report), ViewHost::MainWindow::Hidden);
+    // A window beside the view may have told its own dates since.
+    if (source.dates)
+        m_dates->tell();
+    if (m_panel)
+        m_panel->aboutToPrint(report);
 }
 
 void registerDisplays(ViewHost& host, Prompts& prompts, std::span<const DisplayDescription> displays) {

@@ -10,7 +10,7 @@ class DisplayPanel;
 class Prompts;
 class RecordPane;
 
-/// Finds the first and the last date that a view of these rows shows; may sort them.
+/// Finds the first and the last date of these rows, for a view and its report; may sort the rows.
 using DisplayDates = DateSpan (*)(Session& session, const RecordsetPtr& shown);
 
 /// The dates of the rows, which are sorted by 日期 and end on the last one; "0000-0-0" without rows.
@@ -24,7 +24,7 @@ DateSpan datesOfRowsOrPeriod(Session& session, const RecordsetPtr& shown);
 struct DisplaySource {
     ShowSource code;
     const char16_t* report; // its window, empty where it has none
-    DisplayDates dates;
+    DisplayDates dates;     // null: neither the view nor its report tells any of its own
     const char16_t* emptyText = u"该时间段没有数据"; // what its empty grid says; the whole table has its own
 };
 
@@ -38,6 +38,7 @@ struct DisplayDescription {
     const char16_t* reportTitle = u"";      // handed to the report; empty where the report has its own
     const char16_t* emptyText = u"";        // what an empty grid says
     const char16_t* hidden = u"流水号";     // columns that are not shown, parted by blanks
+    bool showsDates = true;                 // in boxes; without them the dates are for the report alone
     DateTips dateTips = {u"时间显示", u"时间显示"};
     DisplayDateValues dateValues = kStockDates;
     ShowSource Session::*family = nullptr; // the family's code, kept in step with showSource
@@ -46,6 +47,7 @@ struct DisplayDescription {
     bool asksWholeForRows = false;         // printing asks the whole table for rows, whatever is shown
     bool closedKeepsFigures = false; // a cursor that cannot be opened leaves dates and panel as they were
     bool keepsSource = false;        // "全库显示" only takes the view's own filter off
+    bool keepsAsker = false;         // showSource stays what it was when the view was asked for
     /// showSource behind "全库显示", where it is another one than that of the whole table.
     ShowSource wholeShowCode = ShowSource::None;
     /// Whose cursor the search and sort dialogs act on, where it is another one than that of the source
@@ -56,6 +58,8 @@ struct DisplayDescription {
     /// What showSource is while the view is in front. In: the source that it has shown last, None before the
     /// first. By default that source, before it the family's code or the whole table's.
     ShowSource (*tells)(const Session&, ShowSource shown) = nullptr;
+    /// Whether the rows are those of a period, where the source's code does not say so.
+    bool (*showsPeriod)(const Session&) = nullptr;
     /// What the view does when it is loaded, in place of opening its cursor.
     void (*atLoad)(Session&) = nullptr;
     /// The first step of an activation; false where none is to run.
@@ -81,6 +85,10 @@ public:
     virtual void sourceShown(const RecordsetPtr& /*cursor*/, ShowSource /*code*/) {}
     /// After a change of the current row or the view; `chosen` where the user chose the row in the grid.
     virtual void rowChanged(const RecordsetPtr& /*cursor*/, bool /*chosen*/) {}
+    /// After the sort dialog has sorted the cursor.
+    virtual void sorted(const RecordsetPtr& /*cursor*/) {}
+    /// Hands over what the report needs besides the rows and the dates, just before it opens.
+    virtual void aboutToPrint(const QString& /*report*/) {}
     /// Entries for the context menu of the view's grid.
     virtual QList<QAction*> gridActions() { return {}; }
     /// When another view takes the view's place.
@@ -89,6 +97,8 @@ public:
 Q_SIGNALS:
     /// A command of the panel is about to run: what is being typed in the grid comes first.
     void commandStarts();
+    /// The rows that the view shows are to be printed by this report.
+    void printAsked(const QString& report);
 };
 
 /// Makes a panel, as a description names it.
@@ -110,6 +120,7 @@ public:
     ShowSource source() const override;
     bool shows(ShowSource code) const override;
     void rowsReplaced() override;
+    void sorted() override;
 
     const DisplayDescription& description() const { return m_description; }
 
@@ -134,6 +145,9 @@ private:
     QString periodShown() const;
     void bindRows(const RecordsetPtr& shown, const DisplaySource& source);
     void rowChanged(bool chosen);
+    /// Opens a report on the view's rows, which finds what it needs in the session; nothing without rows.
+    void print(const QString& report);
+    void handOver(const DisplaySource& source, const QString& report);
     /// Opens the search or sort dialog on the view's rows; without any nothing opens.
     void openDialog(const QString& name, qint16 Session::*code, qint16 (*codeOf)(ShowSource));
 
@@ -144,6 +158,7 @@ private:
     RecordPane* m_pane = nullptr;
     DateBoxes* m_dates = nullptr;
     ShowSource m_shown = ShowSource::None; // whose cursor the grid is bound to
+    ShowSource m_asker;                    // showSource when the view was asked for
 };
 
 /// Registers the members of a family by their names.
