@@ -4,6 +4,7 @@
 #include "analysis/clerks.h"
 #include "analysis/evaluation.h"
 #include "data/sourceTable.h"
+#include "drilldown/clientPanels.h"
 
 namespace {
 
@@ -102,7 +103,8 @@ constexpr DisplayDescription kDisplays[] = {
      .emptyText = kNoClients,
      .dateValues = kPeriodDates,
      .family = &Session::clientShowSource,
-     .prepare = inTableOrder},
+     .prepare = inTableOrder,
+     .panel = makePanel<ClientWaysPanel>},
     {.name = u"userInfoFm2",
      .caption = u"客户资料显示(业务员)",
      .table = u"",

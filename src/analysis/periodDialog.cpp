@@ -232,8 +232,7 @@ void PeriodDialog::buildForRegister(const QString& condition) {
     if (!m_session.clientTable2->hasRows())
         return m_prompts.tell(QStringLiteral("该时间段内无客户数据！"));
     m_session.report.period = m_session.periodExact;
-    m_host.openOrTell(QStringLiteral("showprint_rs7"), ViewHost::MainWindow::Disabled,
-                      QStringLiteral("打印客户资料"));
+    m_host.openWindow(QStringLiteral("showprint_rs7"), ViewHost::MainWindow::Disabled);
     finish();
 }
 
@@ -241,8 +240,10 @@ void PeriodDialog::search_display() {
     m_session.viewReturnState = QStringLiteral("Open");
     if (m_session.activeViewName == u"statisticFm2")
         m_host.Fm_Close(QStringLiteral("userInfoFm1"));
-    if (m_host.isActive(m_session.activeViewName))
-        m_host.active()->activate();
+    // A view without a period of its own has nothing new to show; a window beside it has asked.
+    View* view = m_host.active();
+    if (view && view->name() == m_session.activeViewName && view->offers(ViewOperation::Time_AA))
+        view->activate();
 }
 
 void PeriodDialog::wayOut() {

@@ -1,6 +1,7 @@
 #include "app/registry.h"
 
 #include "analysis/analysisCommands.h"
+#include "drilldown/drillCommands.h"
 #include "maintenance/maintenanceCommands.h"
 #include "query/queryCommands.h"
 #include "reports/reportCommands.h"
@@ -19,6 +20,7 @@ void registerAll(MDIForm1& main, Prompts& prompts) {
     registerSales(main.commands(), host, prompts);
     registerStock(main.commands(), host, prompts);
     registerAnalysis(main.commands(), host, prompts);
+    registerDrillDowns(main.commands(), host, prompts);
     registerMaintenance(main.commands(), host, prompts);
     registerQuery(host, prompts);
     registerReports(host, prompts);

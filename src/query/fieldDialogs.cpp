@@ -2,6 +2,7 @@
 
 #include "controls/formParts.h"
 #include "controls/prompts.h"
+#include "data/sourceTable.h"
 #include "query/fieldLists.h"
 #include "query/queries.h"
 #include "recordset/textNumber.h"
@@ -151,8 +152,13 @@ QStringList orderFm1::fields() {
 void orderFm1::confirm() {
     if (m_field->text().isEmpty())
         return m_prompts.tell(QStringLiteral("请选择排序字段！"));
-    applySort(m_session, trimBlanks(m_field->text()));
-    Order_display();
+    {
+        // The rows that the sort brings up in between are nobody's choice.
+        const RecordsetPtr* sorted = sourceCursor(m_session, ShowSource(m_session.orderCode));
+        const QuietWalk walk(sorted ? *sorted : m_session.scratch);
+        applySort(m_session, trimBlanks(m_field->text()));
+        Order_display();
+    }
     finish();
 }
 

@@ -3,18 +3,37 @@
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
+class Prompts;
 class QListWidget;
 
-/// Picks one order of the customer in hand.
+/// Picks one order of the customer in hand, to be shown or, where session.orderIsPrinted, printed.
 class order_Form_NumFm1 : public Dialog {
     Q_OBJECT
 
 public:
     explicit order_Form_NumFm1(ViewHost& host);
 
+    bool prints() const override { return true; }
+    bool setsShowSource() const override { return true; }
+    void shownAgain() override { fill(); }
+
+protected:
+    void wayOut() override;
+
 private:
+    void fill();
     void confirm();
+    void showOrder();
+    void printOrder();
+    void printRecord();
 
     ViewHost& m_host;
+    Session& m_session;
+    QString m_filterBefore; // of the lines, which "取消" puts back
+    QString m_filter;       // that the dialog has put on them
     QListWidget* m_list = nullptr;
 };
+
+/// Lets the user choose an order of the customer in hand; a customer without any is told. In: the text of the
+/// command, whose rows showSource names.
+void chooseOrder(ViewHost& host, Prompts& prompts, bool print);

@@ -1,9 +1,34 @@
 #include "query/queries.h"
 
+#include "data/cursorMoves.h"
 #include "data/orderInHand.h"
 #include "data/sourceTable.h"
 #include "query/fieldLists.h"
 #include "recordset/ignoringErrors.h"
+
+#include <QSet>
+
+namespace {
+
+const QString& clientNumber() {
+    static const QString name = QStringLiteral("客户编号");
+    return name;
+}
+
+/// The order numbers of the lines, each once.
+QStringList ordersOf(const Recordset& lines) {
+    const int field = lines.fieldIndex(QStringLiteral("订单号"));
+    QSet<QString> seen;
+    QStringList orders;
+    for (int i = 0; i < lines.RecordCount(); ++i)
+        if (const QString order = fieldText(lines.valueAt(i, field)); !seen.contains(order)) {
+            seen.insert(order);
+            orders << order;
+        }
+    return orders;
+}
+
+} // namespace
 
 void applySearch(Session& session, ShowSource source, const QString& field, const QString& value) {
     const SourceRow* row = sourceRow(source);
@@ -38,25 +63,47 @@ void applySort(Session& session, const QString& field) {
     });
 }
 
+bool hasLines(Session& session, const QString& client) {
+    Recordset lines(session.cn);
+    lines.Open(QStringLiteral("Select * From buyList Where ") + keyCondition(clientNumber(), client));
+    return lines.hasRows();
+}
+
 QStringList ordersOfClient(Session& session) {
     const RecordsetPtr& lines = session.buyList;
     if (!lines->isOpen())
         return {};
-    lines->setFilter(keyCondition(QStringLiteral("客户编号"), session.currentClientNum));
-    const int field = lines->fieldIndex(QStringLiteral("订单号"));
-    QStringList orders;
-    for (int i = 0; i < lines->RecordCount(); ++i)
-        if (const QString order = fieldText(lines->valueAt(i, field)); !orders.contains(order))
-            orders << order;
-    return orders;
+    const QString condition = keyCondition(clientNumber(), session.currentClientNum);
+    lines->setFilter(condition);
+    if (session.showSource != ShowSource::PeriodClients || !session.buyList2->isOpen())
+        return ordersOf(*lines);
+    Recordset period(session.cn);
+    period.Open(QStringLiteral("Select * From buyList2 Where ") + condition);
+    return ordersOf(period);
 }
 
 void takeOrder(Session& session, const QString& order) {
     session.currentOrderNum = order;
-    if (session.clientTable->hasRows() && session.clientTable->currentRow())
-        session.currentContact = session.clientTable->Fields(QStringLiteral("联系人")).text();
+    Recordset client(session.cn);
+    client.Open(QStringLiteral("Select * From clientTable Where ") +
+                keyCondition(clientNumber(), session.currentClientNum));
+    if (client.hasRows())
+        session.currentContact = client.Fields(QStringLiteral("联系人")).text();
     setup_rs_total(session);
     Temp_Order_Form(session);
+}
+
+void takePurchaseRecord(Session& session) {
+    setup_rs_total(session);
+    session.orderTotals->setFilter(keyCondition(clientNumber(), session.currentClientNum));
+    const RecordsetPtr& clients = session.clientTable;
+    if (!clients->isOpen() ||
+        (clients->currentRow() && clients->Fields(clientNumber()).text() == session.currentClientNum))
+        return;
+    const QuietWalk walk(clients);
+    clients->clearFilter();
+    if (!findKey(clients, clientNumber(), session.currentClientNum))
+        backOntoARow(clients);
 }
 
 QString productSearchColumn(const QString& column) {

@@ -16,11 +16,19 @@ QStringList sortFields(Session& session);
 /// does not have leaves it as it was.
 void applySort(Session& session, const QString& field);
 
-/// Filters the order lines on the customer in hand and gives the numbers of his orders, each once.
+/// Whether a customer has lines at all, whatever Filter is on them. Throws RuntimeError.
+bool hasLines(Session& session, const QString& client);
+
+/// Filters the order lines on the customer in hand and gives the numbers of his orders, each once and in the
+/// order of the lines: of those in the period copy where showSource is 7.
 QStringList ordersOfClient(Session& session);
 
-/// Takes an order of the customer in hand in hand: contact, lines and totals. Throws RuntimeError.
+/// Takes an order of the customer in hand in hand: his contact, its lines and totals. Throws RuntimeError.
 void takeOrder(Session& session, const QString& order);
+
+/// Opens the order totals and limits them to the customer in hand, on whom the cursor of customers comes to
+/// stand. Throws RuntimeError.
+void takePurchaseRecord(Session& session);
 
 /// Filters the products by a column of their list; any other column counts as 产品编号. A text that breaks
 /// the condition leaves the filter as it was.

@@ -7,6 +7,7 @@
 #include "controls/recordPane.h"
 #include "data/cursorMoves.h"
 #include "data/losses.h"
+#include "query/orderFormNumFm1.h"
 #include "recordset/textNumber.h"
 #include "sales/clientRegister.h"
 
@@ -32,15 +33,6 @@ const QStringList& hiddenColumns() {
     static const QStringList columns{QStringLiteral("流水号"), QStringLiteral("差额利润"),
                                      QStringLiteral("差额利润率")};
     return columns;
-}
-
-/// Commands of the grid's context menu, and the window that each opens.
-const QList<std::pair<QString, QString>>& gridCommands() {
-    static const QList<std::pair<QString, QString>> commands{
-        {QStringLiteral("产品销售显示"), QStringLiteral("goodsSalesFm1")},
-        {QStringLiteral("打印客户资料"), QStringLiteral("timeDefineFm22")},
-        {QStringLiteral("打印订单明细"), QStringLiteral("showprint_rs22")}};
-    return commands;
 }
 
 } // namespace
@@ -78,10 +70,13 @@ QWidget* dataInputFm1::buildGridSide() {
     auto* inside = new QVBoxLayout(m_gridFrame);
     inside->addLayout(searchRow);
     inside->addWidget(m_pane->grid);
-    for (const auto& [caption, window] : gridCommands()) {
-        auto* action = new QAction(caption, this);
-        connect(action, &QAction::triggered, this,
-                [this, name = window, text = caption] { runGridCommand(name, text); });
+    const std::pair<const char16_t*, void (dataInputFm1::*)()> gridCommands[] = {
+        {u"产品销售显示", &dataInputFm1::showSales},
+        {u"打印客户资料", &dataInputFm1::printClients},
+        {u"打印订单明细", &dataInputFm1::printOrder}};
+    for (const auto& [caption, command] : gridCommands) {
+        auto* action = new QAction(QString::fromUtf16(caption), this);
+        connect(action, &QAction::triggered, this, command);
         m_pane->grid->addContextAction(action);
     }
     // The buttons stand outside the frame: while a customer is added they answer instead of being dead.
@@ -92,16 +87,23 @@ QWidget* dataInputFm1::buildGridSide() {
     return side;
 }
 
-void dataInputFm1::runGridCommand(const QString& window, const QString& caption) {
-    if (window != u"timeDefineFm22") {
-        m_host.openOrTell(window, ViewHost::MainWindow::Disabled, caption);
-        return;
-    }
+void dataInputFm1::showSales() {
+    m_host.openWindow(QStringLiteral("goodsSalesFm1"), ViewHost::MainWindow::Disabled);
+}
+
+void dataInputFm1::printClients() {
     if (!m_session.clientTable->hasRows())
         return;
     m_session.showSource = ShowSource::Clients;
-    m_session.periodPurpose = caption;
-    m_host.openWindow(window, ViewHost::MainWindow::Stays);
+    m_session.periodPurpose = QStringLiteral("打印客户资料");
+    m_host.openWindow(QStringLiteral("timeDefineFm22"), ViewHost::MainWindow::Stays);
+}
+
+void dataInputFm1::printOrder() {
+    if (!m_session.clientTable->hasRows() || !m_session.clientTable->currentRow())
+        return;
+    m_session.takeCustomer(m_session.clientTable);
+    chooseOrder(m_host, m_prompts, true);
 }
 
 QWidget* dataInputFm1::buildPanel() {

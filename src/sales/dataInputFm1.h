@@ -28,8 +28,10 @@ private:
     // Building.
     QWidget* buildGridSide();
     QWidget* buildPanel();
-    /// An entry of the grid's context menu.
-    void runGridCommand(const QString& window, const QString& caption);
+    // The entries of the grid's context menu.
+    void showSales();
+    void printClients();
+    void printOrder();
     void connectCommands();
 
     // The commands, by their buttons.

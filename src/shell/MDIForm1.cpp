@@ -75,7 +75,7 @@ void MDIForm1::buildMenu() {
             QAction* action = menuBar()->addAction(caption);
             action->setObjectName(control);
             connect(action, &QAction::triggered, this,
-                    [this, command = row.command.toString(), caption] { runCommand(command, caption); });
+                    [this, command = row.command.toString()] { runCommand(command); });
         } else if (row.caption.isEmpty()) {
             path.back()->addSeparator()->setObjectName(control);
         } else if (row.command.isEmpty()) {
@@ -93,7 +93,7 @@ void MDIForm1::buildMenu() {
 void MDIForm1::addLeaf(QMenu* menu, const QString& control, const QString& caption, const QString& command) {
     QAction* action = menu->addAction(caption);
     action->setObjectName(control);
-    connect(action, &QAction::triggered, this, [this, command, caption] { runCommand(command, caption); });
+    connect(action, &QAction::triggered, this, [this, command] { runCommand(command); });
 }
 
 void MDIForm1::watchMarketingMenu(QMenu* menu) {
@@ -199,13 +199,13 @@ void MDIForm1::restoreShowSource() {
         m_session.showSource = *std::exchange(m_sourceBeforeMenu, std::nullopt);
 }
 
-void MDIForm1::runCommand(const QString& name, const QString& caption) {
-    if (!m_commands.has(name)) {
-        restoreShowSource();
-        return m_host.tellNotYet(caption);
-    }
+void MDIForm1::runCommand(const QString& name) {
+    const View* before = m_host.active();
     m_sourceBeforeMenu.reset();
     m_commands.run(name);
+    // A command that found nothing to show leaves the view in front as it was.
+    if (m_host.active() == before)
+        m_host.settleShowSource();
 }
 
 bool MDIForm1::dispatch(ViewOperation operation) {

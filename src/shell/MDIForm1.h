@@ -43,8 +43,8 @@ public:
     /// Asks whether to stop; on OK the process ends at once.
     void askExit();
     void showHelp();
-    /// Runs a command by its name, errors passed over; one that is not there yet is told in the status bar.
-    void runCommand(const QString& name, const QString& caption);
+    /// Runs a command by its name, errors passed over.
+    void runCommand(const QString& name);
 
     void setVisible(bool visible) override;
 

@@ -112,6 +112,14 @@ void ViewHost::setShowSource() {
         m_session.showSource = source;
 }
 
+void ViewHost::settleShowSource() {
+    const bool taken = std::any_of(m_open.begin(), m_open.end(), [](const OpenWindow& each) {
+        return each.window && each.window->setsShowSource();
+    });
+    if (!taken)
+        setShowSource();
+}
+
 void ViewHost::Fm_Close(const QString& name) {
     View* view = m_loaded.value(name);
     if (!view)
@@ -220,15 +228,4 @@ QString ViewHost::controlText(const QString& view, const QString& control) const
     if (const auto* label = qobject_cast<const QLabel*>(widget))
         return label->text();
     return {};
-}
-
-void ViewHost::tellNotYet(const QString& caption) {
-    m_main.statusBar()->showMessage(QStringLiteral("“%1”还没有做好，以后的版本提供。").arg(caption), 8000);
-}
-
-bool ViewHost::openOrTell(const QString& name, MainWindow main, const QString& caption) {
-    if (openWindow(name, main))
-        return true;
-    tellNotYet(caption);
-    return false;
 }

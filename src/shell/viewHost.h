@@ -52,8 +52,6 @@ public:
     TopWindow* openWindow(const QString& name, MainWindow main);
     /// Brings the main window back beside an open window that had it hidden or disabled.
     void bringBackMain(const QString& beside);
-    /// Opens a window of its own; one that is not there yet changes nothing but the status bar.
-    bool openOrTell(const QString& name, MainWindow main, const QString& caption);
     /// Closes the windows whose figures a purchase would change.
     void closeForPurchase();
     /// The window of this name, null while it is closed.
@@ -61,15 +59,15 @@ public:
     /// Text of a label or box on a view or window by the names of both; "" where it is not there.
     QString controlText(const QString& view, const QString& control) const;
 
+    /// Gives showSource back to the view in front, unless a window is open that has set it for itself.
+    void settleShowSource();
+
     View* active() const { return m_active; }
     bool isActive(const QString& name) const { return m_active && m_active->name() == name; }
     /// Unloads a view by its name; an unknown name does nothing.
     void Fm_Close(const QString& name);
     /// Hides a view by its name; an unknown name does nothing.
     void Fm_Visible_Not(const QString& name);
-
-    /// Tells in the status bar that something is not there yet.
-    void tellNotYet(const QString& caption);
 
     Session& session() { return m_session; }
     QMainWindow& mainWindow() { return m_main; }

@@ -410,8 +410,6 @@ void productRegisterFm1::openView(int number) {
         refuseWhile(AddingProduct, QStringLiteral("正在添加新产品，不能执行此操作！")))
         return;
     const QString view = QString::fromUtf16(gateway.view);
-    if (!m_host.knows(view))
-        return m_host.tellNotYet(QString::fromUtf16(gateway.caption));
     const auto open = [&] {
         if (!gateway.prepare(m_session, view))
             return;

@@ -1,0 +1,73 @@
+#include "drilldown/saleFigures.h"
+
+#include "analysis/derivedRows.h"
+#include "recordset/textNumber.h"
+
+namespace {
+
+const QString& clientNumber() {
+    static const QString name = QStringLiteral("客户编号");
+    return name;
+}
+
+/// How many distinct texts a column holds; texts that differ in the case of A-Z alone are one.
+int distinctTexts(const ColumnStore& column) {
+    std::vector<char> seen(std::size_t(column.pool.last()) + 1);
+    for (const TextPool::Code code : column.codes)
+        seen[code] = 1;
+    std::vector<char> classes(seen.size());
+    for (TextPool::Code code = 1; code < seen.size(); ++code)
+        if (seen[code])
+            classes[column.pool.foldClass(code)] = 1;
+    return int(std::count(classes.begin(), classes.end(), 1));
+}
+
+} // namespace
+
+QString linesTable(ShowSource code) {
+    return code == ShowSource::PeriodLines ? QStringLiteral("buyList2") : QStringLiteral("buyList");
+}
+
+SaleFigures sales_Count(Session& session, ShowSource code) {
+    const bool period = code == ShowSource::PeriodLines;
+    // The statement for a period stands without the blank behind its second comma.
+    const QString columns =
+        period ? QStringLiteral("Sum(实付) As totalA, Sum(差额利润) As totalB,Sum(数量) As totalC")
+               : QStringLiteral("Sum(实付) As totalA, Sum(差额利润) As totalB, Sum(数量) As totalC");
+    Recordset sums(session.cn);
+    sums.Open(QStringLiteral("Select %1 From %2").arg(columns, linesTable(code)));
+    Recordset clients(session.cn);
+    clients.Open(QStringLiteral("Select 客户编号 From ") +
+                 (period ? QStringLiteral("clientTable2") : QStringLiteral("clientTable")));
+    Recordset lines(session.cn);
+    lines.Open(QStringLiteral("Select 客户编号 From ") + linesTable(code));
+    return {plainNumber(sums.numberAt(0, 0)), plainNumber(sums.numberAt(0, 1)),
+            plainNumber(sums.numberAt(0, 2)), QString::number(customersWithLines(clients, lines).size())};
+}
+
+SaleFigures rs2_Count(const RecordsetPtr& lines) {
+    lines->prefetch(
+        {clientNumber(), QStringLiteral("实付"), QStringLiteral("差额利润"), QStringLiteral("数量")});
+    const LineSums sums = sumsOfView(lines);
+    const int clients = distinctTexts(trimmedTexts(*lines, shownRows(*lines), clientNumber()));
+    return {plainNumber(sums.paid), plainNumber(sums.margin), plainNumber(sums.quantity),
+            QString::number(clients)};
+}
+
+std::vector<RowId> customersWithLines(const Recordset& clients, const Recordset& lines) {
+    const ColumnStore& bought = lines.image().column(lines.imageColumn(lines.fieldIndex(clientNumber())));
+    const ColumnStore& known =
+        clients.image().column(clients.imageColumn(clients.fieldIndex(clientNumber())));
+    std::vector<char> has(std::size_t(bought.pool.last()) + 1);
+    lines.eachRow([&](RowId row) { has[bought.codes[row]] = 1; });
+    has[TextPool::Null] = 0;
+    std::vector<RowId> rows;
+    clients.eachRow([&](RowId row) {
+        if (known.codes[row] == TextPool::Null)
+            return;
+        const auto codes = bought.pool.findEqual(known.pool.text(known.codes[row]));
+        if (std::any_of(codes.begin(), codes.end(), [&](TextPool::Code code) { return has[code]; }))
+            rows.push_back(row);
+    });
+    return rows;
+}

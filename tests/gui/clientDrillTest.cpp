@@ -1,0 +1,447 @@
+// From a customer down to his purchases, his shares and his orders.
+#include "controls/figureCard.h"
+#include "support/drillShop.h"
+
+#include <QApplication>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QToolTip>
+
+namespace {
+
+class ClientDrill : public DrillShop {
+protected:
+    /// Confirms the first or the given order in the dialog that is open.
+    void confirmOrder(const char* order = nullptr) {
+        ASSERT_NE(window("order_Form_NumFm1"), nullptr);
+        Driver dialog(*window("order_Form_NumFm1"));
+        if (order)
+            dialog.clickItem("List1", QString::fromUtf8(order));
+        dialog.click("Command1");
+    }
+    QStringList card() {
+        QStringList texts;
+        for (const CardText& each : view().find<FigureCard>("Picture1")->texts())
+            texts << each.text;
+        return texts;
+    }
+    QString shares() { return labels({"Label2", "Label3", "Label5", "Label6", "Label8", "Label9"}); }
+};
+
+TEST_F(ClientDrill, ThePurchasesOfTheCustomerInTheRegister) {
+    begin();
+    chooseClient("1");
+    drive->choose("show_one_client1");
+    EXPECT_EQ(inFront(), u"tempTable2Fm2");
+    EXPECT_EQ(main->host().active()->caption(), u"某客户购买产品清单");
+    EXPECT_EQ(column("订单号"), u"9001 9002 9002");
+    EXPECT_TRUE(hidden("流水号"));
+    EXPECT_FALSE(hidden("成本"));
+    EXPECT_EQ(shares(), u"70 63.63% 42 63.63% 8 66.66%");
+    EXPECT_EQ(labels({"Label10", "Label11", "Label12", "Label13"}), u"单位名称： 单位1 联系人： 联系人1");
+    EXPECT_EQ(of("Text1"), u"3/3") << "the walk over the lines ends on the last";
+    EXPECT_EQ(books.stored("SELECT count(*), min(客户编号) FROM tempTable2"), u"3|1");
+    EXPECT_EQ(main->findChild<QLabel*>("viewCaption")->text(), u"某客户购买产品清单");
+}
+
+TEST_F(ClientDrill, TheShareLabelsSayWhoseShareTheyAre) {
+    begin();
+    for (const char* command : {"show_one_client1", "statistic_one_client"}) {
+        drive->choose(QString::fromUtf8(command));
+        QStringList tips;
+        for (const char* label : {"Label3", "Label6", "Label9"})
+            tips << main->host().active()->findChild<QLabel*>(label)->toolTip();
+        EXPECT_EQ(tips.join(u' '), u"占总消费额比率 占总差额利润比率 占总销售量比率") << command;
+    }
+    QStringList onCard;
+    for (const CardText& each : view().find<FigureCard>("Picture1")->texts())
+        if (!each.tip.isEmpty())
+            onCard << each.text + each.tip;
+    EXPECT_EQ(onCard,
+              (QStringList{"63.63%占总消费额比率", "63.63%占总差额利润比率", "66.66%占总销售量比率"}));
+}
+
+TEST_F(ClientDrill, TheCardShowsTheTipOfTheShareUnderThePointer) {
+    begin();
+    drive->choose("statistic_one_client");
+    auto* figures = view().find<FigureCard>("Picture1");
+    const double unit = figures->fontMetrics().height() / 4.0;
+    const QPoint share(int(131 * unit) + 6, int(8 * unit) + 6);
+    QHelpEvent asked(QEvent::ToolTip, share, figures->mapToGlobal(share));
+    QApplication::sendEvent(figures, &asked);
+    EXPECT_EQ(QToolTip::text(), u"占总差额利润比率");
+    QHelpEvent beside(QEvent::ToolTip, {2, 2}, figures->mapToGlobal(QPoint(2, 2)));
+    QApplication::sendEvent(figures, &beside);
+    EXPECT_NE(QToolTip::text(), u"占总消费额比率");
+    QToolTip::hideText();
+}
+
+TEST_F(ClientDrill, ACustomerWithoutLinesOpensNothingAndLeavesTheWorkTableEmpty) {
+    fillTwoProducts();
+    books.addClient("4", "单位4");
+    start();
+    chooseClient("1");
+    drive->choose("statistic_one_client");
+    drive->choose("management_client");
+    chooseClient("4");
+    for (const char* command : {"statistic_one_client", "show_one_client1"}) {
+        drive->choose(QString::fromUtf8(command));
+        EXPECT_EQ(inFront(), u"dataInputFm1") << command;
+        EXPECT_EQ(books.stored("SELECT count(*) FROM tempTable2"), u"0");
+        EXPECT_FALSE(status().isEmpty());
+    }
+}
+
+TEST_F(ClientDrill, OnAnEmptyShopTheCommandsOpenNothing) {
+    start();
+    for (const char* command :
+         {"show_one_client1", "show_one_client2", "statistic_one_client", "show_sales"}) {
+        main->statusBar()->clearMessage();
+        drive->choose(QString::fromUtf8(command));
+        EXPECT_EQ(inFront(), u"dataInputFm1") << command;
+        EXPECT_FALSE(status().isEmpty()) << command;
+    }
+}
+
+TEST_F(ClientDrill, ASearchLeftInTheRegisterNamesTheCustomerAndGoes) {
+    begin();
+    session().clientTable->setFilter("客户编号 = '2'");
+    drive->choose("show_one_client1");
+    EXPECT_EQ(column("客户编号"), u"2 2");
+    EXPECT_EQ(session().clientTable->Filter(), u"");
+    EXPECT_EQ(session().clientTable->Fields("客户编号").text(), u"2") << "the cursor stays on its row";
+}
+
+TEST_F(ClientDrill, ASearchWithoutHitsInTheRegisterMeansNobody) {
+    begin();
+    session().clientTable->setFilter("客户编号 = 'nobody'");
+    drive->choose("show_one_client1");
+    EXPECT_EQ(inFront(), u"dataInputFm1");
+    EXPECT_EQ(session().clientTable->Filter(), u"");
+}
+
+TEST_F(ClientDrill, WithAnotherViewInFrontItIsTheCustomerInHand) {
+    begin();
+    chooseClient("2");
+    drive->choose("show_sales");
+    drive->choose("show_one_client1");
+    EXPECT_EQ(column("客户编号"), u"2 2");
+    EXPECT_EQ(of("Label11"), u"单位2");
+}
+
+TEST_F(ClientDrill, EachCustomerViewNamesTheCustomerOfItsOwnRow) {
+    begin();
+    drive->choose("data_statistic1");
+    chooseClient("3");
+    drive->choose("show_one_client1");
+    EXPECT_EQ(of("Label11"), u"单位3");
+    drive->choose("show_whole_client");
+    chooseClient("2");
+    view().click("Command8");
+    EXPECT_EQ(of("Label11"), u"单位2");
+    drive->choose("statistic_achievement");
+    chooseRow("业务员编号", "乙");
+    drive->choose("statistic_achievement2");
+    drive->choose("statistic_one_client");
+    EXPECT_EQ(card().first(), u"3号客户");
+    drive->choose("show_sales");
+    chooseRow("产品编号", "p2");
+    view().click("Command4");
+    drive->choose("show_one_client1");
+    EXPECT_EQ(of("Label11"), u"单位1") << "a buyer of the product";
+}
+
+TEST_F(ClientDrill, OfAPeriodTheLinesAndTheTotalsAreThePeriods) {
+    begin();
+    drive->choose("data_statistic1");
+    choosePeriod("2004");
+    chooseClient("1");
+    drive->choose("show_one_client1");
+    EXPECT_EQ(column("订单号"), u"9002 9002");
+    EXPECT_EQ(shares(), u"50 55.55% 30 55.55% 6 60%");
+    EXPECT_TRUE(print("showprint_rs6").contains("合计金额：50"));
+}
+
+TEST_F(ClientDrill, OfACutOfTheWholeTheLinesAreAllAndOfAPeriodsCutThePeriods) {
+    begin();
+    drive->choose("data_statistic1");
+    choosePeriod("2004");
+    drive->click("Toolbar1(4)");
+    cutByTurnover("50");
+    drive->choose("statistic_one_client");
+    EXPECT_EQ(column("订单号"), u"9001 9002 9002") << "a period of an hour ago is not meant";
+    EXPECT_EQ(session().showSource, ShowSource::BestClients);
+    drive->choose("data_statistic1");
+    drive->click("Toolbar1(4)");
+    choosePeriod("2004");
+    cutByTurnover("50");
+    drive->choose("statistic_one_client");
+    EXPECT_EQ(column("订单号"), u"9002 9002");
+    EXPECT_EQ(of("Label3"), u"55.55%") << "beside the totals of the period";
+}
+
+TEST_F(ClientDrill, TheStatisticIsDrawnInThreeRowsAndTakesTheDatesOfTheEvaluation) {
+    begin();
+    drive->choose("data_statistic1");
+    choosePeriod("2004");
+    drive->click("Toolbar1(4)");
+    chooseClient("1");
+    drive->choose("statistic_one_client");
+    EXPECT_EQ(inFront(), u"tempTable3Fm3");
+    EXPECT_EQ(main->host().active()->caption(), u"购物统计") << "set when the view is shown";
+    EXPECT_EQ(card(), (QStringList{"1号客户", "2003-6-1/2004-5-21", "购物分析统计", "消费合计：", "70",
+                                   "63.63%", "差额利润：", "42", "63.63%", "购买数：", "8", "66.66%"}));
+    EXPECT_EQ(period(), u"2003-6-1/2004-5-21");
+}
+
+TEST_F(ClientDrill, WithoutAnEvaluationTheDatesAreThoseOfAllLinesOrThePeriodsWords) {
+    begin();
+    session().buyList->setFilter("客户编号 = 'nobody'");
+    chooseClient("1");
+    drive->choose("statistic_one_client");
+    EXPECT_EQ(period(), u"2003-6-1/2004-5-21");
+    EXPECT_FALSE(main->host().viewNames().isEmpty());
+    drive->choose("show_whole_client");
+    choosePeriod("2004");
+    drive->choose("statistic_one_client");
+    EXPECT_EQ(period(), u"2004/");
+    EXPECT_EQ(column("订单号"), u"9002 9002");
+}
+
+TEST_F(ClientDrill, TheStatisticPrintsWithItsOwnDatesAndSums) {
+    begin();
+    chooseClient("1");
+    drive->choose("statistic_one_client");
+    session().periodDate1 = "1999-1-1"; // of a window that was open beside
+    const QStringList page = print("print_rs_single");
+    EXPECT_TRUE(page.contains("时间：2003-6-1/2004-5-21")) << page.join(u' ').toStdString();
+    for (const char* text : {"购物清单", "消费合计：70", "差额利润：42", "购物数：8", "纸", "笔"})
+        EXPECT_TRUE(page.contains(QString::fromUtf8(text))) << text;
+}
+
+TEST_F(ClientDrill, AShareOfAHundredLeavesTheTextThatStood) {
+    fill();
+    books.changeBehind("DELETE FROM buyList WHERE 客户编号 <> '1'");
+    start();
+    chooseClient("1");
+    drive->choose("show_one_client1");
+    EXPECT_EQ(labels({"Label2", "Label3"}), u"60 ") << "blank at first";
+}
+
+TEST_F(ClientDrill, TheListIsSortedOnItsOwnCursorAndShowSourceStays) {
+    begin();
+    chooseClient("1");
+    drive->choose("show_one_client1");
+    const ShowSource before = session().showSource;
+    drive->click("Toolbar1(6)");
+    ASSERT_NE(window("orderFm1"), nullptr);
+    EXPECT_EQ(session().orderCode, 6);
+    EXPECT_EQ(session().showSource, before);
+    Driver dialog(*window("orderFm1"));
+    dialog.clickItem("List1", "实付");
+    dialog.click("Command1");
+    EXPECT_EQ(column("实付"), u"40 20 10");
+    EXPECT_EQ(session().buyList->Sort().contains(u"实付"), false);
+}
+
+TEST_F(ClientDrill, OrdersOfACustomerWithoutAnyAreToldAndNoSearchStaysOnTheLines) {
+    fillTwoProducts();
+    books.addClient("4", "单位4");
+    start();
+    chooseClient("4");
+    session().buyList->setFilter("客户编号 = '1'");
+    prompts.expectMessage("该客户无购物记录！");
+    drive->choose("show_one_client2");
+    EXPECT_EQ(window("order_Form_NumFm1"), nullptr);
+    EXPECT_EQ(session().buyList->Filter(), u"");
+    EXPECT_EQ(inFront(), u"dataInputFm1");
+}
+
+TEST_F(ClientDrill, AnOrderIsChosenAndShownWithItsSums) {
+    begin();
+    chooseClient("1");
+    drive->choose("show_one_client2");
+    Driver dialog(*window("order_Form_NumFm1"));
+    EXPECT_EQ(dialog.entries("List1"), (QStringList{"9001", "9002"})) << "each once";
+    EXPECT_EQ(dialog.find<QListWidget>("List1")->currentRow(), 0);
+    confirmOrder("9002");
+    EXPECT_EQ(window("order_Form_NumFm1"), nullptr);
+    EXPECT_EQ(inFront(), u"tempTable2Fm22");
+    EXPECT_EQ(session().activeViewName, u"tempTable2Fm22");
+    EXPECT_EQ(main->host().active()->caption(), u"某客户订单购物清单");
+    EXPECT_EQ(column("产品编号"), u"p1 p2");
+    EXPECT_TRUE(hidden("流水号"));
+    EXPECT_EQ(labels({"Label11", "Label13", "Label6", "Label2", "Label4"}), u"单位1 联系人1 9002 6 50");
+}
+
+TEST_F(ClientDrill, ConfirmingAtOnceTakesTheFirstOrder) {
+    begin();
+    chooseClient("2");
+    drive->choose("show_one_client2");
+    confirmOrder();
+    EXPECT_EQ(column("订单号"), u"9003");
+    EXPECT_EQ(labels({"Label2", "Label4"}), u"1 10");
+}
+
+TEST_F(ClientDrill, LeavingTheOrderClearsItsFilterFromTheLines) {
+    begin();
+    drive->choose("show_one_client2");
+    confirmOrder();
+    EXPECT_NE(session().buyList->Filter(), u"");
+    drive->choose("show_whole_client");
+    EXPECT_EQ(session().buyList->Filter(), u"");
+}
+
+TEST_F(ClientDrill, TheDialogLeftPutsBackTheFilterThatStood) {
+    begin();
+    chooseClient("1");
+    drive->choose("show_one_client2");
+    confirmOrder("9002");
+    const QString order = session().buyList->Filter();
+    drive->choose("show_one_client2");
+    EXPECT_NE(session().buyList->Filter(), order);
+    Driver(*window("order_Form_NumFm1")).click("Command2");
+    EXPECT_EQ(session().buyList->Filter(), order);
+    EXPECT_EQ(column("产品编号"), u"p1 p2") << "the order in front is whole again";
+}
+
+TEST_F(ClientDrill, AnotherOrderIsShownInTheSameView) {
+    begin();
+    chooseClient("1");
+    drive->choose("show_one_client2");
+    confirmOrder("9002");
+    drive->choose("show_one_client2");
+    confirmOrder("9001");
+    EXPECT_EQ(column("订单号"), u"9001");
+    EXPECT_EQ(labels({"Label6", "Label2", "Label4"}), u"9001 2 20");
+    EXPECT_TRUE(print("showprint_rs22").contains("时间：2003-6-1"));
+}
+
+TEST_F(ClientDrill, TheOrderPrintsUnderItsNumberWithItsDay) {
+    begin();
+    chooseClient("1");
+    drive->choose("show_one_client2");
+    confirmOrder("9002");
+    session().periodDate1 = "1999-1-1"; // of a window that was open beside
+    session().currentOrderNum = "9001";
+    const QStringList page = print("showprint_rs22");
+    for (const char* text :
+         {"订单号：9002", "时间：2004-3-5", "单位名称：单位1", "合计件数：6", "合计金额：50"})
+        EXPECT_TRUE(page.contains(QString::fromUtf8(text))) << text << page.join(u' ').toStdString();
+}
+
+TEST_F(ClientDrill, TheOrderIsSortedAsTheLinesAre) {
+    begin();
+    chooseClient("1");
+    drive->choose("show_one_client2");
+    confirmOrder("9002");
+    const ShowSource before = session().showSource;
+    drive->click("Toolbar1(5)");
+    EXPECT_EQ(session().orderCode, 2);
+    EXPECT_EQ(session().showSource, before);
+    Driver dialog(*window("orderFm1"));
+    dialog.clickItem("List1", "实付");
+    dialog.click("Command1");
+    EXPECT_EQ(column("实付"), u"10 40");
+}
+
+TEST_F(ClientDrill, InAPeriodTheOrdersAreThePeriodsAndTheLinesAreWhole) {
+    begin();
+    drive->choose("show_whole_client");
+    choosePeriod("2004");
+    chooseClient("1");
+    view().click("Command9");
+    EXPECT_EQ(Driver(*window("order_Form_NumFm1")).entries("List1"), QStringList{"9002"});
+    confirmOrder();
+    EXPECT_EQ(column("产品编号"), u"p1 p2");
+    EXPECT_EQ(labels({"Label11", "Label13", "Label2", "Label4"}), u"单位1 联系人1 6 50");
+}
+
+TEST_F(ClientDrill, TheContactIsThatOfTheCustomerWhereverTheRegisterStands) {
+    begin();
+    drive->choose("data_statistic1");
+    chooseClient("3");
+    session().clientTable->MoveFirst();
+    drive->choose("data_statistic1");
+    chooseClient("2");
+    drive->choose("show_one_client2");
+    confirmOrder();
+    EXPECT_EQ(of("Label13"), u"联系人2");
+}
+
+TEST_F(ClientDrill, ThePurchaseRecordIsPrintedFromTheListOfOrders) {
+    begin();
+    chooseClient("1");
+    drive->choose("show_one_client2");
+    chooseInMenu(*window("order_Form_NumFm1"), "打印购物记录");
+    ASSERT_NE(window("print_rs_total"), nullptr);
+    EXPECT_FALSE(window("order_Form_NumFm1")->isEnabled()) << "one report at a time";
+    const QStringList page = this->page("print_rs_total");
+    for (const char* text : {"单位1购物记录", "客户编号：1", "时间：2003-6-1/2004-3-5", "合计金额：70",
+                             "合计数：8", "9001", "9002"})
+        EXPECT_TRUE(page.contains(QString::fromUtf8(text))) << text << page.join(u' ').toStdString();
+    EXPECT_FALSE(page.contains("9003")) << "another customer's order";
+    EXPECT_TRUE(window("order_Form_NumFm1")->isEnabled());
+}
+
+TEST_F(ClientDrill, TheRegisterPrintsAnOrderAndLeavesNoFilterBehind) {
+    begin();
+    chooseClient("1");
+    chooseInMenu("打印订单明细");
+    confirmOrder("9002");
+    EXPECT_EQ(inFront(), u"dataInputFm1");
+    EXPECT_FALSE(main->isEnabled());
+    const QStringList page = this->page("showprint_rs22");
+    EXPECT_TRUE(page.contains("订单号：9002")) << page.join(u' ').toStdString();
+    EXPECT_TRUE(page.contains("合计金额：50"));
+    EXPECT_TRUE(main->isEnabled());
+    EXPECT_EQ(session().buyList->Filter(), u"");
+    drive->choose("show_one_client2");
+    confirmOrder("9001");
+    EXPECT_EQ(inFront(), u"tempTable2Fm22") << "the next choice is for the view again";
+}
+
+TEST_F(ClientDrill, TheRegisterTellsOfACustomerWithoutOrdersToPrint) {
+    fillTwoProducts();
+    books.addClient("4", "单位4");
+    start();
+    chooseClient("4");
+    prompts.expectMessage("该客户无购物记录！");
+    chooseInMenu("打印订单明细");
+}
+
+TEST_F(ClientDrill, ACommandThatFindsNothingLeavesTheViewInFrontItsSource) {
+    fillTwoProducts();
+    books.addClient("4", "单位4");
+    start();
+    chooseClient("4");
+    drive->choose("show_sales");
+    QMenu* menu = main->findChild<QAction*>("data_input")->menu();
+    Q_EMIT menu->aboutToShow();
+    Q_EMIT menu->aboutToHide();
+    drive->choose("show_one_client1");
+    EXPECT_EQ(inFront(), u"statisticFm2");
+    EXPECT_EQ(session().showSource, ShowSource::Lines);
+    EXPECT_FALSE(print("print_rs2").isEmpty());
+}
+
+TEST_F(ClientDrill, ASaleInBetweenIsInTheListWhenItIsAskedForAgain) {
+    begin();
+    chooseClient("1");
+    drive->choose("show_one_client1");
+    books.addLine("9009", "1", "p1", "2004-06-01", 1, 30, 4);
+    session().openMainCursors();
+    drive->choose("show_one_client1");
+    EXPECT_EQ(column("订单号"), u"9001 9002 9002 9009");
+    EXPECT_EQ(of("Label2"), u"100");
+}
+
+TEST_F(ClientDrill, TheEvaluationOpensTheStockStatistic) {
+    begin();
+    drive->choose("data_statistic1");
+    chooseInMenu("库存统计");
+    EXPECT_NE(window("statisticFm4"), nullptr);
+}
+
+} // namespace
