@@ -220,3 +220,55 @@ void PlainStatistics::evaluation() {
     m_db.readAll(QStringLiteral("SELECT * FROM clientTable ORDER BY 消费合计 DESC"));
     m_db.readAll(QStringLiteral("SELECT min(日期), max(日期) FROM buyList"));
 }
+
+void PlainStatistics::clientLines() {
+    m_db.exec(QStringLiteral("BEGIN IMMEDIATE; DROP TABLE tempTable2;"
+                             "CREATE TABLE tempTable2 AS SELECT * FROM buyList WHERE 客户编号 = '%1'")
+                  .arg(QString::fromStdString(client)));
+    m_db.readAll(QStringLiteral("SELECT * FROM tempTable2"));
+    m_db.readAll(QStringLiteral("SELECT sum(消费合计), sum(差额利润), sum(购买数) FROM clientTable"));
+    m_db.exec(QStringLiteral("COMMIT"));
+}
+
+void PlainStatistics::productLines() {
+    m_db.readAll(QStringLiteral("SELECT * FROM buyList WHERE 产品编号 = '%1' ORDER BY 日期 DESC")
+                     .arg(QString::fromStdString(product)));
+}
+
+void PlainStatistics::productClients() {
+    m_db.exec(QStringLiteral("BEGIN IMMEDIATE; DROP TABLE clientTable3;"
+                             "CREATE TABLE clientTable3 AS SELECT * FROM clientTable WHERE 客户编号 IN "
+                             "(SELECT 客户编号 FROM buyList WHERE 产品编号 = '%1')")
+                  .arg(QString::fromStdString(product)));
+    m_db.readAll(QStringLiteral("SELECT * FROM clientTable3"));
+    m_db.exec(QStringLiteral("COMMIT"));
+}
+
+void PlainStatistics::indexOrders() {
+    m_db.exec(QStringLiteral("CREATE INDEX IF NOT EXISTS linesOfOrder ON buyList (订单号)"));
+}
+
+void PlainStatistics::orders() {
+    m_db.exec(QStringLiteral("BEGIN IMMEDIATE; DELETE FROM orderTable"));
+    {
+        PlainStatement groups(
+            m_db, QStringLiteral("SELECT 订单号, sum(实付), sum(差额利润), sum(数量) FROM buyList "
+                                 "GROUP BY 订单号 ORDER BY sum(实付) DESC"));
+        PlainStatement first(
+            m_db, QStringLiteral("SELECT 客户编号 FROM buyList WHERE 订单号 = ? ORDER BY rowid LIMIT 1"));
+        PlainStatement insert(m_db, QStringLiteral("INSERT INTO orderTable (订单号, 客户编号, 购买额, "
+                                                   "差额利润, 购买数量) VALUES (?, ?, ?, ?, ?)"));
+        while (groups.step()) {
+            first.bind(1, groups, 0);
+            first.step();
+            insert.bind(1, groups, 0);
+            insert.bind(2, first, 0);
+            for (int sum = 1; sum <= 3; ++sum)
+                insert.bind(sum + 2, groups, sum);
+            insert.run();
+            first.reset();
+        }
+    }
+    m_db.readAll(QStringLiteral("SELECT * FROM orderTable ORDER BY 购买额 DESC"));
+    m_db.exec(QStringLiteral("COMMIT"));
+}

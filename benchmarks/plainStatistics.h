@@ -21,6 +21,15 @@ public:
     void salespeople();
     void evaluation();
 
+    std::string client;  // whose purchases
+    std::string product; // whose sales and buyers
+    void clientLines();
+    void productLines();
+    void productClients();
+    /// Looks for the first line of each order by an index, which is made before the first run.
+    void orders();
+    void indexOrders();
+
 private:
     template <typename Enough> void cut(Enough&& enough);
     /// Copies month, customer and order of every line. Out: the month of the last line by its date.

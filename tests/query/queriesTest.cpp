@@ -60,9 +60,11 @@ TEST(SourceTable, EachCodeStandsForItsCursor) {
         EXPECT_TRUE(sourceRow(ShowSource(code))->sorted) << code;
         EXPECT_EQ(sourceRow(ShowSource(code))->searched, code != 11 && code != 12) << code;
     }
-    for (const int code : {0, 10, 13, 14, 25})
+    for (const int code : {0, 10, 13, 14, 26})
         EXPECT_EQ(sourceCursor(s, ShowSource(code)), nullptr) << code;
-    EXPECT_FALSE(sourceRow(ShowSource::Transfers)->searched || sourceRow(ShowSource::Transfers)->sorted);
+    for (const ShowSource code : {ShowSource::Transfers, ShowSource::ProductLines})
+        EXPECT_FALSE(sourceRow(code)->searched || sourceRow(code)->sorted) << int(code);
+    EXPECT_EQ(*sourceCursor(s, ShowSource::ProductLines), s.productLines);
 }
 
 class Queries : public testing::Test {
