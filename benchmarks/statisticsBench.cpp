@@ -61,6 +61,14 @@ constexpr Case kCases[] = {
      [](PlainStatistics& plain) { plain.salespeople(); }, nullptr},
     {"distribution", "distribution by region", u"distribution_analysis1", u"clientPlaceFm1", Grid, u"", false,
      Before::InFront, [](PlainStatistics& plain) { plain.distribution(); }, nullptr},
+    {"client", "one customer's purchases", u"show_one_client1", u"tempTable2Fm2", Grid, u"", false,
+     Before::Register, [](PlainStatistics& plain) { plain.clientLines(); }, "tempTable2", 0.3},
+    {"product", "one product's sales", u"show_one_sale_product", u"goodsSalesFm2", Grid, u"", false,
+     Before::Sales, [](PlainStatistics& plain) { plain.productLines(); }, nullptr, 0.3},
+    {"buyers", "one product's customers", u"show_product_client", u"tempTable1Fm1", Grid, u"", false,
+     Before::Sales, [](PlainStatistics& plain) { plain.productClients(); }, "clientTable3", 0.3},
+    {"orders", "what each order comes to", u"", u"statisticFm5", Grid, u"", true, Before::Sales,
+     [](PlainStatistics& plain) { plain.orders(); }, "orderTable", 0.3, "orderStatistic"},
 };
 
 /// Answers every question with one text.

@@ -20,15 +20,15 @@ goodsSalesFm1::goodsSalesFm1(ViewHost& host, Prompts& prompts)
     , m_prompts(prompts)
     , m_pane(new RecordPane({}, QStringLiteral("没有销售记录。\n销售在“营销管理”—“购买”中进行。"), prompts,
                             this)) {
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(m_pane->moves);
-    bottom->addStretch(1);
-    m_count = addFigure(bottom, 1, QStringLiteral("合计数："), this);
-    m_turnover = addFigure(bottom, 3, QStringLiteral("营业额："), this);
+    auto* figures = new QHBoxLayout;
+    m_count = addFigure(figures, 1, QStringLiteral("合计数："), this);
+    m_turnover = addFigure(figures, 3, QStringLiteral("营业额："), this);
+    figures->addStretch(1);
     auto* column = new QVBoxLayout(this);
     column->addLayout(buildToolbar());
     column->addWidget(m_pane->grid, 1);
-    column->addLayout(bottom);
+    column->addLayout(figures);
+    column->addWidget(m_pane->moves, 0, Qt::AlignLeft);
     resize(980, 560);
     Fm_Activate_goodsSalesFm1();
 }

@@ -47,22 +47,41 @@ std::vector<std::optional<Row>> firstRows(const ColumnStore& texts, const std::v
     return first;
 }
 
+/// Gives the texts of a column, blanks off both ends, to another one; each distinct one is looked at once.
+class TrimmedTexts {
+public:
+    TrimmedTexts(const ColumnStore& source, ColumnStore& target)
+        : m_source(source)
+        , m_target(target)
+        , m_codes(std::size_t(source.pool.last()) + 1, TextPool::Null) {}
+
+    TextPool::Code of(Row row) {
+        TextPool::Code& code = m_codes[m_source.codes[row]];
+        if (code == TextPool::Null)
+            code = m_target.pool.intern(fieldText(m_source.value(row)).toStdString());
+        return code;
+    }
+
+private:
+    const ColumnStore& m_source;
+    ColumnStore& m_target;
+    std::vector<TextPool::Code> m_codes;
+};
+
 /// The 客户编号 of the first line of each order, one cell an order.
 ColumnStore customersOf(const ColumnStore& orders, const RecordsetPtr& lines, const std::vector<Row>& rows) {
     const ColumnStore& numbers = columnOf(*lines, QStringLiteral("订单号"));
-    const ColumnStore& clients = columnOf(*lines, QStringLiteral("客户编号"));
     const auto first = firstRows(numbers, rows);
     ColumnStore customers;
     customers.loaded = true;
     customers.codes.reserve(orders.codes.size());
+    const TextPool::Code nobody = customers.pool.intern({});
+    TrimmedTexts clients(columnOf(*lines, QStringLiteral("客户编号")), customers);
     for (const TextPool::Code order : orders.codes) {
-        QString client;
-        if (order != TextPool::Null) {
-            const auto same = numbers.pool.findEqual(orders.pool.text(order));
-            const auto line = same.empty() ? std::nullopt : first[numbers.pool.foldClass(same.front())];
-            client = line ? fieldText(clients.value(*line)) : QString();
-        }
-        customers.codes.push_back(customers.pool.intern(client.toStdString()));
+        const TextPool::Code number =
+            order == TextPool::Null ? TextPool::Null : numbers.pool.find(orders.pool.text(order));
+        const auto line = number == TextPool::Null ? std::nullopt : first[numbers.pool.foldClass(number)];
+        customers.codes.push_back(line ? clients.of(*line) : nobody);
     }
     return customers;
 }

@@ -33,16 +33,16 @@ statisticFm5::statisticFm5(ViewHost& host, Prompts& prompts)
         toolbar->addWidget(button);
     }
     toolbar->addStretch(1);
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(m_pane->moves);
-    bottom->addStretch(1);
-    m_figures[0] = addFigure(bottom, 4, QStringLiteral("营业额(合计)"), this);
-    m_figures[1] = addFigure(bottom, 6, QStringLiteral("差额利润(合计)"), this);
-    m_figures[2] = addFigure(bottom, 8, QStringLiteral("销售量(合计)"), this);
+    auto* figures = new QHBoxLayout;
+    m_figures[0] = addFigure(figures, 4, QStringLiteral("营业额(合计)"), this);
+    m_figures[1] = addFigure(figures, 6, QStringLiteral("差额利润(合计)"), this);
+    m_figures[2] = addFigure(figures, 8, QStringLiteral("销售量(合计)"), this);
+    figures->addStretch(1);
     auto* column = new QVBoxLayout(this);
     column->addLayout(toolbar);
     column->addWidget(m_pane->grid, 1);
-    column->addLayout(bottom);
+    column->addLayout(figures);
+    column->addWidget(m_pane->moves, 0, Qt::AlignLeft);
     resize(900, 600);
 }
 

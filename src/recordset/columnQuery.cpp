@@ -139,9 +139,10 @@ private:
     }
 
     static void sortBy(std::vector<Row>& order, const ColumnStore& result, bool descending) {
-        std::stable_sort(order.begin(), order.end(), [&](Row a, Row b) {
-            return descending ? result.ordinal(b) < result.ordinal(a) : result.ordinal(a) < result.ordinal(b);
-        });
+        std::vector<quint64> keys(order.size());
+        for (Row group = 0; group < keys.size(); ++group)
+            keys[group] = descending ? ~result.ordinal(group) : result.ordinal(group);
+        stableSort(order, keys);
     }
 
     const TableImage& m_image;

@@ -122,24 +122,6 @@ void countingPass(Order& order, const std::vector<quint64>& keys, std::size_t bu
     order.swap(next);
 }
 
-void stableSort(Order& order, const std::vector<quint64>& keys) {
-    if (order.size() < kWorthRadix) {
-        std::stable_sort(order.begin(), order.end(), [&](quint32 a, quint32 b) { return keys[a] < keys[b]; });
-        return;
-    }
-    const auto [low, high] = std::minmax_element(keys.begin(), keys.end());
-    const quint64 base = *low;
-    const quint64 span = *high - base;
-    if (span < kMostBuckets)
-        return countingPass(order, keys, std::size_t(span) + 1,
-                            [base](quint64 key) { return std::size_t(key - base); });
-    constexpr int bits = 11;
-    for (int shift = 0; shift < int(std::bit_width(span)); shift += bits)
-        countingPass(order, keys, std::size_t(1) << bits, [base, shift](quint64 key) {
-            return std::size_t(((key - base) >> shift) & ((1U << bits) - 1));
-        });
-}
-
 /// Whether rows stand in order already, such as lines by their date: one look where to sort would be many.
 /// False also where the column is of texts or a row is being edited.
 bool isInOrder(const std::vector<RowId>& rows, const SortKey& key, const TableImage& image,
@@ -228,6 +210,24 @@ std::vector<RowId> Keyset::inBaseOrder(std::vector<RowId> some) const {
         if (std::binary_search(wanted.begin(), wanted.end(), row))
             some.push_back(row);
     return some;
+}
+
+void stableSort(Order& order, const std::vector<quint64>& keys) {
+    if (order.size() < kWorthRadix) {
+        std::stable_sort(order.begin(), order.end(), [&](quint32 a, quint32 b) { return keys[a] < keys[b]; });
+        return;
+    }
+    const auto [low, high] = std::minmax_element(keys.begin(), keys.end());
+    const quint64 base = *low;
+    const quint64 span = *high - base;
+    if (span < kMostBuckets)
+        return countingPass(order, keys, std::size_t(span) + 1,
+                            [base](quint64 key) { return std::size_t(key - base); });
+    constexpr int bits = 11;
+    for (int shift = 0; shift < int(std::bit_width(span)); shift += bits)
+        countingPass(order, keys, std::size_t(1) << bits, [base, shift](quint64 key) {
+            return std::size_t(((key - base) >> shift) & ((1U << bits) - 1));
+        });
 }
 
 std::vector<RowId> sortedRows(std::vector<RowId> rows, const std::vector<SortKey>& keys,

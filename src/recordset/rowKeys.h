@@ -52,3 +52,6 @@ struct SortKey {
 /// `rows` in the order of the keys, stable; Null first ascending, last descending. Pending values count.
 std::vector<RowId> sortedRows(std::vector<RowId> rows, const std::vector<SortKey>& keys,
                               const TableImage& image, const PendingEdits& edits);
+
+/// Sorts indexes by their keys (one a possible index), stable.
+void stableSort(std::vector<quint32>& order, const std::vector<quint64>& keys);

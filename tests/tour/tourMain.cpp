@@ -10,6 +10,7 @@
 #include "support/driver.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QDir>
 #include <QMessageBox>
 #include <QPushButton>
@@ -78,6 +79,7 @@ public:
         maintenance();
         evaluation();
         statistics();
+        drillDowns();
         main.choose(QStringLiteral("help"));
         shoot(m_main.host().window(QStringLiteral("manualFm1")), "user-guide");
     }
@@ -280,6 +282,56 @@ private:
         window("clientPlaceFm1")->close();
     }
 
+    void drillDowns() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("data_statistic1"));
+        view().clickCell(QStringLiteral("DataGrid1"), 0, QStringLiteral("客户编号"));
+        main.choose(QStringLiteral("statistic_one_client"));
+        shoot(&m_main, "one-customer-statistic");
+        page("print_rs_single", "one-customer-statistic-report");
+        main.choose(QStringLiteral("show_one_client1"));
+        shoot(&m_main, "one-customer-purchases");
+        page("showprint_rs6", "one-customer-purchases-report");
+        main.choose(QStringLiteral("show_one_client2"));
+        Driver orders(*window("order_Form_NumFm1"));
+        shoot(window("order_Form_NumFm1"), "choice-of-an-order");
+        orders.click(QStringLiteral("Command1"));
+        shoot(&m_main, "one-order");
+        page("showprint_rs22", "one-order-report");
+        sales();
+        registerSales();
+    }
+
+    void sales() {
+        Driver main(m_main);
+        main.choose(QStringLiteral("show_sales"));
+        shoot(&m_main, "sales");
+        page("print_rs2", "sales-report");
+        view().click(QStringLiteral("orderStatistic"));
+        shoot(window("statisticFm5"), "what-orders-come-to");
+        Driver orders(*window("statisticFm5"));
+        orders.click(QStringLiteral("print"));
+        pageShown("print_rs_order", "what-orders-come-to-report");
+        orders.click(QStringLiteral("return"));
+        QCoreApplication::processEvents();
+        view().click(QStringLiteral("Command3"));
+        shoot(&m_main, "one-product-sales");
+        page("showprint_rs_temp", "one-product-sales-report");
+        main.choose(QStringLiteral("show_sales"));
+        view().click(QStringLiteral("Command4"));
+        shoot(&m_main, "one-product-customers");
+        page("showprint_rs5", "one-product-customers-report");
+    }
+
+    void registerSales() {
+        Driver(m_main).choose(QStringLiteral("management_client"));
+        for (QAction* action : m_main.host().active()->findChildren<QAction*>())
+            if (action->text() == u"产品销售显示")
+                action->trigger();
+        shoot(window("goodsSalesFm1"), "sales-window");
+        window("goodsSalesFm1")->close();
+    }
+
     /// Before the sale of today, whose month would have no other customer.
     void frequency() {
         Driver main(m_main);
@@ -295,6 +347,10 @@ private:
     /// The report that the view in front prints.
     void page(const char* report, const char* name) {
         Driver(m_main).click(QStringLiteral("Toolbar1(7)"));
+        pageShown(report, name);
+    }
+
+    void pageShown(const char* report, const char* name) {
         TopWindow* form = window(report);
         form->resize(1280, 800);
         shoot(form, name);
