@@ -44,7 +44,7 @@ void analyse(const BestClientsQuestion& question, ViewHost& host, Prompts& promp
     const RecordsetPtr clients = answer && !answer->isEmpty() ? clientsToCut(session) : nullptr;
     if (!clients)
         return;
-    const CutRows cut = cutBestClients(session, clients, question, *answer);
+    const RowsOfTable cut = cutBestClients(session, clients, question, *answer);
     const QPointer<View> view = host.active();
     view->rowsReplaced();
     workAfterPainting(QStringLiteral("正在保存分析结果…"),

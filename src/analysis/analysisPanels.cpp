@@ -52,9 +52,11 @@ EvaluationPanel::EvaluationPanel(ViewHost& host, Prompts& /*prompts*/)
 
 void EvaluationPanel::sourceShown(const RecordsetPtr& /*cursor*/, ShowSource code) {
     // A cut speaks of the dates of the customers that it was made from.
-    if (code != ShowSource::BestClients) {
-        m_session.evaluationDate1 = m_session.periodDate1;
-        m_session.evaluationDate2 = m_session.periodDate2;
+    if (code != ShowSource::BestClients)
+        m_dates = {m_session.periodDate1, m_session.periodDate2};
+    if (code == ShowSource::Clients) {
+        m_session.evaluationDate1 = m_dates.first;
+        m_session.evaluationDate2 = m_dates.last;
     }
     for (std::size_t i = 0; i < std::size(kIndicators); ++i) {
         m_values[i]->setText(m_session.evaluation[i].value);
@@ -65,7 +67,7 @@ void EvaluationPanel::sourceShown(const RecordsetPtr& /*cursor*/, ShowSource cod
 
 void EvaluationPanel::statistic_show() {
     const std::pair<QString, CardText::Style> lefts[std::size(kIndicators)] = {
-        {m_session.evaluationDate1 + u'/' + m_session.evaluationDate2, CardText::Style::Caption},
+        {m_dates.first + u'/' + m_dates.last, CardText::Style::Caption},
         {QStringLiteral("分析显示(按指标)："), CardText::Style::Caption},
         {m_session.analysisCaption, CardText::Style::Figure}};
     QList<IndicatorRow> rows;

@@ -20,6 +20,7 @@ private:
     void statistic_show();
 
     Session& m_session;
+    DateSpan m_dates; // of the customers shown, also while a cut of them is
     QLabel* m_values[4] = {};
     QLabel* m_shares[4] = {};
     QAction* m_stock;

@@ -98,19 +98,17 @@ RecordsetPtr clientsToCut(Session& session) {
     return clients->hasRows() ? clients : nullptr;
 }
 
-CutRows cutBestClients(Session& session, const RecordsetPtr& clients, const BestClientsQuestion& question,
-                       const QString& answer) {
+RowsOfTable cutBestClients(Session& session, const RecordsetPtr& clients, const BestClientsQuestion& question,
+                           const QString& answer) {
     const ShowSource code = clients == session.clientTable2 ? ShowSource::PeriodClients : ShowSource::Clients;
     const MeasureSums totals = clientTotals(session, tableOf(code));
     const double number = val(answer);
     const BestClients best = question.ranks
                                  ? cutByRank(clients, totals, question.measure, number)
                                  : cutByShare(clients, totals, question.measure, float(number / 100));
-    CutRows cut{tableOf(code), {}};
-    for (const RowId row : best.rows)
-        cut.rowids.push_back(clients->image().rowid(row));
     session.clientTable3 = std::make_shared<Recordset>(session.cn);
     session.clientTable3->OpenRows(*clients, best.rows);
+    RowsOfTable cut = rowsOfTable(*session.clientTable3);
     session.evaluation = cutEvaluation(best);
     session.analysisCaption = QString::fromUtf16(question.caption);
     session.analysisKind = question.ranks ? 2 : 1;
@@ -119,7 +117,7 @@ CutRows cutBestClients(Session& session, const RecordsetPtr& clients, const Best
     return cut;
 }
 
-void writeCut(Session& session, const CutRows& cut, ClientMeasure measure, const Progress& progress) {
+void writeCut(Session& session, const RowsOfTable& cut, ClientMeasure measure, const Progress& progress) {
     IgnoringErrors errors;
     errors.run([&] { remakeIfMissing(session); });
     errors.run([&] { fillTableFrom(session.cn, clients3(), cut.source, cut.rowids, progress); });

@@ -3,6 +3,7 @@
 #include "analysis/bestClients.h"
 #include "data/recount.h"
 #include "data/session.h"
+#include "data/workTable.h"
 
 /// The statistics of customers: their start. Opens the cursors on customers, lines and products, shows the
 /// whole table and makes the work tables of a period and of a cut again, empty.
@@ -19,12 +20,6 @@ void begin_setup(Session& session, ShowSource code);
 /// Which customers the evaluation shows: a cut of the best ones, or those of clientShowSource.
 ShowSource evaluatedSource(const Session& session);
 
-/// A cut that was made and is not in the file yet: the table that its customers are in, and their rowids.
-struct CutRows {
-    QString source;
-    std::vector<qint64> rowids;
-};
-
 /// Whether there are customers at all; takes the Filter off their cursor.
 bool hasClients(Session& session);
 
@@ -32,10 +27,10 @@ bool hasClients(Session& session);
 RecordsetPtr clientsToCut(Session& session);
 
 /// Answers a question by the text that was typed: session.clientTable3 shows the customers of the cut, the
-/// indicators and what the panel says of them are the cut's. In: the cursor of clientsToCut(). Throws
-/// RuntimeError.
-CutRows cutBestClients(Session& session, const RecordsetPtr& clients, const BestClientsQuestion& question,
-                       const QString& answer);
+/// indicators and what the panel says of them are the cut's. In: the cursor of clientsToCut(). Out: the rows
+/// that belong into clientTable3. Throws RuntimeError.
+RowsOfTable cutBestClients(Session& session, const RecordsetPtr& clients, const BestClientsQuestion& question,
+                           const QString& answer);
 
 /// Writes the customers of the cut into clientTable3 and opens the cursor on it, in the same order.
-void writeCut(Session& session, const CutRows& cut, ClientMeasure measure, const Progress& progress = {});
+void writeCut(Session& session, const RowsOfTable& cut, ClientMeasure measure, const Progress& progress = {});

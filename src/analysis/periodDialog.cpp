@@ -5,6 +5,7 @@
 #include "controls/prompts.h"
 #include "recordset/ignoringErrors.h"
 #include "recordset/textNumber.h"
+#include "shell/toolbarTable.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -242,16 +243,19 @@ void PeriodDialog::search_display() {
         m_host.Fm_Close(QStringLiteral("userInfoFm1"));
     // A view without a period of its own has nothing new to show; a window beside it has asked.
     View* view = m_host.active();
-    if (view && view->name() == m_session.activeViewName && view->offers(ViewOperation::Time_AA))
+    const ToolbarRow* row = view ? toolbarRow(view->name()) : nullptr;
+    const bool takesPeriods =
+        row && (row->serves(ViewOperation::Time_AA) || row->serves(ViewOperation::data_search));
+    if (takesPeriods && view->name() == m_session.activeViewName)
         view->activate();
 }
 
 void PeriodDialog::wayOut() {
-    finish();
     // The asker has set its marker to the whole table already; a view that still shows a period follows it.
     View* view = m_host.active();
     if (m_purpose == PeriodPurpose::Views && view && !view->shows(m_session.showSource)) {
         m_session.viewReturnState = QStringLiteral("Open");
         view->activate();
     }
+    finish();
 }

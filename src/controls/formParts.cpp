@@ -17,6 +17,15 @@ QPushButton* makeButton(const QString& name, const QString& caption, QWidget* pa
     return button;
 }
 
+void addButtons(QBoxLayout* row, QWidget* parent, const std::vector<ButtonCommand>& commands) {
+    for (const ButtonCommand& command : commands) {
+        QPushButton* button =
+            makeButton(QString::fromUtf16(command.name), QString::fromUtf16(command.caption), parent);
+        QObject::connect(button, &QPushButton::clicked, parent, command.run);
+        row->addWidget(button);
+    }
+}
+
 QLabel* makeLabel(const QString& name, const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
     label->setObjectName(name);

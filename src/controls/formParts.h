@@ -5,6 +5,9 @@
 
 #include <QWidget>
 
+#include <functional>
+#include <vector>
+
 class QBoxLayout;
 class QDialog;
 class QDialogButtonBox;
@@ -14,6 +17,15 @@ class QPushButton;
 
 /// A button with its object name and caption.
 QPushButton* makeButton(const QString& name, const QString& caption, QWidget* parent);
+
+/// A button that runs a command.
+struct ButtonCommand {
+    const char16_t* name;
+    const char16_t* caption;
+    std::function<void()> run;
+};
+/// Appends a button for each command, in their order.
+void addButtons(QBoxLayout* row, QWidget* parent, const std::vector<ButtonCommand>& commands);
 
 /// A label with its object name and text.
 QLabel* makeLabel(const QString& name, const QString& text, QWidget* parent);

@@ -78,6 +78,13 @@ void Session::takeCustomer(const RecordsetPtr& clients) {
     currentContact = clients->Fields(QStringLiteral("联系人")).text();
 }
 
+void Session::refreshCustomer() {
+    RecordsetPtr row;
+    reopen(row, QStringLiteral("Select * From clientTable Where ") +
+                    keyCondition(QStringLiteral("客户编号"), currentClientNum));
+    takeCustomer(row);
+}
+
 QString counterText(const std::optional<double>& number) {
     return number ? plainNumber(*number) : QString();
 }

@@ -93,7 +93,7 @@ public:
     QString analysisCaption;
     bool cutOnScreen = false; // the evaluation shows a cut of the best customers, not its source
     Evaluation evaluation;    // of what it shows
-    /// First and last date of the customers that are evaluated; empty while nothing has been.
+    /// First and last date of the whole as the evaluation shows them; Null while it has not been shown.
     QString evaluationDate1;
     QString evaluationDate2;
     QString turnoverTitle; // of the statistic in saleTable
@@ -193,6 +193,8 @@ public:
     void readCurrent();
     /// The current row of a customer cursor becomes the customer in hand; without one nothing changes.
     void takeCustomer(const RecordsetPtr& clients);
+    /// Name and contact of the customer in hand as his row has them now; they stay where he has none.
+    void refreshCustomer();
 };
 
 /// A counter as boxes, keys and conditions show it: "1001", "" while it is unset.

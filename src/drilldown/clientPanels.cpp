@@ -71,10 +71,15 @@ ClientLinesPanel::ClientLinesPanel(ViewHost& host, Prompts& /*prompts*/)
 }
 
 void ClientLinesPanel::sourceShown(const RecordsetPtr& cursor, ShowSource /*code*/) {
+    m_client = m_session.currentClientNum;
     m_company->setText(m_session.currentClientName);
     m_contact->setText(m_session.currentContact);
     if (cursor->isOpen())
         showShares(statisticA(m_session), m_values, m_shares);
+}
+
+void ClientLinesPanel::aboutToPrint(const QString& /*report*/) {
+    m_session.currentClientNum = m_client;
 }
 
 ClientStatisticPanel::ClientStatisticPanel(ViewHost& host, Prompts& /*prompts*/)
@@ -127,6 +132,7 @@ OrderPanel::OrderPanel(ViewHost& host, Prompts& /*prompts*/)
 
 void OrderPanel::sourceShown(const RecordsetPtr& cursor, ShowSource /*code*/) {
     m_date = m_session.periodDate1;
+    m_filter = cursor->isOpen() ? cursor->Filter() : QString();
     m_company->setText(m_session.currentClientName);
     m_contact->setText(m_session.currentContact);
     m_count->setText(m_session.orderQuantity);
@@ -135,11 +141,14 @@ void OrderPanel::sourceShown(const RecordsetPtr& cursor, ShowSource /*code*/) {
 }
 
 void OrderPanel::rowChanged(const RecordsetPtr& cursor, bool /*chosen*/) {
-    if (cursor->hasRows() && cursor->currentRow())
+    // While another order is being chosen, the lines are not those of this one.
+    if (cursor->hasRows() && cursor->currentRow() && cursor->Filter() == m_filter)
         m_order->setText(cursor->Fields(QStringLiteral("订单号")).text());
 }
 
 void OrderPanel::aboutToPrint(const QString& /*report*/) {
+    if (m_session.buyList->Filter() != m_filter)
+        m_session.buyList->setFilter(m_filter);
     m_session.periodDate1 = m_date;
     m_session.currentOrderNum = m_order->text();
     m_session.currentClientName = m_company->text();
@@ -153,12 +162,10 @@ void OrderPanel::left(const RecordsetPtr& cursor) {
 }
 
 ClientWaysPanel::ClientWaysPanel(ViewHost& host, Prompts& prompts) {
-    auto* lines = makeButton(QStringLiteral("Command8"), QStringLiteral("该客户购物显示"), this);
-    auto* orders = makeButton(QStringLiteral("Command9"), QStringLiteral("该客户订单明细显示"), this);
-    connect(lines, &QPushButton::clicked, this, [&host] { showClientLines(host); });
-    connect(orders, &QPushButton::clicked, this, [&host, &prompts] { showClientOrders(host, prompts); });
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(lines);
-    row->addWidget(orders);
+    addButtons(
+        row, this,
+        {{u"Command8", u"该客户购物显示", [&host] { showClientLines(host); }},
+         {u"Command9", u"该客户订单明细显示", [&host, &prompts] { showClientOrders(host, prompts); }}});
 }

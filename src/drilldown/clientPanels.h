@@ -14,9 +14,11 @@ public:
     ClientLinesPanel(ViewHost& host, Prompts& prompts);
 
     void sourceShown(const RecordsetPtr& cursor, ShowSource code) override;
+    void aboutToPrint(const QString& report) override;
 
 private:
     Session& m_session;
+    QString m_client; // whose lines are shown
     QLabel* m_values[3] = {};
     QLabel* m_shares[3] = {};
     QLabel* m_company;
@@ -56,7 +58,8 @@ public:
 
 private:
     Session& m_session;
-    QString m_date; // of the order shown
+    QString m_date;   // of the order shown
+    QString m_filter; // that puts its lines on the cursor
     QLabel* m_company;
     QLabel* m_contact;
     QLabel* m_order;

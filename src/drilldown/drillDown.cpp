@@ -1,32 +1,26 @@
 #include "drilldown/drillDown.h"
 
-#include "analysis/evaluation.h"
 #include "controls/longWork.h"
 #include "controls/prompts.h"
-#include "data/sourceTable.h"
 #include "drilldown/clientLines.h"
 #include "query/orderFormNumFm1.h"
+#include "shell/displayView.h"
 
 #include <QMainWindow>
 #include <QStatusBar>
 
 namespace {
 
-/// The cursor of the customers that a view shows, null for a view of something else.
+const DisplayView* displayInFront(ViewHost& host) {
+    return qobject_cast<const DisplayView*>(host.active());
+}
+
+/// The cursor of the customers that the view in front shows, null for a view of something else.
 RecordsetPtr clientsInFront(ViewHost& host) {
-    Session& session = host.session();
-    const QString view = host.active() ? host.active()->name() : QString();
-    if (view == u"dataInputFm1")
-        return session.clientTable;
-    if (view == u"statisticFm1")
-        return *sourceCursor(session, evaluatedSource(session));
-    if (view == u"userInfoFm1")
-        return *sourceCursor(session, session.clientShowSource);
-    if (view == u"userInfoFm2")
-        return session.clerkClients;
-    if (view == u"userInfoFm3")
-        return session.clientTable3;
-    return view == u"tempTable1Fm1" ? session.productClients : nullptr;
+    if (host.isActive(QStringLiteral("dataInputFm1")))
+        return host.session().clientTable;
+    const DisplayView* view = displayInFront(host);
+    return view && view->description().customers ? view->shownRows() : nullptr;
 }
 
 /// Takes the Filter off the customers and leaves their cursor on its row.
@@ -45,10 +39,16 @@ void tellNothing(ViewHost& host, const QString& text) {
     host.mainWindow().statusBar()->showMessage(text, 8000);
 }
 
-/// The lines that belong to the customers of a choice of data.
-ShowSource linesOfClients(const Session& session) {
-    const bool period = session.clientShowSource == ShowSource::PeriodClients && session.buyList2->isOpen();
-    return period ? ShowSource::PeriodLines : ShowSource::Lines;
+/// The lines that belong to the customers in front: those of the period where its customers are shown, or
+/// were last.
+ShowSource linesOfClients(ViewHost& host) {
+    const Session& session = host.session();
+    const DisplayView* view = displayInFront(host);
+    const ShowSource shown = view ? view->shownSource() : ShowSource::None;
+    const bool whole = shown == ShowSource::Clients;
+    const bool period = shown == ShowSource::PeriodClients ||
+                        (!whole && session.clientShowSource == ShowSource::PeriodClients);
+    return period && session.buyList2->isOpen() ? ShowSource::PeriodLines : ShowSource::Lines;
 }
 
 /// Shows a view on rows that are written into their work table behind what is seen.
@@ -61,6 +61,13 @@ void showAndKeep(ViewHost& host, const char16_t* view, const QString& text,
         shown->rowsReplaced();
 }
 
+/// Writes rows that no view comes up for; one that stands on their work table shows them.
+void keepUnseen(ViewHost& host, const std::function<void(const Steps&)>& keep) {
+    keep({});
+    if (host.active())
+        host.active()->rowsReplaced();
+}
+
 /// The lines of the customer in hand in a view of tempTable2.
 void showLinesIn(ViewHost& host, const char16_t* view, ShowSource lines) {
     Session& session = host.session();
@@ -68,10 +75,8 @@ void showLinesIn(ViewHost& host, const char16_t* view, ShowSource lines) {
     const auto keep = [&](const Steps& steps) { writeClientLines(session, rows, steps); };
     if (!rows.rowids.empty())
         return showAndKeep(host, view, QStringLiteral("正在保存购物清单…"), keep);
-    // The work table is made all the same, empty; a view that stands on it shows that.
-    keep({});
-    if (host.active())
-        host.active()->rowsReplaced();
+    // The work table is made all the same, empty.
+    keepUnseen(host, keep);
     tellNothing(host, QStringLiteral("该客户没有购物记录可以显示。"));
 }
 
@@ -82,11 +87,11 @@ struct ProductInFront {
     ShowSource lines;
 };
 std::optional<ProductInFront> productInFront(ViewHost& host) {
-    const ShowSource source = host.active()->source();
-    const RecordsetPtr* shown = sourceCursor(host.session(), source);
-    const auto product = shown ? productOfRow(*shown) : std::nullopt;
+    const DisplayView* view = displayInFront(host);
+    const auto product = view && view->shownRows() ? productOfRow(view->shownRows()) : std::nullopt;
     if (!product)
         return std::nullopt;
+    const ShowSource source = view->shownSource();
     const bool period = source == ShowSource::PeriodLines || source == ShowSource::PeriodProducts;
     return ProductInFront{*product, period ? ShowSource::PeriodLines : ShowSource::Lines};
 }
@@ -96,8 +101,10 @@ std::optional<ProductInFront> productInFront(ViewHost& host) {
 bool takeCustomerInFront(ViewHost& host) {
     Session& session = host.session();
     const RecordsetPtr clients = clientsInFront(host);
-    if (!clients)
+    if (!clients) {
+        session.refreshCustomer();
         return !session.currentClientNum.isEmpty();
+    }
     if (!clients->hasRows() || !clients->currentRow())
         return false;
     session.takeCustomer(clients);
@@ -109,7 +116,8 @@ void showClientLines(ViewHost& host) {
     clearClientFilter(host.session());
     if (!any)
         return tellNothing(host, QStringLiteral("没有客户可以显示。"));
-    showLinesIn(host, u"tempTable2Fm2", linesOfClients(host.session()));
+    host.settleShowSource(); // what the open menu has set is not what the view in front shows
+    showLinesIn(host, u"tempTable2Fm2", linesOfClients(host));
 }
 
 void showClientOrders(ViewHost& host, Prompts& prompts) {
@@ -132,7 +140,7 @@ void showClientStatistic(ViewHost& host) {
     session.showSource = cut ? ShowSource::BestClients : session.clientShowSource;
     // The customers of a cut have their lines in the period's copy only while there are any in it.
     const bool period =
-        linesOfClients(session) == ShowSource::PeriodLines && (!cut || session.buyList2->hasRows());
+        linesOfClients(host) == ShowSource::PeriodLines && (!cut || session.buyList2->hasRows());
     showLinesIn(host, u"tempTable3Fm3", period ? ShowSource::PeriodLines : ShowSource::Lines);
 }
 
@@ -148,7 +156,7 @@ void showClientsOf(ViewHost& host, const ProductAsked& product, ShowSource lines
     const auto keep = [&](const Steps& steps) { writeProductClients(session, rows, steps); };
     if (!rows.rowids.empty())
         return showAndKeep(host, u"tempTable1Fm1", QStringLiteral("正在保存客户资料…"), keep);
-    keep({});
+    keepUnseen(host, keep);
     tellNothing(host, QStringLiteral("购买该产品的客户资料已不存在。"));
 }
 
@@ -168,6 +176,14 @@ void showProductClients(ViewHost& host, Prompts& prompts) {
     if (const auto asked = productInFront(host))
         return showClientsOf(host, asked->product, asked->lines);
     tellNothing(host, QStringLiteral("没有产品可以显示。"));
+}
+
+void askSalesPeriod(ViewHost& host) {
+    Session& session = host.session();
+    if (!session.buyList->hasRows())
+        return;
+    session.showSource = session.saleShowSource = ShowSource::Lines;
+    host.openWindow(QStringLiteral("timeDefineFm2"), ViewHost::MainWindow::Stays);
 }
 
 void showAllSales(ViewHost& host) {

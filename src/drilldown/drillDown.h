@@ -30,5 +30,8 @@ void showClientsOf(ViewHost& host, const ProductAsked& product, ShowSource lines
 void showOneProductSales(ViewHost& host, Prompts& prompts);
 void showProductClients(ViewHost& host, Prompts& prompts);
 
+/// Asks for a period of the sales, from their whole on; nothing without any.
+void askSalesPeriod(ViewHost& host);
+
 /// All sold goods with their indicators (statisticFm2); one that is in front goes back to the whole table.
 void showAllSales(ViewHost& host);

@@ -27,12 +27,13 @@ DateSpan newestFirst(Session& session, const RecordsetPtr& shown) {
     return session.productLinesSource == ShowSource::PeriodLines ? periodTexts(session, shown) : dates;
 }
 
-/// The dates of the evaluation; where there is none, the period's words or those of all lines.
+/// The words of the period where the lines are those of one; else the dates of the whole as the evaluation
+/// has them, without one those of all lines.
 DateSpan datesOfEvaluation(Session& session, const RecordsetPtr& shown) {
-    if (!session.evaluationDate1.isNull())
-        return {session.evaluationDate1, session.evaluationDate2};
     if (session.clientLinesSource == ShowSource::PeriodLines)
         return periodTexts(session, shown);
+    if (!session.evaluationDate1.isNull())
+        return {session.evaluationDate1, session.evaluationDate2};
     Recordset lines(session.cn);
     lines.Open(QStringLiteral("Select * From buyList"));
     return dateSpanOf(lines);
@@ -109,6 +110,7 @@ constexpr DisplayDescription kDisplays[] = {
      .emptyText = u"没有客户购买该产品。",
      .showsDates = false,
      .keepsAsker = true,
+     .customers = true,
      .present = always<ShowSource::ProductClients>,
      .showsPeriod = showsProductPeriod,
      .panel = makePanel<ProductClientsPanel>},
@@ -120,6 +122,7 @@ constexpr DisplayDescription kDisplays[] = {
      .emptyText = u"该客户没有购物记录。",
      .showsDates = false,
      .keepsAsker = true,
+     .emptyPosition = u"0",
      .queryCode = ShowSource::ClientLines,
      .present = always<ShowSource::ClientLines>,
      .showsPeriod = showsClientPeriod,
@@ -143,6 +146,7 @@ constexpr DisplayDescription kDisplays[] = {
      .emptyText = u"该客户没有购物记录。",
      .dateValues = kPeriodDates,
      .keepsAsker = true,
+     .emptyPosition = u"0",
      .present = always<ShowSource::ClientLines>,
      .showsPeriod = showsClientPeriod,
      .panel = makePanel<ClientStatisticPanel>},

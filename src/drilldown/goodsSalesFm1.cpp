@@ -30,25 +30,27 @@ goodsSalesFm1::goodsSalesFm1(ViewHost& host, Prompts& prompts)
     column->addLayout(figures);
     column->addWidget(m_pane->moves, 0, Qt::AlignLeft);
     resize(980, 560);
+    connect(&host, &ViewHost::windowGone, this, [this](const QString& name) {
+        if (name == u"timeDefineFm2")
+            Fm_Activate_goodsSalesFm1();
+    });
+    // A search that another view has left would hide lines of the whole.
+    if (source() == ShowSource::Lines && lines()->isOpen())
+        lines()->clearFilter();
     Fm_Activate_goodsSalesFm1();
 }
 
 QLayout* goodsSalesFm1::buildToolbar() {
-    const std::tuple<const char16_t*, const char16_t*, std::function<void()>> commands[] = {
-        {u"client_show", u"该产品客户资料", [this] { client_show(); }},
-        {u"show_sales", u"该产品销售", [this] { show_sales(); }},
-        {u"select_time", u"统计时间", [this] { select_time(); }},
-        {u"whole_show", u"全库显示", [this] { whole_show(); }},
-        {u"search", u"查询", [this] { search(); }},
-        {u"order", u"排序", [this] { order(); }},
-        {u"print", u"打印", [this] { print(); }},
-        {u"return", u"返回", [this] { close(); }}};
     auto* row = new QHBoxLayout;
-    for (const auto& [name, caption, command] : commands) {
-        QPushButton* button = makeButton(QString::fromUtf16(name), QString::fromUtf16(caption), this);
-        connect(button, &QPushButton::clicked, this, command);
-        row->addWidget(button);
-    }
+    addButtons(row, this,
+               {{u"client_show", u"该产品客户资料", [this] { client_show(); }},
+                {u"show_sales", u"该产品销售", [this] { show_sales(); }},
+                {u"select_time", u"统计时间", [this] { askSalesPeriod(m_host); }},
+                {u"whole_show", u"全库显示", [this] { whole_show(); }},
+                {u"search", u"查询", [this] { search(); }},
+                {u"order", u"排序", [this] { order(); }},
+                {u"print", u"打印", [this] { print(); }},
+                {u"return", u"返回", [this] { close(); }}});
     row->addStretch(1);
     return row;
 }
@@ -77,6 +79,12 @@ void goodsSalesFm1::calculation_L2_L4() {
     });
 }
 
+void goodsSalesFm1::follow() {
+    m_session.showSource = source();
+    if (m_pane->cursor() != lines())
+        Fm_Activate_goodsSalesFm1();
+}
+
 void goodsSalesFm1::goTo(const std::function<void()>& show) {
     m_host.bringBackMain(objectName());
     show();
@@ -85,30 +93,31 @@ void goodsSalesFm1::goTo(const std::function<void()>& show) {
 }
 
 void goodsSalesFm1::client_show() {
-    if (const auto product = productOfRow(lines()))
+    if (const auto product = productOfRow(m_pane->cursor()))
         goTo([&] { showClientsOf(m_host, *product, source()); });
 }
 
 void goodsSalesFm1::show_sales() {
-    if (const auto product = productOfRow(lines()))
+    if (const auto product = productOfRow(m_pane->cursor()))
         goTo([&] { showSalesOf(m_host, m_prompts, *product, source()); });
-}
-
-void goodsSalesFm1::select_time() {
-    if (!m_session.buyList->hasRows())
-        return;
-    m_session.showSource = m_session.saleShowSource = ShowSource::Lines;
-    TopWindow* dialog = m_host.openWindow(QStringLiteral("timeDefineFm2"), ViewHost::MainWindow::Stays);
-    connect(dialog, &TopWindow::finished, this, &goodsSalesFm1::Fm_Activate_goodsSalesFm1);
 }
 
 void goodsSalesFm1::whole_show() {
     m_session.saleShowSource = ShowSource::Lines;
-    m_session.reopen(m_session.buyList, QStringLiteral("Select * From buyList "));
+    const RecordsetPtr& whole = m_session.buyList;
+    if (whole->isOpen()) {
+        // All of "Select * From buyList ", on the cursor that the main window may show beside, edits and all.
+        const QuietWalk walk(whole);
+        whole->clearFilter();
+        whole->setSort({});
+    } else {
+        m_session.reopen(m_session.buyList, QStringLiteral("Select * From buyList "));
+    }
     Fm_Activate_goodsSalesFm1();
 }
 
 void goodsSalesFm1::search() {
+    follow();
     if (!lines()->hasRows())
         return;
     m_session.searchCode = searchCodeOf(source());
@@ -117,6 +126,7 @@ void goodsSalesFm1::search() {
 }
 
 void goodsSalesFm1::order() {
+    follow();
     if (!lines()->hasRows())
         return;
     m_session.sortDirection = 1;
@@ -125,6 +135,7 @@ void goodsSalesFm1::order() {
 }
 
 void goodsSalesFm1::print() {
+    follow();
     if (!lines()->hasRows())
         return;
     const bool period = source() == ShowSource::PeriodLines;

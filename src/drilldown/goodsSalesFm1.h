@@ -25,11 +25,12 @@ private:
     /// The choice of data that the window shows: the period's only while its copy is there.
     ShowSource source() const;
     const RecordsetPtr& lines() const;
+    /// Binds the grid again where its cursor has been opened anew since.
+    void follow();
     /// Goes to a view of the main window, which comes to the front beside this one.
     void goTo(const std::function<void()>& show);
     void client_show();
     void show_sales();
-    void select_time();
     void whole_show();
     void search();
     void order();

@@ -99,6 +99,10 @@ double sumOf(const ColumnStore& column) {
     return sum;
 }
 
+std::shared_ptr<TableImage> emptyOrders(Session& session) {
+    return std::make_shared<TableImage>(session.cn.columns(orderTableName()));
+}
+
 /// The result of the statement and the customers, as columns of orderTable in that table's order.
 std::shared_ptr<TableImage> asOrderTable(Session& session, const TableImage& result, ColumnStore customers) {
     const std::pair<const char16_t*, const ColumnStore*> sources[] = {{u"订单号", &result.column(0)},
@@ -118,6 +122,8 @@ std::shared_ptr<TableImage> asOrderTable(Session& session, const TableImage& res
 
 OrderStatistic calculation_order(Session& session, ShowSource source) {
     const RecordsetPtr& lines = source == ShowSource::PeriodLines ? session.buyList2 : session.buyList;
+    if (!lines->isOpen())
+        return {emptyOrders(session), {QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("0")}};
     Recordset orders(session.cn);
     orders.Open(QStringLiteral("Select 订单号, Sum(实付) As 购买额, Sum(差额利润) As 差额利润, "
                                "Sum(数量) As 购买量 From %1 Group By 订单号 Order By Sum(实付) desc")

@@ -35,17 +35,12 @@ SalesPanel::SalesPanel(ViewHost& host, Prompts& prompts)
 }
 
 QLayout* SalesPanel::buildCommands() {
-    const std::tuple<const char16_t*, const char16_t*, std::function<void()>> commands[] = {
-        {u"Command3", u"该产品销售显示", [this] { showOneProductSales(m_host, m_prompts); }},
-        {u"Command4", u"该产品客户资料显示", [this] { showProductClients(m_host, m_prompts); }},
-        {u"orderStatistic", u"按订单号统计", [this] { showOrderStatistic(m_host); }},
-        {u"singleCount", u"单项产品统计", [this] { singleCount(); }}};
     auto* row = new QHBoxLayout;
-    for (const auto& [name, caption, command] : commands) {
-        QPushButton* button = makeButton(QString::fromUtf16(name), QString::fromUtf16(caption), this);
-        connect(button, &QPushButton::clicked, this, command);
-        row->addWidget(button);
-    }
+    addButtons(row, this,
+               {{u"Command3", u"该产品销售显示", [this] { showOneProductSales(m_host, m_prompts); }},
+                {u"Command4", u"该产品客户资料显示", [this] { showProductClients(m_host, m_prompts); }},
+                {u"orderStatistic", u"按订单号统计", [this] { showOrderStatistic(m_host); }},
+                {u"singleCount", u"单项产品统计", [this] { singleCount(); }}});
     return row;
 }
 
@@ -70,15 +65,19 @@ void SalesPanel::count() {
     errors.run([&] { setFigures(sales_Count(m_session, m_source)); });
 }
 
-void SalesPanel::sourceShown(const RecordsetPtr& /*cursor*/, ShowSource code) {
-    m_source = code;
+void SalesPanel::showWhole() {
     m_title->setText(QStringLiteral("已销售产品统计"));
     count();
 }
 
+void SalesPanel::sourceShown(const RecordsetPtr& /*cursor*/, ShowSource code) {
+    m_source = code;
+    showWhole();
+}
+
 void SalesPanel::rowChanged(const RecordsetPtr& cursor, bool /*chosen*/) {
     if (cursor == shown() && cursor->Filter() != m_filter)
-        count();
+        showWhole();
     if (cursor->hasRows() && cursor->currentRow())
         m_session.currentProductNum = cursor->Fields(QStringLiteral("产品编号")).text();
 }
@@ -102,6 +101,7 @@ void SalesPanel::singleCount() {
     const QString number = trimBlanks(answer.value_or(QString()));
     if (number.isEmpty())
         return;
+    const QuietWalk walk(shown());
     m_title->setText(number + QStringLiteral("号产品销售统计"));
     shown()->setFilter(keyCondition(QStringLiteral("产品编号"), number));
     setFigures(rs2_Count(shown()));
@@ -122,7 +122,7 @@ ProductLinesPanel::ProductLinesPanel(ViewHost& host, Prompts& /*prompts*/)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     m_number = addFigure(row, 1, QStringLiteral("产品编号："), this);
-    m_name = addFigure(row, 3, QStringLiteral("品名："), this);
+    m_name = addFigure(row, 3, QStringLiteral("品名"), this);
     m_count = addFigure(row, 5, QStringLiteral("总件数："), this);
     m_amount = addFigure(row, 7, QStringLiteral("营业额："), this);
 }

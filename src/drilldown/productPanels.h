@@ -24,6 +24,8 @@ private:
     void setFigures(const SaleFigures& figures);
     /// The figures of what is shown: of the whole table, or of the lines that a Filter leaves.
     void count();
+    /// The same under the title of all goods.
+    void showWhole();
     void singleCount();
     void printList();
     /// The cursor of the source that the view shows.

@@ -10,16 +10,19 @@ const QString& clientNumber() {
     return name;
 }
 
-/// How many distinct texts a column holds; texts that differ in the case of A-Z alone are one.
+/// How many distinct texts a column holds, compared with their case.
 int distinctTexts(const ColumnStore& column) {
     std::vector<char> seen(std::size_t(column.pool.last()) + 1);
     for (const TextPool::Code code : column.codes)
         seen[code] = 1;
-    std::vector<char> classes(seen.size());
-    for (TextPool::Code code = 1; code < seen.size(); ++code)
-        if (seen[code])
-            classes[column.pool.foldClass(code)] = 1;
-    return int(std::count(classes.begin(), classes.end(), 1));
+    return int(std::count(seen.begin(), seen.end(), 1));
+}
+
+/// The customers of a source. Those of a period are counted in the whole table where their copy has been
+/// emptied since: whoever has lines in the period is in both.
+QString clientsTable(const Session& session, ShowSource code) {
+    const bool copied = code == ShowSource::PeriodLines && session.clientTable2->hasRows();
+    return copied ? QStringLiteral("clientTable2") : QStringLiteral("clientTable");
 }
 
 } // namespace
@@ -37,8 +40,7 @@ SaleFigures sales_Count(Session& session, ShowSource code) {
     Recordset sums(session.cn);
     sums.Open(QStringLiteral("Select %1 From %2").arg(columns, linesTable(code)));
     Recordset clients(session.cn);
-    clients.Open(QStringLiteral("Select 客户编号 From ") +
-                 (period ? QStringLiteral("clientTable2") : QStringLiteral("clientTable")));
+    clients.Open(QStringLiteral("Select 客户编号 From ") + clientsTable(session, code));
     Recordset lines(session.cn);
     lines.Open(QStringLiteral("Select 客户编号 From ") + linesTable(code));
     return {plainNumber(sums.numberAt(0, 0)), plainNumber(sums.numberAt(0, 1)),

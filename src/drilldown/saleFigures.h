@@ -18,7 +18,8 @@ QString linesTable(ShowSource code);
 /// of the same source who have lines. In: Lines or PeriodLines. Throws RuntimeError.
 SaleFigures sales_Count(Session& session, ShowSource code);
 
-/// The indicators of the lines that a cursor shows; each customer number among them counts once.
+/// The indicators of the lines that a cursor shows; each customer number among them, its case
+/// told apart, counts once.
 SaleFigures rs2_Count(const RecordsetPtr& lines);
 
 /// The customers of `clients` whose 客户编号 is that of one of the lines, in the order of their cursor.

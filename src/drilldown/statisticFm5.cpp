@@ -3,19 +3,12 @@
 #include "controls/formParts.h"
 #include "controls/longWork.h"
 #include "controls/recordPane.h"
-#include "data/sourceTable.h"
+#include "drilldown/drillDown.h"
+#include "shell/displayView.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-
-namespace {
-
-ShowSource salesOnShow(const Session& session) {
-    return session.showSource == ShowSource::PeriodLines ? ShowSource::PeriodLines : ShowSource::Lines;
-}
-
-} // namespace
 
 statisticFm5::statisticFm5(ViewHost& host, Prompts& prompts)
     : StatisticWindow(QStringLiteral("statisticFm5"), QStringLiteral("按订单号统计购买额"))
@@ -23,15 +16,10 @@ statisticFm5::statisticFm5(ViewHost& host, Prompts& prompts)
     , m_session(host.session())
     , m_pane(new RecordPane({}, QStringLiteral("没有订单。"), prompts, this)) {
     auto* toolbar = new QHBoxLayout;
-    const std::tuple<const char16_t*, const char16_t*, std::function<void()>> commands[] = {
-        {u"select_time", u"统计时间", [this] { select_time(); }},
-        {u"print", u"打印", [this] { print(); }},
-        {u"return", u"返回", [this] { close(); }}};
-    for (const auto& [name, caption, command] : commands) {
-        QPushButton* button = makeButton(QString::fromUtf16(name), QString::fromUtf16(caption), this);
-        connect(button, &QPushButton::clicked, this, command);
-        toolbar->addWidget(button);
-    }
+    addButtons(toolbar, this,
+               {{u"select_time", u"统计时间", [&host] { askSalesPeriod(host); }},
+                {u"print", u"打印", [this] { print(); }},
+                {u"return", u"返回", [this] { close(); }}});
     toolbar->addStretch(1);
     auto* figures = new QHBoxLayout;
     m_figures[0] = addFigure(figures, 4, QStringLiteral("营业额(合计)"), this);
@@ -44,48 +32,54 @@ statisticFm5::statisticFm5(ViewHost& host, Prompts& prompts)
     column->addLayout(figures);
     column->addWidget(m_pane->moves, 0, Qt::AlignLeft);
     resize(900, 600);
+    connect(&host, &ViewHost::windowGone, this, [this](const QString& name) {
+        if (name == u"timeDefineFm2")
+            Fm_Activate_statisticFm5();
+    });
+}
+
+ShowSource statisticFm5::source() const {
+    const auto* sales = qobject_cast<const DisplayView*>(m_host.active());
+    const bool period = sales && sales->shownSource() == ShowSource::PeriodLines;
+    return period ? ShowSource::PeriodLines : ShowSource::Lines;
 }
 
 void statisticFm5::Fm_Activate_statisticFm5() {
-    const ShowSource source = salesOnShow(m_session);
-    if (!(*sourceCursor(m_session, source))->isOpen())
-        return;
-    const OrderStatistic statistic = calculation_order(m_session, source);
+    const ShowSource code = source();
+    const OrderStatistic statistic = calculation_order(m_session, code);
+    const QString sales = QStringLiteral("statisticFm2");
+    m_dates = {m_host.controlText(sales, QStringLiteral("Text2")),
+               m_host.controlText(sales, QStringLiteral("Text3"))};
+    m_period = code == ShowSource::PeriodLines ? m_session.periodExact : QString();
     openOrders(m_session, statistic);
-    m_figures[0]->setText(statistic.figures.turnover);
-    m_figures[1]->setText(statistic.figures.margin);
-    m_figures[2]->setText(statistic.figures.quantity);
-    m_pane->bind(m_session.orderTable);
+    show(statistic);
     const QPointer<statisticFm5> self(this);
     workAfterPainting(QStringLiteral("正在保存订单统计…"),
                       [&](const Steps& steps) { writeOrders(m_session, statistic, steps); });
     if (self)
-        m_pane->bind(m_session.orderTable);
+        show(statistic);
 }
 
-void statisticFm5::select_time() {
-    if (!m_session.buyList->hasRows())
-        return;
-    m_session.showSource = m_session.saleShowSource = ShowSource::Lines;
-    TopWindow* dialog = m_host.openWindow(QStringLiteral("timeDefineFm2"), ViewHost::MainWindow::Stays);
-    connect(dialog, &TopWindow::finished, this, &statisticFm5::Fm_Activate_statisticFm5);
+void statisticFm5::show(const OrderStatistic& statistic) {
+    m_figures[0]->setText(statistic.figures.turnover);
+    m_figures[1]->setText(statistic.figures.margin);
+    m_figures[2]->setText(statistic.figures.quantity);
+    m_pane->bind(m_session.orderTable);
 }
 
 void statisticFm5::print() {
     if (!m_session.orderTable->hasRows())
         return;
-    const QString sales = QStringLiteral("statisticFm2");
-    m_session.periodDate1 = m_host.controlText(sales, QStringLiteral("Text2"));
-    m_session.periodDate2 = m_host.controlText(sales, QStringLiteral("Text3"));
-    const bool period = salesOnShow(m_session) == ShowSource::PeriodLines;
-    m_session.report.period = period ? m_session.periodExact : QString();
+    m_session.periodDate1 = m_dates.first;
+    m_session.periodDate2 = m_dates.last;
+    m_session.report.period = m_period;
     m_session.report.caller = objectName();
     m_host.openWindow(QStringLiteral("print_rs_order"), ViewHost::MainWindow::Disabled);
 }
 
 void showOrderStatistic(ViewHost& host) {
-    Session& session = host.session();
-    if (!(*sourceCursor(session, salesOnShow(session)))->hasRows())
+    const auto* sales = qobject_cast<const DisplayView*>(host.active());
+    if (!sales || !sales->shownRows() || !sales->shownRows()->hasRows())
         return;
     host.openWindow(QStringLiteral("statisticFm5"), ViewHost::MainWindow::Hidden);
     if (auto* window = qobject_cast<statisticFm5*>(host.window(QStringLiteral("statisticFm5"))))

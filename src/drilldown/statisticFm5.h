@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/cursorMoves.h"
 #include "drilldown/orderStatistic.h"
 #include "shell/statisticWindow.h"
 #include "shell/viewHost.h"
@@ -23,12 +24,16 @@ public:
     void Fm_Activate_statisticFm5();
 
 private:
-    void select_time();
     void print();
+    /// The choice of data that the sales show behind this window.
+    ShowSource source() const;
+    void show(const OrderStatistic& statistic);
 
     ViewHost& m_host;
     Session& m_session;
     RecordPane* m_pane;
+    DateSpan m_dates; // of the sales that were counted
+    QString m_period; // their days in words, empty for the whole
     QLabel* m_figures[3] = {};
 };
 

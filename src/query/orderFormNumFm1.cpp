@@ -37,12 +37,14 @@ order_Form_NumFm1::order_Form_NumFm1(ViewHost& host)
     connect(confirmButton, &QPushButton::clicked, this, &order_Form_NumFm1::confirm);
     connect(cancelButton, &QPushButton::clicked, this, &QWidget::close);
     connect(m_list, &QListWidget::itemDoubleClicked, confirmButton, &QPushButton::click);
+    m_none = makeLabel(QStringLiteral("emptyHint"), QStringLiteral("该时间段内没有订单。"), this);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
     buttons->addWidget(confirmButton);
     buttons->addWidget(cancelButton);
     auto* column = new QVBoxLayout(this);
     column->addWidget(makeLabel(QStringLiteral("Label1"), QStringLiteral("订单号"), this));
+    column->addWidget(m_none);
     column->addWidget(m_list, 1);
     column->addLayout(buttons);
     setDefaultButton(confirmButton);
@@ -50,10 +52,17 @@ order_Form_NumFm1::order_Form_NumFm1(ViewHost& host)
 }
 
 void order_Form_NumFm1::fill() {
+    m_client = m_session.currentClientNum;
     m_list->clear();
     m_list->addItems(ordersOfClient(m_session));
     m_list->setCurrentRow(0);
+    m_none->setVisible(m_list->count() == 0);
     m_filter = m_session.buyList->Filter();
+}
+
+void order_Form_NumFm1::takeListed() {
+    m_session.currentClientNum = m_client;
+    m_session.refreshCustomer();
 }
 
 void order_Form_NumFm1::wayOut() {
@@ -63,7 +72,10 @@ void order_Form_NumFm1::wayOut() {
 
 void order_Form_NumFm1::confirm() {
     const QListWidgetItem* chosen = m_list->currentItem();
-    takeOrder(m_session, chosen ? chosen->text() : m_session.currentOrderNum);
+    if (!chosen)
+        return;
+    takeListed();
+    takeOrder(m_session, chosen->text());
     if (m_session.orderIsPrinted)
         printOrder();
     else
@@ -90,6 +102,7 @@ void order_Form_NumFm1::printOrder() {
 }
 
 void order_Form_NumFm1::printRecord() {
+    takeListed();
     takePurchaseRecord(m_session);
     if (!m_session.orderTotals->hasRows())
         return;

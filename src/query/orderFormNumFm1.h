@@ -4,6 +4,7 @@
 #include "shell/viewHost.h"
 
 class Prompts;
+class QLabel;
 class QListWidget;
 
 /// Picks one order of the customer in hand, to be shown or, where session.orderIsPrinted, printed.
@@ -22,6 +23,8 @@ protected:
 
 private:
     void fill();
+    /// The customer whose orders are listed is the one in hand again, whoever was chosen since.
+    void takeListed();
     void confirm();
     void showOrder();
     void printOrder();
@@ -29,11 +32,13 @@ private:
 
     ViewHost& m_host;
     Session& m_session;
+    QString m_client;       // whose orders are listed
     QString m_filterBefore; // of the lines, which "取消" puts back
     QString m_filter;       // that the dialog has put on them
     QListWidget* m_list = nullptr;
+    QLabel* m_none = nullptr; // says that there is nothing to choose
 };
 
-/// Lets the user choose an order of the customer in hand; a customer without any is told. In: the text of the
-/// command, whose rows showSource names.
+/// Lets the user choose an order of the customer in hand, to print it or to show it; a customer without lines
+/// is told. The orders are those of the choice of data in showSource. Throws RuntimeError.
 void chooseOrder(ViewHost& host, Prompts& prompts, bool print);

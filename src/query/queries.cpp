@@ -84,11 +84,7 @@ QStringList ordersOfClient(Session& session) {
 
 void takeOrder(Session& session, const QString& order) {
     session.currentOrderNum = order;
-    Recordset client(session.cn);
-    client.Open(QStringLiteral("Select * From clientTable Where ") +
-                keyCondition(clientNumber(), session.currentClientNum));
-    if (client.hasRows())
-        session.currentContact = client.Fields(QStringLiteral("联系人")).text();
+    session.refreshCustomer();
     setup_rs_total(session);
     Temp_Order_Form(session);
 }

@@ -23,7 +23,8 @@ bool hasLines(Session& session, const QString& client);
 /// order of the lines: of those in the period copy where showSource is 7.
 QStringList ordersOfClient(Session& session);
 
-/// Takes an order of the customer in hand in hand: his contact, its lines and totals. Throws RuntimeError.
+/// Takes an order of the customer in hand in hand: his name and contact, its lines and totals. Throws
+/// RuntimeError.
 void takeOrder(Session& session, const QString& order);
 
 /// Opens the order totals and limits them to the customer in hand, on whom the cursor of customers comes to

@@ -103,6 +103,7 @@ void dataInputFm1::printOrder() {
     if (!m_session.clientTable->hasRows() || !m_session.clientTable->currentRow())
         return;
     m_session.takeCustomer(m_session.clientTable);
+    m_session.showSource = ShowSource::Clients;
     chooseOrder(m_host, m_prompts, true);
 }
 
@@ -148,7 +149,7 @@ void dataInputFm1::connectCommands() {
         rowChosen();
         m_boxes->focus(1);
     });
-    m_pane->onRow([this] { rowChosen(); });
+    m_pane->onRow([this] { rowChanged(); });
 }
 
 void dataInputFm1::load() {
@@ -189,11 +190,13 @@ void dataInputFm1::bindGrid() {
 void dataInputFm1::record_Clear() {
     m_boxes->clear();
     m_changed = false;
+    m_shownRow.reset();
 }
 
 void dataInputFm1::showRecord() {
     m_boxes->setTexts(record_Display(m_session));
     m_changed = false;
+    m_shownRow = m_session.clientTable->currentRow();
 }
 
 void dataInputFm1::rowChosen() {
@@ -207,6 +210,14 @@ void dataInputFm1::rowChosen() {
         return;
     showRecord();
     m_session.takeCustomer(clients);
+}
+
+void dataInputFm1::rowChanged() {
+    const RecordsetPtr& clients = m_session.clientTable;
+    // A search that goes leaves the customer in the boxes, and what was typed there.
+    if (m_changed && !m_adding && clients->isOpen() && m_shownRow && clients->currentRow() == m_shownRow)
+        return m_pane->showPosition();
+    rowChosen();
 }
 
 bool dataInputFm1::refuseWhileAdding(const QString& message) {

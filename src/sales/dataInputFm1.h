@@ -48,6 +48,7 @@ private:
     void record_Clear();
     void showRecord();
     void rowChosen();
+    void rowChanged();
     void bindGrid();
     void beginAdding();
     void endAdding();
@@ -72,6 +73,7 @@ private:
     QPushButton* m_buy = nullptr;
     QPushButton* m_delete = nullptr;
     bool m_adding = false;
+    std::optional<RowId> m_shownRow; // whose customer the boxes show
     bool m_changed = false;
     bool m_purchasing = false; // while the purchase is open the boxes keep what the user has typed
 };

@@ -47,13 +47,13 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     column->addWidget(m_dates, 0, Qt::AlignLeft);
     column->addWidget(m_pane->grid, 1);
     column->addLayout(bottom);
-    m_pane->onMove([this](int button) {
-        if (const RecordsetPtr moved = cursor())
-            moveInRecordset(moved, button);
-        m_pane->showPosition();
-    });
+    m_pane->setEmptyPosition(QString::fromUtf16(description.emptyPosition));
+    m_pane->onMove([this](int button) { move(button); });
     m_pane->onRow([this] { rowChanged(false); });
-    connect(m_pane->grid, &DataGrid::rowChosen, this, [this] { rowChanged(true); });
+    connect(m_pane->grid, &DataGrid::rowChosen, this, [this] {
+        rowChanged(true);
+        takeCustomer();
+    });
     offerOperations();
 }
 
@@ -63,6 +63,29 @@ void DisplayView::offerOperations() {
     offer(ViewOperation::data_order, [this] { data_order(); });
     offer(ViewOperation::data_search, [this] { data_search(); });
     offer(ViewOperation::data_print, [this] { data_print(); });
+}
+
+const RecordsetPtr& DisplayView::shownRows() const {
+    return m_pane->cursor();
+}
+
+void DisplayView::move(int button) {
+    if (const RecordsetPtr moved = cursor())
+        moveInRecordset(moved, button);
+    m_pane->showPosition();
+    takeCustomer();
+}
+
+void DisplayView::takeCustomer() {
+    if (const RecordsetPtr shown = cursor(); m_description.customers && shown && shown->isOpen())
+        m_session.takeCustomer(shown);
+}
+
+void DisplayView::showEvent(QShowEvent* event) {
+    View::showEvent(event);
+    // While a window stood in the main window's place, the cursor may have been opened anew.
+    if (const RecordsetPtr now = cursor(); now && m_pane->cursor() && now != m_pane->cursor())
+        rowsReplaced();
 }
 
 ShowSource DisplayView::source() const {
@@ -96,8 +119,7 @@ RecordsetPtr& DisplayView::cursorOf(ShowSource code) const {
 }
 
 RecordsetPtr DisplayView::cursor() const {
-    const ShowSource code = present();
-    return find(code) ? cursorOf(code) : nullptr;
+    return find(m_shown) ? cursorOf(m_shown) : nullptr;
 }
 
 void DisplayView::leave() {
@@ -118,12 +140,17 @@ void DisplayView::activate() {
         return;
     if (m_description.begin && !m_description.begin(m_session))
         return;
+    // A window beside the view may have left a code of its own.
+    if (!find(present()))
+        m_session.showSource = source();
     if (m_description.prepare)
         m_description.prepare(m_session, present());
     const DisplaySource* source = find(present());
     if (!source)
         return;
     const ShowSource code = source->code;
+    if (m_description.family && !m_description.present)
+        m_session.*m_description.family = code;
     const RecordsetPtr shown = cursorOf(code);
     {
         const QuietWalk walk(shown);
@@ -206,12 +233,12 @@ void DisplayView::data_whole_show() {
     if (!m_description.keepsSource)
         setSource(m_description.wholeShowCode == ShowSource::None ? m_description.whole()
                                                                   : m_description.wholeShowCode);
-    const RecordsetPtr& whole = wholeCursor();
-    if (!whole->isOpen())
-        return;
-    whole->clearFilter();
-    if (whole->hasRows())
-        whole->setSort(QString::fromUtf16(m_description.sort));
+    if (const RecordsetPtr whole = wholeCursor(); whole->isOpen()) {
+        const QuietWalk walk(whole);
+        whole->clearFilter();
+        if (whole->hasRows())
+            whole->setSort(QString::fromUtf16(m_description.sort));
+    }
     m_pane->showPosition();
 }
 
@@ -219,13 +246,13 @@ void DisplayView::openDialog(const QString& name, qint16 Session::*code, qint16 
     m_pane->grid->commitEditor();
     const RecordsetPtr shown = cursor();
     if (m_description.family && !m_description.present && shown)
-        m_session.*m_description.family = m_session.showSource;
+        m_session.*m_description.family = m_shown;
     if (!shown || !shown->hasRows())
         return;
     const bool own = m_description.queryCode == ShowSource::None;
     if (own)
-        m_session.showSource = present();
-    const ShowSource queried = own ? present() : m_description.queryCode;
+        m_session.showSource = m_shown;
+    const ShowSource queried = own ? m_shown : m_description.queryCode;
     m_session.*code = codeOf(queried);
     m_session.searchSource = m_description.queryCode;
     m_host.openWindow(name, ViewHost::MainWindow::Stays);
@@ -240,14 +267,14 @@ void DisplayView::data_search() {
 }
 
 void DisplayView::data_print() {
-    if (const DisplaySource* source = find(present()))
+    if (const DisplaySource* source = find(m_shown))
         print(QString::fromUtf16(source->report));
 }
 
 void DisplayView::print(const QString& report) {
     m_pane->grid->commitEditor();
     const RecordsetPtr asked = m_description.asksWholeForRows ? wholeCursor() : cursor();
-    const DisplaySource* source = find(present());
+    const DisplaySource* source = find(m_shown);
     if (!source || !asked || !asked->hasRows())
         return;
     handOver(*source, report);

@@ -48,6 +48,8 @@ struct DisplayDescription {
     bool closedKeepsFigures = false; // a cursor that cannot be opened leaves dates and panel as they were
     bool keepsSource = false;        // "全库显示" only takes the view's own filter off
     bool keepsAsker = false;         // showSource stays what it was when the view was asked for
+    bool customers = false;          // a row that is chosen is the customer in hand
+    const char16_t* emptyPosition = u"0/0"; // what the position reads without rows
     /// showSource behind "全库显示", where it is another one than that of the whole table.
     ShowSource wholeShowCode = ShowSource::None;
     /// Whose cursor the search and sort dialogs act on, where it is another one than that of the source
@@ -123,6 +125,10 @@ public:
     void sorted() override;
 
     const DisplayDescription& description() const { return m_description; }
+    /// The code of the data that the grid shows, None before the first activation.
+    ShowSource shownSource() const { return m_shown; }
+    /// The cursor that the grid shows; null before the first activation.
+    const RecordsetPtr& shownRows() const;
 
     void Time_AA();
     void data_whole_show();
@@ -130,16 +136,21 @@ public:
     void data_search();
     void data_print();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     void offerOperations();
-    /// The code of the source that the view acts by, one of its own or not.
+    void move(int button);
+    /// The code that the next activation goes by, one of the view's own or not.
     ShowSource present() const;
     /// The source of a code, null where it is none of this view's.
     const DisplaySource* find(ShowSource code) const;
     RecordsetPtr& cursorOf(ShowSource code) const;
     const RecordsetPtr& wholeCursor() const { return cursorOf(m_description.whole()); }
-    /// The cursor of the present source; null where it is none of this view's.
+    /// The cursor of the source that is shown; null before the first activation.
     RecordsetPtr cursor() const;
+    void takeCustomer();
     void setSource(ShowSource code);
     /// The days of the period that the view shows, in words; empty where it shows the whole table.
     QString periodShown() const;

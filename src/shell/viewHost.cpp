@@ -102,7 +102,7 @@ void ViewHost::closeDialogs() {
 void ViewHost::closeForPurchase() {
     const QHash<QString, OpenWindow> open = m_open;
     for (const OpenWindow& each : open)
-        if (each.window && each.window->closesForPurchase())
+        if (each.window && (each.window->isDialog() || each.window->closesForPurchase()))
             each.window->close();
 }
 
@@ -216,6 +216,7 @@ void ViewHost::windowClosed(const QString& name) {
     restoreMain();
     if (closed.window && closed.window->setsShowSource())
         setShowSource();
+    Q_EMIT windowGone(name);
 }
 
 QString ViewHost::controlText(const QString& view, const QString& control) const {

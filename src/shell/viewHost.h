@@ -52,7 +52,7 @@ public:
     TopWindow* openWindow(const QString& name, MainWindow main);
     /// Brings the main window back beside an open window that had it hidden or disabled.
     void bringBackMain(const QString& beside);
-    /// Closes the windows whose figures a purchase would change.
+    /// Closes the windows whose figures a purchase would change, and all dialogs, as by their own way out.
     void closeForPurchase();
     /// The window of this name, null while it is closed.
     TopWindow* window(const QString& name) const { return m_open.value(name).window; }
@@ -75,6 +75,8 @@ public:
 Q_SIGNALS:
     /// A view was shown; the toolbar and the list of opened views follow.
     void viewShown(const QString& name);
+    /// A window of its own has closed.
+    void windowGone(const QString& name);
 
 private:
     struct OpenWindow {

@@ -149,18 +149,11 @@ statisticFm4::statisticFm4(ViewHost& host, Prompts& prompts)
 
 QLayout* statisticFm4::buildToolbar() {
     auto* row = new QHBoxLayout;
-    const std::tuple<const char16_t*, const char16_t*, void (statisticFm4::*)()> commands[] = {
-        {u"select_time", u"统计时间", &statisticFm4::select_time},
-        {u"whole_show", u"全库统计", &statisticFm4::whole_show},
-        {u"print", u"打印", &statisticFm4::print}};
-    for (const auto& [name, caption, action] : commands) {
-        QPushButton* button = makeButton(QString::fromUtf16(name), QString::fromUtf16(caption), this);
-        connect(button, &QPushButton::clicked, this, action);
-        row->addWidget(button);
-    }
-    QPushButton* back = makeButton(QStringLiteral("return"), QStringLiteral("返回"), this);
-    connect(back, &QPushButton::clicked, this, &QWidget::close);
-    row->addWidget(back);
+    addButtons(row, this,
+               {{u"select_time", u"统计时间", [this] { select_time(); }},
+                {u"whole_show", u"全库统计", [this] { whole_show(); }},
+                {u"print", u"打印", [this] { print(); }},
+                {u"return", u"返回", [this] { close(); }}});
     row->addStretch(1);
     row->addWidget(m_first);
     row->addWidget(m_last);

@@ -76,7 +76,7 @@ void RandomShop::checkCut(const BestClientsQuestion& question, int answer) {
         if (question.ranks ? int(taken.size()) >= answer : sums[measure] / totals[measure] >= double(target))
             break;
     }
-    const CutRows cut = cutBestClients(session(), clients, question, QString::number(answer));
+    const RowsOfTable cut = cutBestClients(session(), clients, question, QString::number(answer));
     writeCut(session(), cut, question.measure);
     EXPECT_EQ(stored(QStringLiteral("SELECT 客户编号 FROM clientTable3 ORDER BY rowid")), taken.join(u';'));
     EXPECT_EQ(session().evaluation[3].value.toInt(), taken.size());

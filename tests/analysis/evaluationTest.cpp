@@ -33,7 +33,7 @@ protected:
             all << each.value + u' ' + each.share;
         return all.join(u'|');
     }
-    CutRows ask(int question, const char* answer) {
+    RowsOfTable ask(int question, const char* answer) {
         const RecordsetPtr clients = clientsToCut(session());
         if (!clients)
             return {};
@@ -110,7 +110,7 @@ TEST_F(EvaluationOf, ACutShowsItsCustomersBeforeTheyAreInTheFileAndTheSameAfter)
     add("2", 30, 4, 2);
     add("3", 60, 1, 3);
     open();
-    const CutRows cut = ask(0, "80");
+    const RowsOfTable cut = ask(0, "80");
     EXPECT_EQ(shown(), u"3 2");
     EXPECT_EQ(books.stored("SELECT 客户编号 FROM clientTable3"), u"");
     EXPECT_EQ(indicators(), u"90 90%|5 71.42%|5 83.33%|2 66.66%");

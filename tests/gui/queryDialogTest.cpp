@@ -190,6 +190,7 @@ TEST_F(QueryDialogs, ThePeriodViewOfAHistoryOffersTheMakerToo) {
     EXPECT_FALSE(opened("searchFm1").entries("List1").contains("厂家"));
     session().showSource = ShowSource(16);
     session().reopen(session().product_Bank2, "Select * From product_Bank");
+    main->host().active()->activate();
     drive->click("Toolbar1(3)");
     EXPECT_TRUE(opened("searchFm1").entries("List1").contains("厂家")) << "the open dialog follows";
 }

@@ -1,6 +1,7 @@
 // All sold goods, and from there down to one product, its buyers and the orders.
 #include "support/drillShop.h"
 
+#include <QApplication>
 #include <QLineEdit>
 
 namespace {
@@ -222,7 +223,7 @@ TEST_F(Sales, OfOneProductAreListedNewestFirstWithoutWhatTheyCost) {
     EXPECT_TRUE(hidden("差额利润"));
     EXPECT_FALSE(hidden("实付"));
     EXPECT_EQ(labels({"Label1", "Label2", "Label3", "Label4", "Label5", "Label6", "Label7", "Label8"}),
-              u"产品编号： p1 品名： 纸 总件数： 10 营业额： 100");
+              u"产品编号： p1 品名 纸 总件数： 10 营业额： 100");
     EXPECT_EQ(session().showSource, ShowSource::Lines) << "that of the view that asked";
 }
 
@@ -401,6 +402,54 @@ TEST_F(Sales, OrdersAreCountedAnewForAPeriodThatTheirWindowAsksFor) {
     EXPECT_EQ(period(), u"2003-6-1/2004-5-21");
 }
 
+TEST_F(Sales, OrdersAreThoseOfTheSalesThatAreSeenAlsoWhileThePeriodDialogStandsOpen) {
+    open();
+    choosePeriod("2004");
+    drive->click("Toolbar1(2)");
+    view().click("orderStatistic");
+    EXPECT_EQ(Driver(*window("statisticFm5")).rows("DataGrid1"), 4);
+}
+
+TEST_F(Sales, OrdersOfALostPeriodAreNone) {
+    open();
+    view().click("orderStatistic");
+    Driver orders(*window("statisticFm5"));
+    orders.click("select_time");
+    Driver dialog(*window("timeDefineFm2"));
+    dialog.pick("Combo1", "2003");
+    dialog.pick("Combo2", "12");
+    dialog.click("Option3");
+    dialog.click("Command1"); // the month 13 loses the copies
+    EXPECT_EQ(orders.rows("DataGrid1"), 0);
+    EXPECT_EQ(orders.text("Label5") + orders.text("Label7") + orders.text("Label9"), u"000");
+    EXPECT_EQ(books.stored("SELECT count(*) FROM orderTable"), u"0");
+}
+
+TEST_F(Sales, OrdersKeepTheDaysThatWereCountedWhateverComesUpBehindTheirWindow) {
+    open();
+    view().click("orderStatistic");
+    Driver orders(*window("statisticFm5"));
+    main->host().show("dataInputFm1");
+    orders.click("print");
+    EXPECT_TRUE(page("print_rs_order").contains("时间：2003-6-1/2004-5-21"));
+}
+
+TEST_F(Sales, CustomersOfAPeriodAreCountedAfterTheEvaluationHasEmptiedTheirCopy) {
+    open();
+    choosePeriod("2004");
+    drive->choose("data_statistic1");
+    drive->choose("show_sales");
+    EXPECT_EQ(figures(), u"90 54 10 3");
+}
+
+TEST_F(Sales, ASearchAfterTheCountOfAProductIsUnderTheTitleOfAll) {
+    open();
+    count("p1");
+    search("客户编号", "2");
+    EXPECT_EQ(of("Label1"), u"已销售产品统计");
+    EXPECT_EQ(figures(), u"30 18 3 1");
+}
+
 TEST_F(Sales, OrdersOfNoSalesOpenNothing) {
     open();
     search("客户编号", "nobody");
@@ -526,14 +575,112 @@ TEST_F(SalesWindow, GoesToTheSalesAndTheBuyersOfItsProductInTheMainWindow) {
     EXPECT_TRUE(window("goodsSalesFm1")->isEnabled());
 }
 
-TEST_F(SalesWindow, ClosesWhenAPurchaseBegins) {
+TEST_F(SalesWindow, ClosesWithEveryDialogWhenAPurchaseBegins) {
     openWindow();
     sales->click("show_sales");
     drive->choose("management_client");
+    sales->click("select_time");
+    drive->choose("show_one_client2");
     view().click("Command7");
-    EXPECT_EQ(window("goodsSalesFm1"), nullptr);
+    for (const char* name : {"goodsSalesFm1", "timeDefineFm2", "order_Form_NumFm1"})
+        EXPECT_EQ(window(name), nullptr) << name;
     ASSERT_NE(window("buyFm1"), nullptr);
+    EXPECT_EQ(session().buyList->Filter(), u"");
     window("buyFm1")->close();
+}
+
+TEST_F(SalesWindow, OpensOnAllLinesWhateverASaleOrASearchHasLeft) {
+    begin();
+    sell("1", "3");
+    chooseInMenu("产品销售显示");
+    sales = std::make_unique<Driver>(*window("goodsSalesFm1"));
+    EXPECT_EQ(sales->rows("DataGrid1"), 7);
+    EXPECT_EQ(totals(), u"15 140");
+}
+
+TEST_F(SalesWindow, ASearchByDateShowsThePeriodInIt) {
+    openWindow();
+    sales->click("search");
+    Driver(*window("searchFm1")).clickItem("List1", "日期");
+    confirmYear("2003");
+    EXPECT_EQ(sales->rows("DataGrid1"), 1);
+    EXPECT_EQ(totals(), u"2 20");
+    sales->click("show_sales");
+    EXPECT_EQ(column("订单号"), u"9001");
+}
+
+TEST_F(SalesWindow, AWholeAskedForInItLeavesTheMainWindowsViewItsRowsAndItsEdits) {
+    openWindow();
+    sales->click("show_sales");
+    drive->choose("show_sales");
+    search("客户编号", "2");
+    sales->click("whole_show");
+    EXPECT_EQ(view().rows("DataGrid1"), 6);
+    view().click("Command1(3)");
+    EXPECT_EQ(of("Text1"), u"6/6") << "the buttons move what is seen";
+    drive->choose("maintain_Data2");
+    view().editCell("DataGrid1", 0, "品名", "typed");
+    sales->click("whole_show");
+    view().click("Command3");
+    EXPECT_EQ(books.stored("SELECT count(*) FROM buyList WHERE 品名 = 'typed'"), u"1");
+}
+
+TEST_F(SalesWindow, FollowsLinesThatAnotherViewHasOpenedAnew) {
+    openWindow();
+    sales->click("show_sales");
+    drive->choose("management_client"); // the register opens its cursors
+    for (int row = 0; row < sales->rows("DataGrid1"); ++row)
+        if (sales->cell("DataGrid1", row, "产品编号") == u"p2")
+            sales->clickCell("DataGrid1", row, "产品编号");
+    sales->click("client_show");
+    EXPECT_EQ(labels({"Label2", "Label4"}), u"p2 笔") << "the row that is seen";
+    sales->click("search");
+    Driver dialog(*window("searchFm1"));
+    dialog.clickItem("List1", "客户编号");
+    dialog.type("Text2", "2");
+    dialog.click("Command1");
+    EXPECT_EQ(sales->rows("DataGrid1"), 2);
+}
+
+TEST_F(SalesWindow, BesideItTheViewInFrontActsOnItsOwnRows) {
+    openWindow();
+    sales->click("show_sales");
+    drive->choose("show_sales");
+    choosePeriod("2004");
+    sales->click("whole_show");
+    EXPECT_EQ(view().rows("DataGrid1"), 5);
+    const QStringList page = print("print_rs9");
+    EXPECT_TRUE(page.contains("营业额：90")) << page.join(u' ').toStdString();
+}
+
+TEST_F(SalesWindow, BesideTheStockStatisticTheViewInFrontStillMoves) {
+    begin();
+    drive->choose("data_statistic1");
+    chooseInMenu("库存统计");
+    drive->choose("show_whole_client");
+    QEvent activated(QEvent::WindowActivate);
+    QApplication::sendEvent(window("statisticFm4"), &activated);
+    EXPECT_EQ(session().showSource, ShowSource::Products);
+    view().click("Command1(3)");
+    EXPECT_EQ(of("Text1"), u"3/3");
+    EXPECT_FALSE(print("showprint_rs1").isEmpty());
+}
+
+TEST_F(SalesWindow, APeriodConfirmedInItLeavesAnOrderInFrontAsItIs) {
+    openWindow();
+    sales->click("show_sales");
+    drive->choose("management_client");
+    chooseClient("1");
+    drive->choose("show_one_client2");
+    Driver(*window("order_Form_NumFm1")).click("Command1");
+    ASSERT_EQ(inFront(), u"tempTable2Fm22");
+    sales->click("select_time");
+    confirmYear("2004");
+    const QStringList page = print("showprint_rs22");
+    EXPECT_TRUE(page.contains("时间：2003-6-1")) << page.join(u' ').toStdString();
+    EXPECT_FALSE(page.contains("2004-1-31")) << "a line of the period";
+    sales->click("whole_show");
+    EXPECT_FALSE(print("showprint_rs22").contains("2004-1-31")) << "nor one of the whole";
 }
 
 } // namespace

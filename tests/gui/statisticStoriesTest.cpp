@@ -44,28 +44,6 @@ protected:
         EXPECT_TRUE(main->isEnabled());
         return texts;
     }
-    /// Sells a number of the product to a customer, at 10 each.
-    void sell(const char* client, const char* quantity) {
-        drive->choose("management_client");
-        if (view().rows("DataGrid1") == 0)
-            view().click("Command4"); // the whole table again
-        for (int row = 0; row < view().rows("DataGrid1"); ++row)
-            if (view().cell("DataGrid1", row, "客户编号") == QString::fromUtf8(client))
-                view().clickCell("DataGrid1", row, "客户编号");
-        view().click("Command7");
-        ASSERT_NE(window("buyFm1"), nullptr);
-        Driver buy(*window("buyFm1"));
-        buy.clickCell("DataGrid1", 0, "品名");
-        buy.type("Text4(10)", quantity);
-        prompts.expectMessage("已记入购物表！");
-        buy.click("Command2");
-        prompts.expectConfirm(QStringLiteral("购买总数量： %1\n总金额：%2\n确认结算吗？")
-                                  .arg(QString::fromUtf8(quantity))
-                                  .arg(10 * QString::fromUtf8(quantity).toInt()),
-                              true);
-        buy.click("Command1");
-        window("buyFm1")->close();
-    }
     const QString kWhole = QStringLiteral("2003-6-1/2004-5-21");
 };
 

@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QListWidget>
+#include <QMenu>
 
 /// The shop of the evaluation with a second product, and the ways down to one customer, order and product.
 /// Customer 1 has order 9001 (2003-6-1) and 9002 (2004-3-5, of two products).
@@ -42,6 +43,13 @@ protected:
                 texts << item.text.trimmed();
         form->close();
         return texts;
+    }
+    /// A command of "营销管理" as the user comes to it: the menu has been open.
+    void chooseBehindItsMenu(const char* command) {
+        QMenu* menu = main->findChild<QAction*>("data_input")->menu();
+        Q_EMIT menu->aboutToShow();
+        Q_EMIT menu->aboutToHide();
+        drive->choose(QString::fromUtf8(command));
     }
     /// The same behind the print button of the main window.
     QStringList print(const char* report) {
