@@ -2,12 +2,12 @@
 
 #include "analysis/analysisPanels.h"
 #include "analysis/clientViews.h"
+#include "analysis/cutDialog.h"
+#include "analysis/cutOnScreen.h"
 #include "analysis/distributionWindow.h"
-#include "analysis/evaluation.h"
 #include "analysis/frequencyWindow.h"
 #include "analysis/periodDialog.h"
 #include "analysis/turnoverView.h"
-#include "controls/longWork.h"
 #include "controls/prompts.h"
 
 namespace {
@@ -42,15 +42,8 @@ void analyse(const BestClientsQuestion& question, ViewHost& host, Prompts& promp
     const auto answer =
         prompts.input(QString::fromUtf16(question.prompt), QString::fromUtf16(question.inputTitle));
     const RecordsetPtr clients = answer && !answer->isEmpty() ? clientsToCut(session) : nullptr;
-    if (!clients)
-        return;
-    const RowsOfTable cut = cutBestClients(session, clients, question, *answer);
-    const QPointer<View> view = host.active();
-    view->rowsReplaced();
-    workAfterPainting(QStringLiteral("正在保存分析结果…"),
-                      [&](const Steps& steps) { writeCut(session, cut, question.measure, steps); });
-    if (view)
-        view->rowsReplaced();
+    if (clients)
+        showCut(host, clients, question, *answer);
 }
 
 void countByGroup(const Distribution& distribution, ViewHost& host) {
@@ -129,6 +122,9 @@ void registerAnalysis(CommandTable& commands, ViewHost& host, Prompts& prompts) 
         host.registerWindow(QString::fromUtf16(name), [&host, &prompts, purpose = purpose] {
             return new PeriodDialog(purpose, host, prompts);
         });
+    for (const CutDialogDescription& each : cutDialogs())
+        host.registerWindow(QString::fromUtf16(each.name),
+                            [&host, &prompts, &each] { return new CutDialog(each, host, prompts); });
     addViews(host, prompts);
     addCommands(commands, host, prompts);
 }
