@@ -37,6 +37,7 @@ public:
         m_reports.insert(name);
     }
     QStringList viewNames() const { return m_views.keys(); }
+    QStringList windowNames() const { return m_windows.keys(); }
     /// Whether a view or window of this name is there.
     bool knows(const QString& name) const { return m_views.contains(name) || m_windows.contains(name); }
 

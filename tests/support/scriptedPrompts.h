@@ -11,9 +11,28 @@
 #include <functional>
 #include <optional>
 
-/// Answers prompts from a queue and remembers what was shown. A prompt nobody expected fails the test.
+/// Answers prompts from a queue and remembers what was shown. A prompt nobody expected fails the test, unless
+/// everything is to be answered.
 class ScriptedPrompts : public Prompts {
 public:
+    /// One prompt that nobody expected: "tell", "confirm", "ask", "input", "save", "open", "font" or
+    /// "printer".
+    struct Said {
+        QString kind;
+        QString title;
+        QString text;
+    };
+    /// How every prompt that nobody expected is answered: by its way out, or by OK, Yes and what was handed
+    /// over for it.
+    struct Answers {
+        bool yes = false;
+        QString input;
+        /// A file for the title of a dialog and its filter.
+        std::function<QString(const QString& title, const QString& filter)> file;
+    };
+    void answerAnything(Answers answers) { m_anything = std::move(answers); }
+    std::vector<Said> said; // what was answered so
+
     ~ScriptedPrompts() override { EXPECT_TRUE(m_expected.empty()) << "not shown: " << next(); }
 
     void expectMessage(const QString& text, const QString& title = QStringLiteral("信息提示")) {
@@ -45,6 +64,7 @@ public:
     bool ask(const QString& text, const QString& title) override { return take("ask", text, title).yes; }
     bool confirmLoss(const QString& text, const QString& what, const QString& title) override {
         loss = what;
+        ++losses;
         return take("confirm", text, title).yes;
     }
     std::optional<bool> askOrLeave(const QString& text, const QString& title) override {
@@ -54,25 +74,26 @@ public:
     std::optional<QString> input(const QString& text, const QString& title) override {
         return take("input", text, title).answer;
     }
-    std::optional<QString> saveFile(const QString&, const QString&, const QString&) override {
+    std::optional<QString> saveFile(const QString& title, const QString& proposal, const QString&) override {
         ++saveQuestions;
-        return saveName;
+        return m_anything ? answerFile("save", title, proposal) : saveName;
     }
-    std::optional<QString> openFile(const QString&, const QString& filter) override {
+    std::optional<QString> openFile(const QString& title, const QString& filter) override {
         fileFilter = filter;
-        return openName;
+        return m_anything ? answerFile("open", title, filter) : openName;
     }
     std::optional<FontChoice> chooseFont(const QString& title, const FontChoice& start) override {
         fontTitles << title;
         fontStart = start;
-        return fontAnswer;
+        return m_anything ? answerChoice("font", title, start) : fontAnswer;
     }
     std::optional<PrinterChoice> setUpPrinter(const QStringList&, const PrinterChoice& start) override {
         printerStart = start;
-        return printerAnswer;
+        return m_anything ? answerChoice("printer", {}, start) : printerAnswer;
     }
 
-    QString loss; // what the last destructive question said would go
+    QString loss;   // what the last destructive question said would go
+    int losses = 0; // how many of them were asked
     std::optional<QString> saveName;
     std::optional<QString> openName;
     QString fileFilter;
@@ -99,6 +120,10 @@ private:
         m_expected.push_back({kind, text, title, yes, false, {}, {}});
     }
     Expected take(const std::string& kind, const QString& text, const QString& title) {
+        if (m_expected.empty() && m_anything) {
+            said.push_back({QString::fromStdString(kind), title, text});
+            return anyAnswer();
+        }
         if (m_expected.empty()) {
             ADD_FAILURE() << "unexpected " << kind << ": " << text.toStdString();
             return {};
@@ -113,5 +138,24 @@ private:
         return expected;
     }
 
+    Expected anyAnswer() const {
+        Expected answer;
+        answer.yes = m_anything->yes;
+        answer.left = !m_anything->yes;
+        if (m_anything->yes)
+            answer.answer = m_anything->input;
+        return answer;
+    }
+    std::optional<QString> answerFile(const char* kind, const QString& title, const QString& what) {
+        said.push_back({QString::fromLatin1(kind), title, {}});
+        return m_anything->yes ? std::optional(m_anything->file(title, what)) : std::nullopt;
+    }
+    template <typename Choice>
+    std::optional<Choice> answerChoice(const char* kind, const QString& title, const Choice& start) {
+        said.push_back({QString::fromLatin1(kind), title, {}});
+        return m_anything->yes ? std::optional(start) : std::nullopt;
+    }
+
     std::deque<Expected> m_expected;
+    std::optional<Answers> m_anything;
 };

@@ -4,6 +4,7 @@
 #include "data/session.h"
 #include "support/printQt.h"
 
+#include <QFile>
 #include <QLocale>
 #include <QTemporaryDir>
 
@@ -13,8 +14,14 @@
 /// by statements of the storage engine; cursors that are open do not see them.
 class TestBooks {
 public:
-    TestBooks() {
-        createDatabase(path());
+    TestBooks()
+        : TestBooks(QString()) {}
+    /// In: a file to be copied; without one the shop is empty.
+    explicit TestBooks(const QString& from) {
+        if (from.isEmpty())
+            createDatabase(path());
+        else
+            QFile::copy(from, path());
         m_session = std::make_unique<Session>(path());
         m_session->appPath = m_folder.path();
         m_session->today = [] { return QDate(2004, 11, 21); };

@@ -1,0 +1,356 @@
+#include "support/walker.h"
+
+#include "app/registry.h"
+#include "app/startUp.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QMenu>
+#include <QStatusBar>
+#include <QtTest/QTest>
+
+namespace {
+
+const QString& menuBarOfMain() {
+    static const QString name = QStringLiteral("MDIForm1");
+    return name;
+}
+
+/// One line of a text that may have more.
+QString inOneLine(QString text) {
+    return text.replace(u"\r\n"_qs, u"\\n"_qs).replace(u'\n', u"\\n"_qs);
+}
+
+/// A number of a text that is the same on every machine, and no order that anybody would think of.
+quint32 mixed(const QString& text) {
+    quint32 number = 2166136261u;
+    for (const QChar each : text)
+        number = (number ^ each.unicode()) * 16777619u;
+    return number;
+}
+
+} // namespace
+
+WalkedProgram::WalkedProgram(const QString& from, bool yes)
+    : books(from) {
+    answer(yes);
+    main = std::make_unique<MDIForm1>(books.session(), prompts);
+    main->endProcess = [this] { ended = true; };
+    registerAll(*main, prompts);
+    main->show();
+    startShop(*main);
+    QCoreApplication::processEvents();
+}
+
+void WalkedProgram::answer(bool yes) {
+    prompts.answerAnything({yes, QStringLiteral("1"), [this](const QString& title, const QString& what) {
+                                return fileFor(title, what);
+                            }});
+}
+
+WalkedProgram::~WalkedProgram() {
+    main.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+QString WalkedProgram::fileFor(const QString& title, const QString& what) {
+    // A file to be written carries its ending in the proposal, one to be read in the title "打开.dbf文件".
+    for (const char* kind : {"dbf", "txt", "xls", "mdb"})
+        if (title.contains(u'.' + QString::fromLatin1(kind)))
+            return QStringLiteral(SAMPLES "/import/customers.") + QString::fromLatin1(kind);
+    return QStringLiteral("%1/%2.%3")
+        .arg(books.session().appPath)
+        .arg(++m_files)
+        .arg(QFileInfo(what).suffix());
+}
+
+QMap<QString, TopWindow*> WalkedProgram::windows() const {
+    QMap<QString, TopWindow*> open;
+    for (QWidget* each : QApplication::topLevelWidgets())
+        if (auto* window = qobject_cast<TopWindow*>(each); window && window->isVisible())
+            open[window->objectName()] = window;
+    return open;
+}
+
+QString WalkedProgram::activeView() const {
+    return main->host().active() ? main->host().active()->name() : QString();
+}
+
+Walker::Walker(const WalkedShop& shop, bool yes)
+    : m_shop(shop)
+    , m_yes(yes)
+    , m_pressables(yes) {
+    makeTemplate();
+}
+
+void Walker::makeTemplate() {
+    TestBooks books;
+    m_shop.fill(books);
+    books.session().cn.execute(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+    QFile::copy(books.path(), m_folder.filePath(QStringLiteral("shop.mdb")));
+}
+
+void Walker::restart() {
+    m_program.reset();
+    m_program = std::make_unique<WalkedProgram>(m_folder.filePath(QStringLiteral("shop.mdb")), m_yes);
+    if (m_shop.prepare)
+        m_shop.prepare(*m_program);
+    if (m_shop.leave)
+        m_shop.leave(*m_program);
+    m_program->prompts.said.clear();
+    m_losses = m_program->prompts.losses;
+}
+
+void Walker::walk() {
+    restart();
+    const QString first = m_program->activeView();
+    reached = {menuBarOfMain(), first};
+    m_waiting = {{menuBarOfMain(), {}}, {first, {}}};
+    while (!m_waiting.empty()) {
+        const Place place = m_waiting.front();
+        m_waiting.pop_front();
+        walkPlace(place);
+    }
+    for (const QString& name : m_shop.withoutRoad)
+        walkPlace({name, {}});
+    const ViewHost& host = m_program->main->host();
+    for (const QString& name : host.viewNames() + host.windowNames())
+        if (!reached.contains(name) && !m_shop.withoutRoad.contains(name))
+            unreached << name;
+    unreached.sort();
+    m_program.reset();
+}
+
+void Walker::walkPlace(const Place& place) {
+    restart();
+    if (!goTo(place)) {
+        m_at = place.road.empty() ? Step{place.name, {}} : place.road.back();
+        return fault(QStringLiteral("the way to %1 is not found again").arg(place.name));
+    }
+    for (const bool shuffled : {false, true})
+        if (!pressAll(place, shuffled))
+            return fault(QStringLiteral("no way back to ") + place.name);
+}
+
+bool Walker::pressAll(const Place& place, bool shuffled) {
+    QSet<QString> pressed;
+    for (;;) {
+        if (!isThere(place.name) && !goTo(place))
+            return false;
+        const std::optional<Pressable> control = next(place.name, pressed, shuffled);
+        if (!control)
+            return true;
+        pressed.insert(control->name);
+        pressAndLook(place, *control);
+    }
+}
+
+std::optional<Pressable> Walker::next(const QString& place, const QSet<QString>& pressed, bool shuffled) {
+    std::optional<Pressable> first;
+    for (Pressable& each : pressables(place)) {
+        const bool menuAgain = shuffled && each.name.startsWith(u"菜单");
+        if (pressed.contains(each.name) || menuAgain || (first && !shuffled))
+            continue;
+        if (!first || mixed(each.name) < mixed(first->name))
+            first = std::move(each);
+    }
+    return first;
+}
+
+bool Walker::isThere(const QString& place) const {
+    const auto open = m_program->windows();
+    if (const auto window = open.find(place); window != open.end())
+        return (*window)->isEnabled();
+    const MDIForm1& main = *m_program->main;
+    if (!main.isVisible() || !main.isEnabled() || !open.isEmpty())
+        return false;
+    // The menu is pressed in the view that the program starts with, and once more in every other view.
+    return m_program->activeView() == (place == menuBarOfMain() ? reached[1] : place);
+}
+
+bool Walker::goTo(const Place& place) {
+    closeAllBut({});
+    checkWayOn();
+    if (follow(place))
+        return true;
+    restart();
+    return follow(place);
+}
+
+bool Walker::follow(const Place& place) {
+    const auto closeBeside = [this](const QString& at) {
+        if (!m_program->windows().contains(at))
+            closeAllBut({});
+    };
+    for (const Step& step : place.road) {
+        closeBeside(step.place);
+        if (!press(step.place, step.control))
+            return false;
+    }
+    closeBeside(place.name);
+    if (m_shop.withoutRoad.contains(place.name) && !isThere(place.name)) {
+        m_program->main->host().openWindow(place.name, ViewHost::MainWindow::Stays);
+        QCoreApplication::processEvents();
+    }
+    if (m_shop.leave)
+        m_shop.leave(*m_program);
+    m_program->prompts.said.clear();
+    m_losses = m_program->prompts.losses;
+    return isThere(place.name);
+}
+
+std::vector<Pressable> Walker::pressables(const QString& place) {
+    MDIForm1& main = *m_program->main;
+    if (place == menuBarOfMain())
+        return Pressables::inMenuBar(main);
+    if (TopWindow* window = m_program->windows().value(place)) {
+        std::vector<Pressable> all = m_pressables.in(*window, place);
+        all.push_back({QStringLiteral("Esc"), [window] { QTest::keyClick(window, Qt::Key_Escape); }});
+        all.push_back({QStringLiteral("关闭框"), [window] { window->close(); }});
+        return all;
+    }
+    if (m_program->activeView() != place)
+        return {};
+    std::vector<Pressable> all = m_pressables.in(*main.host().active(), place);
+    for (Pressable& each : m_pressables.in(*main.findChild<QWidget*>(QStringLiteral("Toolbar1")), place))
+        all.push_back(std::move(each));
+    for (Pressable& each : Pressables::inMenuBar(main))
+        all.push_back(std::move(each));
+    return all;
+}
+
+bool Walker::press(const QString& place, const QString& control) {
+    for (const Pressable& each : pressables(place))
+        if (each.name == control) {
+            press(each);
+            return true;
+        }
+    return false;
+}
+
+void Walker::press(const Pressable& control) {
+    try {
+        control.press();
+        QCoreApplication::processEvents();
+    } catch (const std::exception& thrown) {
+        fault(QStringLiteral("exception ") + QString::fromUtf8(thrown.what()));
+    }
+}
+
+void Walker::pressAndLook(const Place& place, const Pressable& control) {
+    const auto open = m_program->windows();
+    const Seen before{QSet<QString>(open.keyBegin(), open.keyEnd()), m_program->activeView()};
+    m_at = {place.name, control.name};
+    m_program->main->statusBar()->clearMessage();
+    press(control);
+    QStringList words = outcome(before);
+    checkForeignWindows();
+    checkSomethingUsable();
+    meet(before, place, m_at);
+    closeAllBut(before.windows);
+    takeSaid(words);
+    checkWayOn();
+    log << QStringLiteral("%1 -> %2").arg(at(), words.join(QStringLiteral("; ")));
+    if (m_yes && m_program->prompts.losses != m_losses)
+        restart(); // what was deleted would be missing for the next control
+}
+
+QStringList Walker::outcome(const Seen& before) {
+    QStringList words;
+    const auto open = m_program->windows();
+    for (auto each = open.begin(); each != open.end(); ++each)
+        if (!before.windows.contains(each.key()))
+            words << QStringLiteral("opens ") + each.key();
+    for (const QString& each : before.windows)
+        if (!open.contains(each))
+            words << QStringLiteral("closes ") + each;
+    if (m_program->activeView() != before.view)
+        words << QStringLiteral("shows ") + m_program->activeView();
+    if (const QString status = m_program->main->statusBar()->currentMessage(); !status.isEmpty()) {
+        words << QStringLiteral("status: ") + status;
+        if (status.contains(QStringLiteral("还没有做好")))
+            said.insert(status, at());
+    }
+    if (std::exchange(m_program->ended, false))
+        words << QStringLiteral("ends the program");
+    takeSaid(words);
+    return words;
+}
+
+void Walker::takeSaid(QStringList& words) {
+    for (const ScriptedPrompts::Said& each : std::exchange(m_program->prompts.said, {})) {
+        const QString text = QStringLiteral("%1 [%2] %3").arg(each.kind, each.title, inOneLine(each.text));
+        words << text;
+        if (!said.contains(text))
+            said.insert(text, at());
+    }
+}
+
+void Walker::meet(const Seen& before, const Place& from, const Step& step) {
+    QStringList names = m_program->windows().keys();
+    if (m_program->activeView() != before.view)
+        names.prepend(m_program->activeView());
+    for (const QString& name : names) {
+        if (name.isEmpty() || before.windows.contains(name) || reached.contains(name))
+            continue;
+        reached << name;
+        m_waiting.push_back({name, from.road});
+        m_waiting.back().road.push_back(step);
+    }
+}
+
+void Walker::closeAllBut(const QSet<QString>& kept) {
+    for (const QString& name : m_program->windows().keys())
+        if (!kept.contains(name))
+            close(name);
+}
+
+void Walker::close(const QString& window) {
+    const auto closed = [this, &window](bool yes) {
+        m_program->answer(yes);
+        if (TopWindow* open = m_program->windows().value(window))
+            open->close();
+        QCoreApplication::processEvents();
+        m_program->answer(m_yes);
+        return !m_program->windows().contains(window);
+    };
+    // A window that asks may be kept open by the answer; the other one must let it go.
+    if (!closed(m_yes) && !closed(!m_yes))
+        fault(QStringLiteral("%1 cannot be closed").arg(window));
+}
+
+void Walker::checkWayOn() {
+    const MDIForm1& main = *m_program->main;
+    if (m_program->activeView().isEmpty())
+        fault(QStringLiteral("no view is left"));
+    if (!m_program->windows().isEmpty())
+        return;
+    if (!main.isVisible())
+        fault(QStringLiteral("the main window stays hidden"));
+    if (!main.isEnabled())
+        fault(QStringLiteral("the main window stays disabled"));
+}
+
+void Walker::checkForeignWindows() {
+    for (QWidget* each : QApplication::topLevelWidgets()) {
+        if (!each->isVisible() || each == m_program->main.get() || qobject_cast<TopWindow*>(each))
+            continue;
+        if (!qobject_cast<QMenu*>(each) && each->windowType() != Qt::ToolTip)
+            fault(QStringLiteral("%1 “%2” is open")
+                      .arg(QString::fromLatin1(each->metaObject()->className()), each->windowTitle()));
+        each->close();
+    }
+}
+
+void Walker::checkSomethingUsable() {
+    bool usable = m_program->main->isVisible() && m_program->main->isEnabled();
+    for (const TopWindow* each : m_program->windows())
+        usable = usable || each->isEnabled();
+    if (!usable)
+        fault(QStringLiteral("nothing takes input"));
+}
+
+void Walker::fault(const QString& what) {
+    faults << at() + QStringLiteral(": ") + what;
+}
