@@ -15,12 +15,13 @@ namespace {
 void fillShop(TestBooks& books) {
     for (int i = 1; i <= 4; ++i) {
         const QString number = QString::number(i);
-        books.addClient(number, u"单位"_qs + number, u"联系人"_qs + number);
+        books.addClient(number, QStringLiteral("单位") + number, QStringLiteral("联系人") + number);
         books.changeBehind(QStringLiteral("UPDATE clientTable SET 地区 = '%2', 行业 = '%3', "
                                           "业务员编号 = '%4', 客户级别 = 'A' WHERE 客户编号 = '%1'")
-                               .arg(number, i < 3 ? u"北京"_qs : u"上海"_qs, i % 2 ? u"纸"_qs : u"墨"_qs,
-                                    i < 4 ? u"甲"_qs : u"乙"_qs));
-        books.addProduct(number, u"产品"_qs + number, i == 4 ? 0 : i == 3 ? 1 : 100, 4, 10);
+                               .arg(number, i < 3 ? QStringLiteral("北京") : QStringLiteral("上海"),
+                                    i % 2 ? QStringLiteral("纸") : QStringLiteral("墨"),
+                                    i < 4 ? QStringLiteral("甲") : QStringLiteral("乙")));
+        books.addProduct(number, QStringLiteral("产品") + number, i == 4 ? 0 : i == 3 ? 1 : 100, 4, 10);
     }
     const std::tuple<const char*, const char*, const char*, const char*> lines[] = {
         {"1", "1", "1", "2003-06-01"}, {"1", "1", "2", "2003-06-01"}, {"2", "1", "1", "2004-03-05"},
@@ -37,49 +38,19 @@ void fillShop(TestBooks& books) {
                     .arg(QString::fromLatin1(table), QString::fromLatin1(date)));
 }
 
-QString walkFile(const QString& name) {
-    QDir folder(QCoreApplication::applicationDirPath());
-    folder.mkpath(QStringLiteral("walk"));
-    return folder.filePath(QStringLiteral("walk/%1.txt").arg(name));
-}
-
-void walkThrough(const WalkedShop& shop, bool yes) {
-    Walker walker(shop, yes);
-    walker.walk();
-    QStringList lines = walker.log;
-    lines.sort();
-    QFile file(walkFile(shop.name + (yes ? u"-yes"_qs : u"-no"_qs)));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(lines.join(u'\n').toUtf8() + '\n');
-    std::printf("%d controls pressed, %d places\n", int(lines.size()), int(walker.reached.size()));
-    for (const QString& each : walker.faults)
-        ADD_FAILURE() << each.toStdString();
-    for (auto each = walker.said.begin(); each != walker.said.end(); ++each)
-        std::printf("said: %s   (%s)\n", qPrintable(each.key()), qPrintable(each.value()));
-    std::printf("%s\n unreached %s", qPrintable(walker.reached.join(u' ')),
-                qPrintable(walker.unreached.join(u' ')));
-}
-
-const QStringList kWithoutRoad{u"timeDefineFm1"_qs, u"clientNumFm1"_qs, u"clientPercentFm1"_qs,
-                               u"listProductFm2"_qs, u"product_displayFm1"_qs};
-
-const WalkedShop kFilled{u"filled"_qs, fillShop, {}, {}, kWithoutRoad};
-const WalkedShop kEmpty{u"empty"_qs, [](TestBooks&) {}, {}, {}, kWithoutRoad};
-
-/// Confirms the year 2004 as the period of every view that has one.
-void confirmPeriods(WalkedProgram& program) {
-    ViewHost& host = program.main->host();
-    for (const ToolbarRow& row : toolbarTable()) {
-        if (!row.serves(ViewOperation::Time_AA) || !host.knows(row.view.toString()))
-            continue;
-        host.show(row.view.toString());
-        Driver(*program.main).click("Toolbar1(2)");
-        Driver time(*host.window("timeDefineFm2"));
-        time.pick("Combo1", "2004");
-        time.click("Option5");
-        time.click("Command1");
-    }
-    host.show("dataInputFm1");
+/// Confirms the year 2004 as the period of the view in front, if that has one.
+void confirmPeriod(WalkedProgram& program) {
+    Driver main(*program.main);
+    if (!main.find<QWidget>("Toolbar1(2)")->isEnabled())
+        return;
+    main.click("Toolbar1(2)");
+    TopWindow* dialog = program.main->host().window("timeDefineFm2");
+    if (!dialog)
+        return;
+    Driver time(*dialog);
+    time.pick("Combo1", "2004");
+    time.click("Option5");
+    time.click("Command1");
     QCoreApplication::processEvents();
 }
 
@@ -90,39 +61,149 @@ void leaveSearch(WalkedProgram& program, const char* condition) {
             cursor->setFilter(QString::fromUtf8(condition));
 }
 
-/// A period is confirmed, and searches show one customer and one product.
-const WalkedShop kFiltered{u"filtered"_qs,
-                           fillShop,
-                           confirmPeriods,
-                           [](WalkedProgram& program) { leaveSearch(program, "流水号 = 1"); },
-                           {}};
-/// Searches show nobody and nothing.
-const WalkedShop kNoHits{
-    u"no-hits"_qs, fillShop, {}, [](WalkedProgram& program) { leaveSearch(program, "流水号 = 99"); }, {}};
+/// Windows that nothing opens; they are walked all the same.
+const QStringList kWithoutRoad{QStringLiteral("timeDefineFm1"), QStringLiteral("clientNumFm1"),
+                               QStringLiteral("clientPercentFm1"), QStringLiteral("listProductFm2"),
+                               QStringLiteral("product_displayFm1")};
 
-TEST(Walk, FilledShopAllCancelled) {
-    walkThrough(kFilled, false);
+const WalkedShop kShops[] = {
+    {QStringLiteral("filled"), fillShop, {}, kWithoutRoad},
+    {QStringLiteral("empty"), [](TestBooks&) {}, {}, kWithoutRoad},
+    // A period is confirmed in every view that has one, and searches show one customer and one product.
+    {QStringLiteral("searched"),
+     fillShop,
+     [](WalkedProgram& program) {
+         confirmPeriod(program);
+         leaveSearch(program, "流水号 = 1");
+     },
+     {}},
+    // Searches show nobody and nothing.
+    {QStringLiteral("no-hits"),
+     fillShop,
+     [](WalkedProgram& program) { leaveSearch(program, "流水号 = 99"); },
+     {}},
+};
+
+/// What the program may say, and in which of the shops (by their first letters).
+struct Expected {
+    const char16_t* text;
+    const char* shops;
+};
+constexpr Expected kExpected[] = {
+    {u"confirm [信息提示] 确实要删除全库记录吗？", "fesn"},
+    {u"confirm [信息提示] 确实要删除此记录吗？", "fsn"},
+    {u"confirm [信息提示] 确实要删除该记录吗？", "fsn"},
+    {u"confirm [信息提示] 确实要退出该系统吗？", "fesn"},
+    {u"confirm [信息提示] 确认要删除该记录吗？", "fs"},
+    {u"confirm [信息提示] 该产品将增加数：1", "fsn"},
+    {u"confirm [删除提示] 确实要删除该订单吗？", "fsn"},
+    {u"confirm [删除提示] 确实要删除该记录吗？", "fsn"},
+    {u"confirm [删除提示] 确实要删除该记录吗？该客户的购买信息也将同时被删除！", "fsn"},
+    {u"font [内容字符] ", "fsn"},
+    {u"font [字段名字符] ", "fsn"},
+    {u"font [标题字符] ", "fsn"},
+    {u"font [表头字符] ", "fsn"},
+    {u"input [按差额利润百分率确定客户数] 占总差额利润百分率的客户数，请输入1到100的整数！", "fsn"},
+    {u"input [按差额利润确定客户数] 最高差额利润客户数，请输入1到100的整数！", "fsn"},
+    {u"input [按购买量确定客户数] 最高购买量客户数，请输入1到100的整数！", "fsn"},
+    {u"input [按购买金额确定客户数] 最高购买金额客户数，请输入1到100的整数！", "fsn"},
+    {u"input [按销售量百分率确定客户数] 占总销售量百分率的客户数，请输入1到100的整数！", "fsn"},
+    {u"input [按销售额的百分率确定客户数] 占总销售额百分率的客户数，请输入1到100的整数！", "fsn"},
+    {u"input [查询输入] 请输入产品编号：", "fe"},
+    {u"input [标题输入] 请输入标题：", "fsn"},
+    {u"input [输入数字] 请输入产品数量：", "fsn"},
+    {u"open [打开.dbf文件] ", "fesn"},
+    {u"open [打开.mdb文件] ", "fesn"},
+    {u"open [打开.txt文件] ", "fesn"},
+    {u"open [打开.xls文件] ", "fesn"},
+    {u"printer [] ", "fsn"},
+    {u"save [保存图片] ", "fsn"},
+    {u"save [导出 CSV] ", "fsn"},
+    {u"save [导出 PDF] ", "fsn"},
+    {u"save [没有打印机：打印到 PDF 文件] ", "fsn"},
+    {u"save [选择目标文件] ", "fesn"},
+    {u"tell [信息提示 ] 所有产品库存数大于2", "e"},
+    {u"tell [信息提示] 备份成功！", "fesn"},
+    {u"tell [信息提示] 已记入购物表！", "fs"},
+    {u"tell [信息提示] 库存中无此产品", "sn"},
+    {u"tell [信息提示] 总计购物数：2\\n总计金额数：20", "fsn"},
+    {u"tell [信息提示] 总计购物数：4\\n总计金额数：21.98", "fsn"},
+    {u"tell [信息提示] 数据已保存！", "fesn"},
+    {u"tell [信息提示] 无数字，请输入", "fe"},
+    {u"tell [信息提示] 查询结果为零！", "e"},
+    {u"tell [信息提示] 正在添加新产品，不能执行此操作！", "fesn"},
+    {u"tell [信息提示] 正在添加新客户，不能执行此操作！", "fesn"},
+    {u"tell [信息提示] 该产品已售完！", "fs"},
+    {u"tell [信息提示] 请先显示业务员业绩统计！", "fesn"},
+    {u"tell [信息提示] 请输入‘品名’！", "fesn"},
+    {u"tell [信息提示] 请输入产品调拨数量！", "fs"},
+    {u"tell [信息提示] 请输入报废数量！", "fs"},
+    {u"tell [信息提示] 请输入查寻内容！", "fs"},
+    {u"tell [信息提示] 请输入第二个比较时间！", "fs"},
+    {u"tell [信息提示] 请输入订单号！", "fs"},
+    {u"tell [信息提示] 请输入退货数量！", "fs"},
+    {u"tell [信息提示] 请选择字段名！", "fs"},
+    {u"tell [信息提示] 请选择年份！", "fes"},
+    {u"tell [信息提示] 请选择排序字段！", "fs"},
+};
+
+/// Commands that are still to come: to be taken out with the last of them.
+constexpr const char16_t* kNotYet[] = {u"产品销售显示",       u"单个客户购买统计", u"打印订单明细",
+                                       u"该产品客户资料显示", u"该产品销售显示",   u"该客户订单明细显示",
+                                       u"该客户购物清单显示"};
+
+bool isExpected(const QString& text, const WalkedShop& shop) {
+    for (const char16_t* each : kNotYet)
+        if (text ==
+            QStringLiteral("“") + QString::fromUtf16(each) + QStringLiteral("”还没有做好，以后的版本提供。"))
+            return true;
+    for (const Expected& each : kExpected)
+        if (text == QString::fromUtf16(each.text) && QString::fromLatin1(each.shops).contains(shop.name[0]))
+            return true;
+    return false;
 }
-TEST(Walk, FilledShopAllConfirmed) {
-    walkThrough(kFilled, true);
+
+/// Writes what was pressed beside the test, and prints it.
+void report(const Walker& walker, const QString& name) {
+    QStringList lines = walker.log;
+    lines.sort();
+    lines << QStringLiteral("not reached: ") + walker.unreached.join(u' ');
+    for (auto each = walker.said.begin(); each != walker.said.end(); ++each)
+        lines << QStringLiteral("said: %1 (%2)").arg(each.key(), each.value());
+    const QByteArray text = lines.join(u'\n').toUtf8() + '\n';
+    const QDir folder(QCoreApplication::applicationDirPath());
+    folder.mkpath(QStringLiteral("walk"));
+    QFile file(folder.filePath(QStringLiteral("walk/%1.txt").arg(name)));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    std::printf("%s%d controls pressed in %d places, see %s\n", text.constData(), int(walker.log.size()),
+                int(walker.reached.size()), qPrintable(file.fileName()));
 }
-TEST(Walk, EmptyShopAllCancelled) {
-    walkThrough(kEmpty, false);
+
+class Walk : public testing::TestWithParam<std::tuple<int, bool>> {};
+
+TEST_P(Walk, FindsNoDeadEndAndNoUnexpectedMessage) {
+    const WalkedShop& shop = kShops[std::get<0>(GetParam())];
+    const bool yes = std::get<1>(GetParam());
+    Walker walker(shop, yes);
+    walker.walk();
+    report(walker, shop.name + (yes ? QStringLiteral("-confirmed") : QStringLiteral("-cancelled")));
+    for (const QString& each : walker.faults)
+        ADD_FAILURE() << each.toStdString();
+    for (auto each = walker.said.begin(); each != walker.said.end(); ++each)
+        EXPECT_TRUE(isExpected(each.key(), shop))
+            << "said: " << each.key().toStdString() << " (" << each.value().toStdString() << ")";
+    if (shop.name == u"filled")
+        for (const QString& each : walker.unreached)
+            EXPECT_FALSE(walker.viewNames.contains(each)) << "no road to " << each.toStdString();
 }
-TEST(Walk, EmptyShopAllConfirmed) {
-    walkThrough(kEmpty, true);
+
+std::string nameOfWalk(const testing::TestParamInfo<std::tuple<int, bool>>& info) {
+    static const char* const shops[] = {"FilledShop", "EmptyShop", "SearchedShop", "ShopWithoutHits"};
+    return std::string(shops[std::get<0>(info.param)]) +
+           (std::get<1>(info.param) ? "AllConfirmed" : "AllCancelled");
 }
-TEST(Walk, FilteredShopAllCancelled) {
-    walkThrough(kFiltered, false);
-}
-TEST(Walk, FilteredShopAllConfirmed) {
-    walkThrough(kFiltered, true);
-}
-TEST(Walk, ShopWithoutHitsAllCancelled) {
-    walkThrough(kNoHits, false);
-}
-TEST(Walk, ShopWithoutHitsAllConfirmed) {
-    walkThrough(kNoHits, true);
-}
+
+INSTANTIATE_TEST_SUITE_P(Shops, Walk, testing::Combine(testing::Range(0, 4), testing::Bool()), nameOfWalk);
 
 } // namespace

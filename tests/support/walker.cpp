@@ -19,15 +19,7 @@ const QString& menuBarOfMain() {
 
 /// One line of a text that may have more.
 QString inOneLine(QString text) {
-    return text.replace(u"\r\n"_qs, u"\\n"_qs).replace(u'\n', u"\\n"_qs);
-}
-
-/// A number of a text that is the same on every machine, and no order that anybody would think of.
-quint32 mixed(const QString& text) {
-    quint32 number = 2166136261u;
-    for (const QChar each : text)
-        number = (number ^ each.unicode()) * 16777619u;
-    return number;
+    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\\n")).replace(u'\n', QStringLiteral("\\n"));
 }
 
 } // namespace
@@ -94,9 +86,11 @@ void Walker::makeTemplate() {
 void Walker::restart() {
     m_program.reset();
     m_program = std::make_unique<WalkedProgram>(m_folder.filePath(QStringLiteral("shop.mdb")), m_yes);
-    if (m_shop.prepare)
-        m_shop.prepare(*m_program);
-    if (m_shop.leave)
+    leaveOn();
+}
+
+void Walker::leaveOn() {
+    if (m_leavesOn && m_shop.leave && m_program->windows().isEmpty())
         m_shop.leave(*m_program);
     m_program->prompts.said.clear();
     m_losses = m_program->prompts.losses;
@@ -115,7 +109,8 @@ void Walker::walk() {
     for (const QString& name : m_shop.withoutRoad)
         walkPlace({name, {}});
     const ViewHost& host = m_program->main->host();
-    for (const QString& name : host.viewNames() + host.windowNames())
+    viewNames = host.viewNames();
+    for (const QString& name : viewNames + host.windowNames())
         if (!reached.contains(name) && !m_shop.withoutRoad.contains(name))
             unreached << name;
     unreached.sort();
@@ -123,22 +118,23 @@ void Walker::walk() {
 }
 
 void Walker::walkPlace(const Place& place) {
+    m_leavesOn = true;
     restart();
     if (!goTo(place)) {
         m_at = place.road.empty() ? Step{place.name, {}} : place.road.back();
         return fault(QStringLiteral("the way to %1 is not found again").arg(place.name));
     }
-    for (const bool shuffled : {false, true})
-        if (!pressAll(place, shuffled))
+    for (const bool backwards : {false, true})
+        if (!pressAll(place, backwards))
             return fault(QStringLiteral("no way back to ") + place.name);
 }
 
-bool Walker::pressAll(const Place& place, bool shuffled) {
+bool Walker::pressAll(const Place& place, bool backwards) {
     QSet<QString> pressed;
     for (;;) {
         if (!isThere(place.name) && !goTo(place))
             return false;
-        const std::optional<Pressable> control = next(place.name, pressed, shuffled);
+        const std::optional<Pressable> control = next(place.name, pressed, backwards);
         if (!control)
             return true;
         pressed.insert(control->name);
@@ -146,16 +142,17 @@ bool Walker::pressAll(const Place& place, bool shuffled) {
     }
 }
 
-std::optional<Pressable> Walker::next(const QString& place, const QSet<QString>& pressed, bool shuffled) {
-    std::optional<Pressable> first;
+std::optional<Pressable> Walker::next(const QString& place, const QSet<QString>& pressed, bool backwards) {
+    std::optional<Pressable> found;
     for (Pressable& each : pressables(place)) {
-        const bool menuAgain = shuffled && each.name.startsWith(u"菜单");
-        if (pressed.contains(each.name) || menuAgain || (first && !shuffled))
+        // The menu is the same everywhere: once in every view is enough.
+        if (pressed.contains(each.name) || (backwards && each.name.startsWith(u"菜单")))
             continue;
-        if (!first || mixed(each.name) < mixed(first->name))
-            first = std::move(each);
+        found = std::move(each);
+        if (!backwards)
+            break;
     }
-    return first;
+    return found;
 }
 
 bool Walker::isThere(const QString& place) const {
@@ -175,6 +172,13 @@ bool Walker::goTo(const Place& place) {
     if (follow(place))
         return true;
     restart();
+    if (follow(place))
+        return true;
+    if (!m_shop.leave)
+        return false;
+    // It was found behind a press that took off again what had been left on.
+    m_leavesOn = false;
+    restart();
     return follow(place);
 }
 
@@ -187,16 +191,13 @@ bool Walker::follow(const Place& place) {
         closeBeside(step.place);
         if (!press(step.place, step.control))
             return false;
+        leaveOn();
     }
     closeBeside(place.name);
     if (m_shop.withoutRoad.contains(place.name) && !isThere(place.name)) {
         m_program->main->host().openWindow(place.name, ViewHost::MainWindow::Stays);
         QCoreApplication::processEvents();
     }
-    if (m_shop.leave)
-        m_shop.leave(*m_program);
-    m_program->prompts.said.clear();
-    m_losses = m_program->prompts.losses;
     return isThere(place.name);
 }
 

@@ -31,12 +31,11 @@ private:
     int m_files = 0;
 };
 
-/// A kind of shop: how its books are filled, and what is left behind by the work before the walk.
+/// A kind of shop: how its books are filled, and what earlier work has left on in it.
 struct WalkedShop {
     QString name;
     std::function<void(TestBooks&)> fill;
-    std::function<void(WalkedProgram&)> prepare;
-    std::function<void(WalkedProgram&)> leave; // what is left on again wherever the walk begins or goes on
+    std::function<void(WalkedProgram&)> leave; // run at the start and behind every step of a road
     QStringList withoutRoad;                   // windows that nothing opens and that are walked all the same
 };
 
@@ -52,6 +51,7 @@ public:
     QStringList log;             // "view / control -> what opened or was said", in the order of the walk
     QStringList faults;          // each with the control behind which it stood
     QMap<QString, QString> said; // messages and questions, each with the control that it came from first
+    QStringList viewNames;       // all that the program has
     QStringList unreached;       // views and windows that no press led to
     QStringList reached;         // views and windows, in the order in which they were met
 
@@ -73,10 +73,11 @@ private:
 
     void makeTemplate();
     void restart();
+    void leaveOn();
     void walkPlace(const Place& place);
-    /// The control to be pressed next, none when all were; in the second round they come in another order.
-    std::optional<Pressable> next(const QString& place, const QSet<QString>& pressed, bool shuffled);
-    bool pressAll(const Place& place, bool shuffled);
+    /// The control to be pressed next, none when all were; the second round goes backwards.
+    std::optional<Pressable> next(const QString& place, const QSet<QString>& pressed, bool backwards);
+    bool pressAll(const Place& place, bool backwards);
     /// To the place by its road, in the program as it stands or in a fresh one.
     bool goTo(const Place& place);
     bool follow(const Place& place);
@@ -104,4 +105,5 @@ private:
     std::deque<Place> m_waiting;
     Step m_at;
     int m_losses = 0;
+    bool m_leavesOn = true;
 };
