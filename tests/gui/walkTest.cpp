@@ -67,8 +67,8 @@ const QStringList kWithoutRoad{QStringLiteral("timeDefineFm1"), QStringLiteral("
                                QStringLiteral("product_displayFm1")};
 
 const WalkedShop kShops[] = {
-    {QStringLiteral("filled"), fillShop, {}, kWithoutRoad},
-    {QStringLiteral("empty"), [](TestBooks&) {}, {}, kWithoutRoad},
+    {QStringLiteral("filled"), fillShop, {}, true, kWithoutRoad},
+    {QStringLiteral("empty"), [](TestBooks&) {}, {}, false, kWithoutRoad},
     // A period is confirmed in every view that has one, and searches show one customer and one product.
     {QStringLiteral("searched"),
      fillShop,
@@ -76,11 +76,13 @@ const WalkedShop kShops[] = {
          confirmPeriod(program);
          leaveSearch(program, "流水号 = 1");
      },
+     false,
      {}},
     // Searches show nobody and nothing.
     {QStringLiteral("no-hits"),
      fillShop,
      [](WalkedProgram& program) { leaveSearch(program, "流水号 = 99"); },
+     false,
      {}},
 };
 
@@ -94,7 +96,7 @@ constexpr Expected kExpected[] = {
     {u"confirm [信息提示] 确实要删除此记录吗？", "fsn"},
     {u"confirm [信息提示] 确实要删除该记录吗？", "fsn"},
     {u"confirm [信息提示] 确实要退出该系统吗？", "fesn"},
-    {u"confirm [信息提示] 确认要删除该记录吗？", "fs"},
+    {u"confirm [信息提示] 确认要删除该记录吗？", "fsn"},
     {u"confirm [信息提示] 该产品将增加数：1", "fsn"},
     {u"confirm [删除提示] 确实要删除该订单吗？", "fsn"},
     {u"confirm [删除提示] 确实要删除该记录吗？", "fsn"},
@@ -124,7 +126,7 @@ constexpr Expected kExpected[] = {
     {u"save [选择目标文件] ", "fesn"},
     {u"tell [信息提示 ] 所有产品库存数大于2", "e"},
     {u"tell [信息提示] 备份成功！", "fesn"},
-    {u"tell [信息提示] 已记入购物表！", "fs"},
+    {u"tell [信息提示] 已记入购物表！", "fsn"},
     {u"tell [信息提示] 库存中无此产品", "sn"},
     {u"tell [信息提示] 总计购物数：2\\n总计金额数：20", "fsn"},
     {u"tell [信息提示] 总计购物数：4\\n总计金额数：21.98", "fsn"},
@@ -133,18 +135,18 @@ constexpr Expected kExpected[] = {
     {u"tell [信息提示] 查询结果为零！", "e"},
     {u"tell [信息提示] 正在添加新产品，不能执行此操作！", "fesn"},
     {u"tell [信息提示] 正在添加新客户，不能执行此操作！", "fesn"},
-    {u"tell [信息提示] 该产品已售完！", "fs"},
+    {u"tell [信息提示] 该产品已售完！", "fsn"},
     {u"tell [信息提示] 请先显示业务员业绩统计！", "fesn"},
     {u"tell [信息提示] 请输入‘品名’！", "fesn"},
-    {u"tell [信息提示] 请输入产品调拨数量！", "fs"},
-    {u"tell [信息提示] 请输入报废数量！", "fs"},
-    {u"tell [信息提示] 请输入查寻内容！", "fs"},
-    {u"tell [信息提示] 请输入第二个比较时间！", "fs"},
-    {u"tell [信息提示] 请输入订单号！", "fs"},
-    {u"tell [信息提示] 请输入退货数量！", "fs"},
-    {u"tell [信息提示] 请选择字段名！", "fs"},
-    {u"tell [信息提示] 请选择年份！", "fes"},
-    {u"tell [信息提示] 请选择排序字段！", "fs"},
+    {u"tell [信息提示] 请输入产品调拨数量！", "fsn"},
+    {u"tell [信息提示] 请输入报废数量！", "fsn"},
+    {u"tell [信息提示] 请输入查寻内容！", "fsn"},
+    {u"tell [信息提示] 请输入第二个比较时间！", "fsn"},
+    {u"tell [信息提示] 请输入订单号！", "fsn"},
+    {u"tell [信息提示] 请输入退货数量！", "fsn"},
+    {u"tell [信息提示] 请选择字段名！", "fsn"},
+    {u"tell [信息提示] 请选择年份！", "fesn"},
+    {u"tell [信息提示] 请选择排序字段！", "fsn"},
 };
 
 /// Commands that are still to come: to be taken out with the last of them.
@@ -193,9 +195,9 @@ TEST_P(Walk, FindsNoDeadEndAndNoUnexpectedMessage) {
     for (auto each = walker.said.begin(); each != walker.said.end(); ++each)
         EXPECT_TRUE(isExpected(each.key(), shop))
             << "said: " << each.key().toStdString() << " (" << each.value().toStdString() << ")";
-    if (shop.name == u"filled")
-        for (const QString& each : walker.unreached)
-            EXPECT_FALSE(walker.viewNames.contains(each)) << "no road to " << each.toStdString();
+    for (const QString& each : walker.unreached)
+        EXPECT_FALSE(shop.name == u"filled" && walker.viewNames.contains(each))
+            << "no road to " << each.toStdString();
 }
 
 std::string nameOfWalk(const testing::TestParamInfo<std::tuple<int, bool>>& info) {

@@ -124,9 +124,19 @@ void Walker::walkPlace(const Place& place) {
         m_at = place.road.empty() ? Step{place.name, {}} : place.road.back();
         return fault(QStringLiteral("the way to %1 is not found again").arg(place.name));
     }
-    for (const bool backwards : {false, true})
-        if (!pressAll(place, backwards))
-            return fault(QStringLiteral("no way back to ") + place.name);
+    // What is confirmed can be stuck in more ways: then everything is pressed in the other order, too, in one
+    // window of each class.
+    if (!pressAll(place, false) || (m_yes && isNewClass(place.name) && !pressAll(place, true)))
+        fault(QStringLiteral("no way back to ") + place.name);
+}
+
+bool Walker::isNewClass(const QString& place) {
+    const TopWindow* window = m_program->windows().value(place);
+    if (!window)
+        return true;
+    const auto known = m_classes.size();
+    m_classes.insert(window->metaObject()->className());
+    return m_classes.size() > known;
 }
 
 bool Walker::pressAll(const Place& place, bool backwards) {
@@ -162,7 +172,7 @@ bool Walker::isThere(const QString& place) const {
     const MDIForm1& main = *m_program->main;
     if (!main.isVisible() || !main.isEnabled() || !open.isEmpty())
         return false;
-    // The menu is pressed in the view that the program starts with, and once more in every other view.
+    // The menu is pressed in the view that the program starts with.
     return m_program->activeView() == (place == menuBarOfMain() ? reached[1] : place);
 }
 
@@ -216,8 +226,13 @@ std::vector<Pressable> Walker::pressables(const QString& place) {
     std::vector<Pressable> all = m_pressables.in(*main.host().active(), place);
     for (Pressable& each : m_pressables.in(*main.findChild<QWidget*>(QStringLiteral("Toolbar1")), place))
         all.push_back(std::move(each));
-    for (Pressable& each : Pressables::inMenuBar(main))
-        all.push_back(std::move(each));
+    if (!m_shop.menuEverywhere || !m_yes)
+        return all;
+    // The whole menu in the view that the program starts with, a quarter of it in every other one.
+    constexpr std::size_t quarters = 4;
+    std::vector<Pressable> menu = Pressables::inMenuBar(main);
+    for (std::size_t i = std::size_t(reached.indexOf(place)) % quarters; i < menu.size(); i += quarters)
+        all.push_back(std::move(menu[i]));
     return all;
 }
 

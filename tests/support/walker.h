@@ -36,6 +36,7 @@ struct WalkedShop {
     QString name;
     std::function<void(TestBooks&)> fill;
     std::function<void(WalkedProgram&)> leave; // run at the start and behind every step of a road
+    bool menuEverywhere;                       // whether the menu is pressed in every view, in quarters, too
     QStringList withoutRoad;                   // windows that nothing opens and that are walked all the same
 };
 
@@ -78,6 +79,8 @@ private:
     /// The control to be pressed next, none when all were; the second round goes backwards.
     std::optional<Pressable> next(const QString& place, const QSet<QString>& pressed, bool backwards);
     bool pressAll(const Place& place, bool backwards);
+    /// Whether the place is a view, or a window of a class that was not asked for before.
+    bool isNewClass(const QString& place);
     /// To the place by its road, in the program as it stands or in a fresh one.
     bool goTo(const Place& place);
     bool follow(const Place& place);
@@ -106,4 +109,5 @@ private:
     Step m_at;
     int m_losses = 0;
     bool m_leavesOn = true;
+    QSet<QByteArray> m_classes;
 };
