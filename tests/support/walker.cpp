@@ -148,6 +148,8 @@ bool Walker::pressAll(const Place& place, bool backwards) {
         if (!control)
             return true;
         pressed.insert(control->name);
+        if (control->name.startsWith(u"Toolbar1"))
+            leaveOn(); // a press before may have taken it off
         pressAndLook(place, *control);
     }
 }
