@@ -2,62 +2,30 @@
 
 #include "analysis/analysisPanels.h"
 #include "analysis/clerks.h"
+#include "analysis/clientDates.h"
 #include "analysis/evaluation.h"
-#include "data/sourceTable.h"
-#include "drilldown/clientPanels.h"
 
 namespace {
 
-const QString& noDate() {
-    static const QString text = QStringLiteral("0000-0-0");
-    return text;
-}
-
-/// First and last date of all lines, their Filter taken off; both empty without lines.
-DateSpan datesOfLines(Session& session, const RecordsetPtr& /*shown*/) {
-    // Without a Filter the sort alone puts all lines in order; to clear none would sort them once more.
-    if (session.buyList->isOpen() && !session.buyList->Filter().isEmpty())
-        session.buyList->clearFilter();
-    return sortByDate(session.buyList);
-}
-
-/// The same, and "0000-0-0" without lines.
-DateSpan datesOfLinesOrNone(Session& session, const RecordsetPtr& shown) {
-    const DateSpan dates = datesOfLines(session, shown);
-    return session.buyList->hasRows() ? dates : DateSpan{noDate(), noDate()};
-}
-
 DateSpan datesOfLinesWithRows(Session& session, const RecordsetPtr& shown) {
-    return shown->hasRows() ? datesOfLines(session, shown) : DateSpan{noDate(), noDate()};
+    return shown->hasRows() ? datesOfLines(session, shown) : noDates();
 }
 
 DateSpan periodTextsWithRows(Session& session, const RecordsetPtr& shown) {
-    return shown->hasRows() ? periodTexts(session, shown) : DateSpan{noDate(), noDate()};
+    return shown->hasRows() ? periodTexts(session, shown) : noDates();
 }
 
 /// The dates of the period's own lines, without any the period's words.
 DateSpan datesOfPeriodLines(Session& session, const RecordsetPtr& shown) {
     if (!shown->hasRows())
-        return {noDate(), noDate()};
+        return noDates();
     return session.buyList2->hasRows() ? sortByDate(session.buyList2) : periodTexts(session, shown);
-}
-
-/// Customers are shown in the order of their table, from the first on.
-void inTableOrder(Session& session, ShowSource code) {
-    const RecordsetPtr& clients = *sourceCursor(session, code);
-    if (!clients->isOpen())
-        return;
-    clients->setSort({});
-    if (clients->hasRows())
-        clients->MoveFirst();
 }
 
 constexpr DisplaySource kEvaluated[] = {
     {ShowSource::Clients, u"print_rs1", datesOfLines},
     {ShowSource::PeriodClients, u"print_rs7", periodTexts},
     {ShowSource::BestClients, u"print_rs8", periodTexts, u"没有客户入选：所选指标的合计为 0"}};
-constexpr DisplaySource kClients[] = {{ShowSource::Clients, u"showprint_rs1", datesOfLinesOrNone},
-                                      {ShowSource::PeriodClients, u"showprint_rs7", periodTexts}};
 constexpr DisplaySource kIntervalClients[] = {
     {ShowSource::Clients, u"showprint_rs1", datesOfLinesWithRows},
     {ShowSource::PeriodClients, u"showprint_rs7", datesOfPeriodLines, u""}};
@@ -75,8 +43,6 @@ void endCut(Session& session) {
     session.analysisKind = 1;
     session.cutOnScreen = false;
 }
-
-constexpr const char16_t* kNoClients = u"没有客户资料。\n新客户在“营销管理”—“购买”中登记。";
 
 constexpr DisplayDescription kDisplays[] = {
     {.name = u"statisticFm1",
@@ -96,17 +62,6 @@ constexpr DisplayDescription kDisplays[] = {
      .prepare = begin_setup,
      .toWhole = endCut,
      .panel = makePanel<EvaluationPanel>},
-    {.name = u"userInfoFm1",
-     .caption = u"客户资料显示",
-     .table = u"clientTable",
-     .sources = kClients,
-     .sort = u"",
-     .emptyText = kNoClients,
-     .dateValues = kPeriodDates,
-     .family = &Session::clientShowSource,
-     .customers = true,
-     .prepare = inTableOrder,
-     .panel = makePanel<ClientWaysPanel>},
     {.name = u"userInfoFm2",
      .caption = u"客户资料显示(业务员)",
      .table = u"",

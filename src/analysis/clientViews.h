@@ -2,6 +2,6 @@
 
 #include "shell/displayView.h"
 
-/// The views of customers: all of them, those that are evaluated, those of an interval of purchase and of a
+/// The views of customers: those that are evaluated, those of an interval of purchase and of a
 /// salesperson, and the salespeople themselves.
 std::span<const DisplayDescription> clientDisplays();

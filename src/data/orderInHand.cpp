@@ -24,3 +24,10 @@ void setup_rs_total(Session& session) {
     else
         session.reopen(session.orderTotals, columns + QStringLiteral("buyList") + groups + u' ');
 }
+
+bool hasLines(Session& session, const QString& client) {
+    Recordset lines(session.cn);
+    lines.Open(QStringLiteral("Select * From buyList Where ") +
+               keyCondition(QStringLiteral("客户编号"), client));
+    return lines.hasRows();
+}

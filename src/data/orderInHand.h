@@ -7,5 +7,8 @@
 /// order is not there.
 void Temp_Order_Form(Session& session);
 
+/// Whether a customer has lines at all, whatever Filter is on them. Throws RuntimeError.
+bool hasLines(Session& session, const QString& client);
+
 /// Opens the order totals over the lines, over the period copy where showSource is 7.
 void setup_rs_total(Session& session);

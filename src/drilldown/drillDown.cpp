@@ -3,8 +3,8 @@
 #include "controls/longWork.h"
 #include "controls/prompts.h"
 #include "drilldown/clientLines.h"
-#include "query/orderFormNumFm1.h"
 #include "shell/displayView.h"
+#include "shell/orderChoice.h"
 
 #include <QMainWindow>
 #include <QStatusBar>

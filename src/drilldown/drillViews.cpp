@@ -1,5 +1,6 @@
 #include "drilldown/drillViews.h"
 
+#include "analysis/clientDates.h"
 #include "drilldown/clientPanels.h"
 #include "drilldown/productPanels.h"
 
@@ -63,6 +64,8 @@ void dropPeriodFilter(Session& session, ShowSource code) {
         lines->clearFilter();
 }
 
+constexpr DisplaySource kClients[] = {{ShowSource::Clients, u"showprint_rs1", datesOfLinesOrNone},
+                                      {ShowSource::PeriodClients, u"showprint_rs7", periodTexts}};
 constexpr DisplaySource kSales[] = {{ShowSource::Lines, u"print_rs2", fromTheFirst},
                                     {ShowSource::PeriodLines, u"print_rs9", periodFromTheFirst}};
 constexpr DisplaySource kProductLines[] = {{ShowSource::ProductLines, u"showprint_rs_temp", newestFirst}};
@@ -77,6 +80,17 @@ template <ShowSource code> ShowSource always(const Session& /*session*/) {
 }
 
 constexpr DisplayDescription kDisplays[] = {
+    {.name = u"userInfoFm1",
+     .caption = u"客户资料显示",
+     .table = u"clientTable",
+     .sources = kClients,
+     .sort = u"",
+     .emptyText = kNoClients,
+     .dateValues = kPeriodDates,
+     .family = &Session::clientShowSource,
+     .customers = true,
+     .prepare = inTableOrder,
+     .panel = makePanel<ClientWaysPanel>},
     {.name = u"statisticFm2",
      .caption = u"产品销售显示",
      .table = u"buyList",

@@ -1,7 +1,6 @@
 #include "query/orderFormNumFm1.h"
 
 #include "controls/formParts.h"
-#include "controls/prompts.h"
 #include "query/queries.h"
 
 #include <QAction>
@@ -108,14 +107,4 @@ void order_Form_NumFm1::printRecord() {
         return;
     m_session.report.caller = objectName();
     m_host.openWindow(QStringLiteral("print_rs_total"), ViewHost::MainWindow::Disabled);
-}
-
-void chooseOrder(ViewHost& host, Prompts& prompts, bool print) {
-    Session& session = host.session();
-    if (!hasLines(session, session.currentClientNum)) {
-        session.buyList->clearFilter();
-        return prompts.tell(QStringLiteral("该客户无购物记录！"));
-    }
-    session.orderIsPrinted = print;
-    host.openWindow(QStringLiteral("order_Form_NumFm1"), ViewHost::MainWindow::Stays);
 }

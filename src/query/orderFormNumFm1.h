@@ -3,7 +3,6 @@
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
-class Prompts;
 class QLabel;
 class QListWidget;
 
@@ -38,7 +37,3 @@ private:
     QListWidget* m_list = nullptr;
     QLabel* m_none = nullptr; // says that there is nothing to choose
 };
-
-/// Lets the user choose an order of the customer in hand, to print it or to show it; a customer without lines
-/// is told. The orders are those of the choice of data in showSource. Throws RuntimeError.
-void chooseOrder(ViewHost& host, Prompts& prompts, bool print);

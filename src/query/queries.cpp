@@ -63,12 +63,6 @@ void applySort(Session& session, const QString& field) {
     });
 }
 
-bool hasLines(Session& session, const QString& client) {
-    Recordset lines(session.cn);
-    lines.Open(QStringLiteral("Select * From buyList Where ") + keyCondition(clientNumber(), client));
-    return lines.hasRows();
-}
-
 QStringList ordersOfClient(Session& session) {
     const RecordsetPtr& lines = session.buyList;
     if (!lines->isOpen())

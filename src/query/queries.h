@@ -16,9 +16,6 @@ QStringList sortFields(Session& session);
 /// does not have leaves it as it was.
 void applySort(Session& session, const QString& field);
 
-/// Whether a customer has lines at all, whatever Filter is on them. Throws RuntimeError.
-bool hasLines(Session& session, const QString& client);
-
 /// Filters the order lines on the customer in hand and gives the numbers of his orders, each once and in the
 /// order of the lines: of those in the period copy where showSource is 7.
 QStringList ordersOfClient(Session& session);

@@ -7,9 +7,9 @@
 #include "controls/recordPane.h"
 #include "data/cursorMoves.h"
 #include "data/losses.h"
-#include "query/orderFormNumFm1.h"
 #include "recordset/textNumber.h"
 #include "sales/clientRegister.h"
+#include "shell/orderChoice.h"
 
 #include <QAction>
 #include <QGridLayout>

@@ -1,0 +1,29 @@
+#include "analysis/clientDates.h"
+
+#include "data/sourceTable.h"
+
+const DateSpan& noDates() {
+    static const DateSpan dates{QStringLiteral("0000-0-0"), QStringLiteral("0000-0-0")};
+    return dates;
+}
+
+DateSpan datesOfLines(Session& session, const RecordsetPtr& /*shown*/) {
+    // Without a Filter the sort alone puts all lines in order; to clear none would sort them once more.
+    if (session.buyList->isOpen() && !session.buyList->Filter().isEmpty())
+        session.buyList->clearFilter();
+    return sortByDate(session.buyList);
+}
+
+DateSpan datesOfLinesOrNone(Session& session, const RecordsetPtr& shown) {
+    const DateSpan dates = datesOfLines(session, shown);
+    return session.buyList->hasRows() ? dates : noDates();
+}
+
+void inTableOrder(Session& session, ShowSource code) {
+    const RecordsetPtr& clients = *sourceCursor(session, code);
+    if (!clients->isOpen())
+        return;
+    clients->setSort({});
+    if (clients->hasRows())
+        clients->MoveFirst();
+}
