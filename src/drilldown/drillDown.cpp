@@ -62,9 +62,9 @@ void showAndKeep(ViewHost& host, const char16_t* view, const QString& text,
 }
 
 /// Writes rows that no view comes up for; one that stands on their work table shows them.
-void keepUnseen(ViewHost& host, const std::function<void(const Steps&)>& keep) {
+void keepUnseen(ViewHost& host, ShowSource code, const std::function<void(const Steps&)>& keep) {
     keep({});
-    if (host.active())
+    if (const DisplayView* view = displayInFront(host); view && view->shownSource() == code)
         host.active()->rowsReplaced();
 }
 
@@ -76,7 +76,7 @@ void showLinesIn(ViewHost& host, const char16_t* view, ShowSource lines) {
     if (!rows.rowids.empty())
         return showAndKeep(host, view, QStringLiteral("正在保存购物清单…"), keep);
     // The work table is made all the same, empty.
-    keepUnseen(host, keep);
+    keepUnseen(host, ShowSource::ClientLines, keep);
     tellNothing(host, QStringLiteral("该客户没有购物记录可以显示。"));
 }
 
@@ -126,7 +126,8 @@ void showClientOrders(ViewHost& host, Prompts& prompts) {
     clearClientFilter(session);
     if (!any)
         return tellNothing(host, QStringLiteral("没有客户可以显示。"));
-    session.showSource = session.clientShowSource;
+    session.showSource =
+        linesOfClients(host) == ShowSource::PeriodLines ? ShowSource::PeriodClients : ShowSource::Clients;
     chooseOrder(host, prompts, false);
 }
 
@@ -156,7 +157,7 @@ void showClientsOf(ViewHost& host, const ProductAsked& product, ShowSource lines
     const auto keep = [&](const Steps& steps) { writeProductClients(session, rows, steps); };
     if (!rows.rowids.empty())
         return showAndKeep(host, u"tempTable1Fm1", QStringLiteral("正在保存客户资料…"), keep);
-    keepUnseen(host, keep);
+    keepUnseen(host, ShowSource::ProductClients, keep);
     tellNothing(host, QStringLiteral("购买该产品的客户资料已不存在。"));
 }
 

@@ -33,10 +33,14 @@ goodsSalesFm1::goodsSalesFm1(ViewHost& host, Prompts& prompts)
     connect(&host, &ViewHost::windowGone, this, [this](const QString& name) {
         if (name == u"timeDefineFm2")
             Fm_Activate_goodsSalesFm1();
+        // A period that is being asked for here is that of the lines.
+        if (!m_host.window(QStringLiteral("timeDefineFm2")))
+            m_host.giveBackSource();
     });
     // A search that another view has left would hide lines of the whole.
     if (source() == ShowSource::Lines && lines()->isOpen())
         lines()->clearFilter();
+    m_session.showSource = source();
     Fm_Activate_goodsSalesFm1();
 }
 
@@ -65,7 +69,6 @@ const RecordsetPtr& goodsSalesFm1::lines() const {
 }
 
 void goodsSalesFm1::Fm_Activate_goodsSalesFm1() {
-    m_session.showSource = source();
     m_pane->bind(lines(), {QStringLiteral("流水号"), QStringLiteral("成本")});
     calculation_L2_L4();
 }
@@ -103,7 +106,7 @@ void goodsSalesFm1::show_sales() {
 }
 
 void goodsSalesFm1::whole_show() {
-    m_session.saleShowSource = ShowSource::Lines;
+    m_session.showSource = m_session.saleShowSource = ShowSource::Lines;
     const RecordsetPtr& whole = m_session.buyList;
     if (whole->isOpen()) {
         // All of "Select * From buyList ", on the cursor that the main window may show beside, edits and all.

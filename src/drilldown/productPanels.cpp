@@ -83,7 +83,8 @@ void SalesPanel::rowChanged(const RecordsetPtr& cursor, bool /*chosen*/) {
 }
 
 void SalesPanel::sorted(const RecordsetPtr& cursor) {
-    if (!cursor->isOpen() || cursor != shown())
+    // A window beside may have sorted the other one of the two.
+    if (!cursor->isOpen() || cursor != shown() || ShowSource(m_session.orderCode) != m_source)
         return;
     setFigures(rs2_Count(cursor));
     if (!cursor->hasRows())

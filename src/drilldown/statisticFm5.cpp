@@ -40,16 +40,16 @@ statisticFm5::statisticFm5(ViewHost& host, Prompts& prompts)
 
 ShowSource statisticFm5::source() const {
     const auto* sales = qobject_cast<const DisplayView*>(m_host.active());
-    const bool period = sales && sales->shownSource() == ShowSource::PeriodLines;
+    // A window beside may have put another view behind this one.
+    const bool there = sales && sales->name() == u"statisticFm2";
+    const bool period = (there ? sales->shownSource() : m_session.saleShowSource) == ShowSource::PeriodLines;
     return period ? ShowSource::PeriodLines : ShowSource::Lines;
 }
 
 void statisticFm5::Fm_Activate_statisticFm5() {
     const ShowSource code = source();
     const OrderStatistic statistic = calculation_order(m_session, code);
-    const QString sales = QStringLiteral("statisticFm2");
-    m_dates = {m_host.controlText(sales, QStringLiteral("Text2")),
-               m_host.controlText(sales, QStringLiteral("Text3"))};
+    m_dates = dates(code);
     m_period = code == ShowSource::PeriodLines ? m_session.periodExact : QString();
     openOrders(m_session, statistic);
     show(statistic);
@@ -58,6 +58,16 @@ void statisticFm5::Fm_Activate_statisticFm5() {
                       [&](const Steps& steps) { writeOrders(m_session, statistic, steps); });
     if (self)
         show(statistic);
+}
+
+DateSpan statisticFm5::dates(ShowSource code) const {
+    const QString sales = QStringLiteral("statisticFm2");
+    const QString first = m_host.controlText(sales, QStringLiteral("Text2"));
+    if (!first.isEmpty())
+        return {first, m_host.controlText(sales, QStringLiteral("Text3"))};
+    if (code == ShowSource::PeriodLines)
+        return {m_session.periodStart, m_session.periodEnd};
+    return m_session.buyList->isOpen() ? dateSpanOf(*m_session.buyList) : DateSpan();
 }
 
 void statisticFm5::show(const OrderStatistic& statistic) {

@@ -27,6 +27,8 @@ private:
     void print();
     /// The choice of data that the sales show behind this window.
     ShowSource source() const;
+    /// First and last date of the lines that are counted, as the sales behind this window have them.
+    DateSpan dates(ShowSource code) const;
     void show(const OrderStatistic& statistic);
 
     ViewHost& m_host;

@@ -215,9 +215,11 @@ void dataInputFm1::rowChosen() {
 void dataInputFm1::rowChanged() {
     const RecordsetPtr& clients = m_session.clientTable;
     // A search that goes leaves the customer in the boxes, and what was typed there.
-    if (m_changed && !m_adding && clients->isOpen() && m_shownRow && clients->currentRow() == m_shownRow)
-        return m_pane->showPosition();
-    rowChosen();
+    if (!m_changed || m_adding || m_purchasing || !clients->isOpen() || !m_shownRow ||
+        clients->currentRow() != m_shownRow)
+        return rowChosen();
+    m_pane->showPosition();
+    showTotals();
 }
 
 bool dataInputFm1::refuseWhileAdding(const QString& message) {
@@ -346,15 +348,19 @@ void dataInputFm1::buy() {
         connect(window, &TopWindow::finished, this, &dataInputFm1::afterPurchase);
 }
 
+void dataInputFm1::showTotals() {
+    const QStringList texts = record_Display(m_session);
+    for (const int box : registerNumberBoxes())
+        m_boxes->setText(box, texts[box]);
+}
+
 void dataInputFm1::afterPurchase() {
     m_purchasing = false;
     bindGrid();
-    const QStringList texts = record_Display(m_session);
     if (!m_changed)
-        return m_boxes->setTexts(texts);
+        return m_boxes->setTexts(record_Display(m_session));
     // What the user has typed and not saved stays; only the two totals follow the purchase.
-    for (const int box : registerNumberBoxes())
-        m_boxes->setText(box, texts[box]);
+    showTotals();
 }
 
 void dataInputFm1::deleteCurrent() {

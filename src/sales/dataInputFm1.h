@@ -19,10 +19,10 @@ public:
     dataInputFm1(ViewHost& host, Prompts& prompts);
 
     void load() override;
+    ShowSource source() const override { return m_session.clientShowSource; }
     /// Fm_Activate_dataInputFm1.
     void activate() override { Fm_Activate_dataInputFm1(); }
     void Fm_Activate_dataInputFm1();
-    ShowSource source() const override { return m_session.clientShowSource; }
 
 private:
     // Building.
@@ -49,6 +49,8 @@ private:
     void showRecord();
     void rowChosen();
     void rowChanged();
+    /// The two totals of the customer in the boxes as his row has them, whatever else was typed.
+    void showTotals();
     void bindGrid();
     void beginAdding();
     void endAdding();

@@ -140,9 +140,13 @@ void DisplayView::activate() {
         return;
     if (m_description.begin && !m_description.begin(m_session))
         return;
-    // A window beside the view may have left a code of its own.
-    if (!find(present()))
+    // A window beside the view may have left a code of its own: then only other rows are a reason to begin
+    // anew.
+    if (!find(present())) {
         m_session.showSource = source();
+        if (m_pane->cursor() && m_pane->cursor() == cursor())
+            return;
+    }
     if (m_description.prepare)
         m_description.prepare(m_session, present());
     const DisplaySource* source = find(present());
@@ -161,7 +165,7 @@ void DisplayView::activate() {
             shown->clearFilter();
         if (source->dates)
             m_dates->setDates(source->dates(m_session, shown));
-        m_dates->setTips(m_description.dateTips, periodShown());
+        m_dates->setTips(m_description.dateTips, m_period);
         if (m_panel)
             m_panel->sourceShown(shown, code);
     }
@@ -170,6 +174,7 @@ void DisplayView::activate() {
 
 void DisplayView::bindRows(const RecordsetPtr& shown, const DisplaySource& source) {
     m_shown = source.code;
+    m_period = periodShown();
     const bool whole = source.code == m_description.whole();
     m_pane->grid->setEmptyText(QString::fromUtf16(whole ? m_description.emptyText : source.emptyText));
     m_pane->bind(shown, QString::fromUtf16(m_description.hidden).split(u' '));
@@ -284,7 +289,7 @@ void DisplayView::print(const QString& report) {
 void DisplayView::handOver(const DisplaySource& source, const QString& report) {
     m_session.report.reportFormTitle = QString::fromUtf16(m_description.reportTitle);
     m_session.report.caller = name();
-    m_session.report.period = periodShown();
+    m_session.report.period = m_period;
     // A window beside the view may have told its own dates since.
     if (source.dates)
         m_dates->tell();

@@ -169,6 +169,7 @@ private:
     RecordPane* m_pane = nullptr;
     DateBoxes* m_dates = nullptr;
     ShowSource m_shown = ShowSource::None; // whose cursor the grid is bound to
+    QString m_period;                      // days of the rows that are shown, in words
     ShowSource m_asker;                    // showSource when the view was asked for
 };
 

@@ -10,5 +10,5 @@ void chooseOrder(ViewHost& host, Prompts& prompts, bool print) {
         return prompts.tell(QStringLiteral("该客户无购物记录！"));
     }
     session.orderIsPrinted = print;
-    host.openWindow(QStringLiteral("order_Form_NumFm1"), ViewHost::MainWindow::Stays);
+    host.openWindow(QStringLiteral("order_Form_NumFm1"), ViewHost::MainWindow::Disabled);
 }

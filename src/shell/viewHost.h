@@ -60,7 +60,9 @@ public:
     /// Text of a label or box on a view or window by the names of both; "" where it is not there.
     QString controlText(const QString& view, const QString& control) const;
 
-    /// Gives showSource back to the view in front, unless a window is open that has set it for itself.
+    /// Gives showSource back to the view in front.
+    void giveBackSource() { setShowSource(); }
+    /// The same, unless a window is open that has set it for itself.
     void settleShowSource();
 
     View* active() const { return m_active; }

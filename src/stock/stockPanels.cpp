@@ -58,7 +58,8 @@ StockPanel::StockPanel(ViewHost& host, Prompts& prompts)
     row->addWidget(shortfall);
 }
 
-void StockPanel::sourceShown(const RecordsetPtr& cursor, ShowSource /*code*/) {
+void StockPanel::sourceShown(const RecordsetPtr& cursor, ShowSource code) {
+    m_source = code;
     m_session.currentProductNum.clear();
     if (cursor->hasRows()) {
         cursor->MoveLast();
@@ -78,32 +79,28 @@ void StockPanel::rowChanged(const RecordsetPtr& cursor, bool chosen) {
     m_session.currentProductNum = cursor->Fields(QStringLiteral("产品编号")).text();
 }
 
-const RecordsetPtr* StockPanel::shownCursor() const {
-    const ShowSource code = m_session.showSource;
-    if (code != ShowSource::Products && code != ShowSource::PeriodProducts)
-        return nullptr;
-    return sourceCursor(m_session, code);
+const RecordsetPtr& StockPanel::shown() const {
+    return *sourceCursor(m_session, m_source);
 }
 
 void StockPanel::showOneProduct() {
-    const RecordsetPtr* cursor = shownCursor();
-    if (!cursor || !pickOneProduct(m_session, *cursor, m_session.showSource))
+    if (!pickOneProduct(m_session, shown(), m_source))
         return;
     if (TopWindow* window = m_host.openWindow(QStringLiteral("stockFm3"), ViewHost::MainWindow::Stays))
         window->setWindowTitle(QStringLiteral("单项产品库存显示"));
 }
 
 void StockPanel::showShortfall() {
-    m_session.stockShowSource = m_session.showSource;
-    const RecordsetPtr* cursor = shownCursor();
-    if (!cursor || !(*cursor)->isOpen())
+    m_session.showSource = m_session.stockShowSource = m_source;
+    const RecordsetPtr cursor = shown();
+    if (!cursor->isOpen())
         return;
-    filterShortfall(m_session, *cursor);
-    if ((*cursor)->hasRows())
+    filterShortfall(m_session, cursor);
+    if (cursor->hasRows())
         return m_host.show(QStringLiteral("StockFm2"));
     m_prompts.tell(QStringLiteral("所有产品库存数大于") + QString::number(m_session.safetyStock),
                    QStringLiteral("信息提示 "));
-    (*cursor)->clearFilter();
+    cursor->clearFilter();
 }
 
 StockInPanel::StockInPanel(ViewHost& host, Prompts& prompts)

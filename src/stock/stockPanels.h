@@ -37,13 +37,15 @@ public:
     void rowChanged(const RecordsetPtr& cursor, bool chosen) override;
 
 private:
-    const RecordsetPtr* shownCursor() const;
+    /// The cursor of the source that the view shows.
+    const RecordsetPtr& shown() const;
     void showOneProduct();
     void showShortfall();
 
     ViewHost& m_host;
     Session& m_session;
     Prompts& m_prompts;
+    ShowSource m_source = ShowSource::Products;
     StockSumsBox* m_sums;
 };
 

@@ -54,20 +54,19 @@ StockFm2::StockFm2(ViewHost& host, Prompts& prompts)
 }
 
 RecordsetPtr StockFm2::cursor() const {
-    const ShowSource code = m_session.showSource;
-    if (code != ShowSource::Products && code != ShowSource::PeriodProducts)
-        return nullptr;
-    return *sourceCursor(m_session, code);
+    return m_shown == ShowSource::None ? nullptr : *sourceCursor(m_session, m_shown);
 }
 
 void StockFm2::activate() {
     if (std::exchange(m_session.viewReturnState, QStringLiteral("Open")) == u"Close")
         return;
     m_threshold->setText(QString::number(m_session.safetyStock));
+    const ShowSource code = m_session.showSource;
+    if (code == ShowSource::Products || code == ShowSource::PeriodProducts)
+        m_shown = code;
     const RecordsetPtr shown = cursor();
     if (!shown)
         return;
-    m_shown = m_session.showSource;
     if (shown->isOpen())
         filterShortfall(m_session, shown);
     m_pane->bind(shown);
@@ -84,7 +83,7 @@ void StockFm2::data_print() {
     if (!shown || !shown->hasRows())
         return;
     m_session.report.reportFormTitle = QStringLiteral("需 补 充 库 存 产 品 清 单 ");
-    const bool whole = m_session.showSource == ShowSource::Products;
+    const bool whole = m_shown == ShowSource::Products;
     m_host.openWindow(whole ? QStringLiteral("showprint_rs3") : QStringLiteral("showprint_rs4"),
                       ViewHost::MainWindow::Disabled);
 }

@@ -477,20 +477,23 @@ TEST_F(ClientDrill, AskedForBehindItsMenuTheSourceOfTheViewInFrontStays) {
     EXPECT_EQ(session().showSource, ShowSource::PeriodClients);
 }
 
-TEST_F(ClientDrill, AnotherCustomerChosenBehindTheListOfOrdersChangesNothingInIt) {
+TEST_F(ClientDrill, WhileAnOrderIsChosenTheMainWindowTakesNoInputAndTheOrdersAreThoseOfTheirCustomer) {
     begin();
     chooseClient("1");
     drive->choose("show_one_client2");
-    chooseClient("2");
+    EXPECT_FALSE(main->isEnabled());
+    session().currentClientNum = "2"; // whatever a window beside has done
     confirmOrder("9002");
+    EXPECT_TRUE(main->isEnabled());
     EXPECT_EQ(column("产品编号"), u"p1 p2");
     EXPECT_EQ(labels({"Label11", "Label13", "Label6"}), u"单位1 联系人1 9002");
     drive->choose("management_client");
     chooseClient("1");
     chooseInMenu("打印订单明细");
-    chooseClient("2");
+    session().currentClientNum = "2";
     confirmOrder("9001");
     EXPECT_TRUE(page("showprint_rs22").contains("单位名称：单位1"));
+    EXPECT_TRUE(main->isEnabled());
 }
 
 TEST_F(ClientDrill, WithoutAnOrderInThePeriodThereIsNothingToConfirm) {
@@ -510,12 +513,12 @@ TEST_F(ClientDrill, WithoutAnOrderInThePeriodThereIsNothingToConfirm) {
     EXPECT_EQ(inFront(), u"dataInputFm1");
 }
 
-TEST_F(ClientDrill, AnOrderPrintsItsOwnLinesWhileAnotherIsBeingChosen) {
+TEST_F(ClientDrill, AnOrderPrintsItsOwnLinesWhateverAWindowBesideHasFiltered) {
     begin();
     chooseClient("1");
     drive->choose("show_one_client2");
     confirmOrder("9002");
-    drive->choose("show_one_client2");
+    session().buyList->setFilter("客户编号 = '1'");
     EXPECT_EQ(of("Label6"), u"9002");
     const QStringList texts = print("showprint_rs22");
     EXPECT_TRUE(texts.contains("订单号：9002"));
