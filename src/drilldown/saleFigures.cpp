@@ -62,7 +62,6 @@ std::vector<RowId> customersWithLines(const Recordset& clients, const Recordset&
         clients.image().column(clients.imageColumn(clients.fieldIndex(clientNumber())));
     std::vector<char> has(std::size_t(bought.pool.last()) + 1);
     lines.eachRow([&](RowId row) { has[bought.codes[row]] = 1; });
-    has[TextPool::Null] = 0;
     std::vector<RowId> rows;
     clients.eachRow([&](RowId row) {
         if (known.codes[row] == TextPool::Null)

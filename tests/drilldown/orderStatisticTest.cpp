@@ -63,6 +63,16 @@ TEST_F(OrderStatisticOf, AnOrderOfSeveralCustomersIsThatOfItsFirstLine) {
     EXPECT_EQ(orders(), u"31 7 10 6 2") << "the first line is that of the cursor's order";
 }
 
+TEST_F(OrderStatisticOf, UnderASearchTheFirstLineIsThatOfTheWholeInTheCursorsOrder) {
+    books.addLine("31", "8", "p1", "2004-03-05", 1, 5, 2);
+    books.addLine("31", "7", "p1", "2004-01-05", 1, 5, 2);
+    session().openMainCursors();
+    session().buyList->setSort("日期");
+    session().buyList->setFilter("客户编号 = '8'");
+    count();
+    EXPECT_EQ(orders(), u"31 7 10 6 2");
+}
+
 TEST_F(OrderStatisticOf, NumbersThatDifferInCaseAloneAreOneOrder) {
     books.addLine("ab", "7", "p1", "2004-01-05", 1, 5, 2);
     books.addLine("AB", "8", "p1", "2004-01-05", 1, 5, 2);
