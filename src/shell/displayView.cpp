@@ -135,18 +135,20 @@ void DisplayView::load() {
         m_session.reopenIfClosed(cursorOf(m_description.whole()), QString::fromUtf16(m_description.table));
 }
 
+bool DisplayView::hasNewRows() {
+    if (find(present()))
+        return true;
+    m_session.showSource = source();
+    return !m_pane->cursor() || m_pane->cursor() != cursor();
+}
+
 void DisplayView::activate() {
     if (std::exchange(m_session.viewReturnState, QStringLiteral("Open")) == u"Close")
         return;
     if (m_description.begin && !m_description.begin(m_session))
         return;
-    // A window beside the view may have left a code of its own: then only other rows are a reason to begin
-    // anew.
-    if (!find(present())) {
-        m_session.showSource = source();
-        if (m_pane->cursor() && m_pane->cursor() == cursor())
-            return;
-    }
+    if (!hasNewRows())
+        return;
     if (m_description.prepare)
         m_description.prepare(m_session, present());
     const DisplaySource* source = find(present());

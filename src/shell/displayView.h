@@ -151,6 +151,9 @@ private:
     /// The cursor of the source that is shown; null before the first activation.
     RecordsetPtr cursor() const;
     void takeCustomer();
+    /// Whether an activation has something to show: a source of the view's own, or, where a window beside has
+    /// left a code of its own, other rows than before.
+    bool hasNewRows();
     void setSource(ShowSource code);
     /// The days of the period that the view shows, in words; empty where it shows the whole table.
     QString periodShown() const;

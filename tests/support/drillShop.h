@@ -75,11 +75,48 @@ protected:
                 return view().clickCell("DataGrid1", row, QString::fromUtf8(name));
         FAIL() << value << " is not in the grid";
     }
+    /// Confirms the first or the given order in the dialog that is open.
+    void confirmOrder(const char* order = nullptr) {
+        ASSERT_NE(window("order_Form_NumFm1"), nullptr);
+        Driver dialog(*window("order_Form_NumFm1"));
+        if (order)
+            dialog.clickItem("List1", QString::fromUtf8(order));
+        dialog.click("Command1");
+    }
     /// Texts of some labels of the view in front, parted by blanks.
     QString labels(std::initializer_list<const char*> names) {
         QStringList all;
         for (const char* name : names)
             all << of(name);
         return all.join(u' ');
+    }
+};
+
+/// The same, at the view of all that was sold.
+class SalesShop : public DrillShop {
+protected:
+    void open() {
+        begin();
+        drive->choose("show_sales");
+    }
+    QString figures() { return labels({"Label5", "Label7", "Label9", "Label11"}); }
+    void search(const char* field, const char* value) {
+        drive->click("Toolbar1(3)");
+        ASSERT_NE(window("searchFm1"), nullptr);
+        Driver dialog(*window("searchFm1"));
+        dialog.clickItem("List1", QString::fromUtf8(field));
+        dialog.type("Text2", QString::fromUtf8(value));
+        dialog.click("Command1");
+    }
+    void sort(const char* field, const char* button = "Toolbar1(5)") {
+        drive->click(QString::fromUtf8(button));
+        ASSERT_NE(window("orderFm1"), nullptr);
+        Driver dialog(*window("orderFm1"));
+        dialog.clickItem("List1", QString::fromUtf8(field));
+        dialog.click("Command1");
+    }
+    void count(std::optional<QString> answer) {
+        prompts.expectInput("请输入产品编号：", "单项产品统计", std::move(answer));
+        view().click("singleCount");
     }
 };
