@@ -8,7 +8,7 @@ namespace {
 
 /// The lines by date and their first and last one, from the first row on.
 DateSpan fromTheFirst(Session& session, const RecordsetPtr& shown) {
-    const DateSpan dates = datesOfRows(session, shown);
+    DateSpan dates = datesOfRows(session, shown);
     if (shown->hasRows())
         shown->MoveFirst();
     return dates;

@@ -2,5 +2,6 @@
 
 #include "shell/displayView.h"
 
-/// The views of all customers and of all sold goods, and of what one customer, one order or one product comes to.
+/// The views of all customers and of all sold goods, and of what one customer, one order or one product comes
+/// to.
 std::span<const DisplayDescription> drillDisplays();
