@@ -9,6 +9,7 @@
 #include "analysis/periodDialog.h"
 #include "analysis/turnoverView.h"
 #include "controls/prompts.h"
+#include "data/cursorMoves.h"
 
 namespace {
 
@@ -62,11 +63,7 @@ void showClerks(ViewHost& host, IgnoringErrors& errors) {
     errors.run([&] { clearFilter(session.clientTable); });
     if (host.isActive(name)) {
         session.showSource = ShowSource::Clerks;
-        // The lines are sorted below; without a Filter they need not be before.
-        errors.run([&] {
-            if (session.buyList->isOpen() && !session.buyList->Filter().isEmpty())
-                session.buyList->clearFilter();
-        });
+        errors.run([&] { clearAnyFilter(session.buyList); });
     }
     errors.run([&] { host.showOrActivate(name); });
 }

@@ -8,9 +8,7 @@ const DateSpan& noDates() {
 }
 
 DateSpan datesOfLines(Session& session, const RecordsetPtr& /*shown*/) {
-    // Without a Filter the sort alone puts all lines in order; to clear none would sort them once more.
-    if (session.buyList->isOpen() && !session.buyList->Filter().isEmpty())
-        session.buyList->clearFilter();
+    clearAnyFilter(session.buyList);
     return sortByDate(session.buyList);
 }
 

@@ -25,6 +25,11 @@ bool findKey(const RecordsetPtr& cursor, const QString& column, const QString& k
     return !cursor->isEOF();
 }
 
+void clearAnyFilter(const RecordsetPtr& cursor) {
+    if (cursor->isOpen() && !cursor->Filter().isEmpty())
+        cursor->clearFilter();
+}
+
 DateSpan sortByDate(const RecordsetPtr& cursor) {
     if (!cursor->hasRows())
         return {};

@@ -12,6 +12,9 @@ void backOntoARow(const RecordsetPtr& cursor);
 /// end and the answer is false; so it is, and nothing moves, on a closed or empty cursor.
 bool findKey(const RecordsetPtr& cursor, const QString& column, const QString& key);
 
+/// Takes the Filter off a cursor that is open. To clear none would put all its rows in order once more.
+void clearAnyFilter(const RecordsetPtr& cursor);
+
 /// First and last 日期 of a cursor, as boxes and heads show them; both empty without rows.
 struct DateSpan {
     QString first;

@@ -51,9 +51,8 @@ bool showsProductPeriod(const Session& session) {
 /// A search that another view has left would hide lines of the whole.
 void openAllSales(Session& session) {
     session.reopenIfClosed(session.buyList, QStringLiteral("buyList"));
-    if (session.saleShowSource == ShowSource::Lines && session.buyList->isOpen() &&
-        !session.buyList->Filter().isEmpty())
-        session.buyList->clearFilter();
+    if (session.saleShowSource == ShowSource::Lines)
+        clearAnyFilter(session.buyList);
 }
 
 /// The Filter that a period has left on the lines is none of the whole's; a search of the view's own stays.

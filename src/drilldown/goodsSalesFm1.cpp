@@ -38,8 +38,8 @@ goodsSalesFm1::goodsSalesFm1(ViewHost& host, Prompts& prompts)
             m_host.giveBackSource();
     });
     // A search that another view has left would hide lines of the whole.
-    if (source() == ShowSource::Lines && lines()->isOpen())
-        lines()->clearFilter();
+    if (source() == ShowSource::Lines)
+        clearAnyFilter(lines());
     m_session.showSource = source();
     Fm_Activate_goodsSalesFm1();
 }
@@ -57,11 +57,6 @@ QLayout* goodsSalesFm1::buildToolbar() {
                 {u"return", u"返回", [this] { close(); }}});
     row->addStretch(1);
     return row;
-}
-
-ShowSource goodsSalesFm1::source() const {
-    const bool period = m_session.saleShowSource == ShowSource::PeriodLines && m_session.buyList2->isOpen();
-    return period ? ShowSource::PeriodLines : ShowSource::Lines;
 }
 
 const RecordsetPtr& goodsSalesFm1::lines() const {
@@ -106,16 +101,8 @@ void goodsSalesFm1::show_sales() {
 }
 
 void goodsSalesFm1::whole_show() {
-    m_session.showSource = m_session.saleShowSource = ShowSource::Lines;
-    const RecordsetPtr& whole = m_session.buyList;
-    if (whole->isOpen()) {
-        // All of "Select * From buyList ", on the cursor that the main window may show beside, edits and all.
-        const QuietWalk walk(whole);
-        whole->clearFilter();
-        whole->setSort({});
-    } else {
-        m_session.reopen(m_session.buyList, QStringLiteral("Select * From buyList "));
-    }
+    showWholeLines(m_session);
+    m_session.showSource = source();
     Fm_Activate_goodsSalesFm1();
 }
 

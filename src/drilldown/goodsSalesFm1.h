@@ -1,5 +1,6 @@
 #pragma once
 
+#include "drilldown/productSales.h"
 #include "shell/statisticWindow.h"
 #include "shell/viewHost.h"
 
@@ -22,8 +23,7 @@ private:
     QLayout* buildToolbar();
     void Fm_Activate_goodsSalesFm1();
     void calculation_L2_L4();
-    /// The choice of data that the window shows: the period's only while its copy is there.
-    ShowSource source() const;
+    ShowSource source() const { return salesSource(m_session); }
     const RecordsetPtr& lines() const;
     /// Binds the grid again where its cursor has been opened anew since.
     void follow();

@@ -87,12 +87,7 @@ void SalesPanel::sorted(const RecordsetPtr& cursor) {
     if (!cursor->isOpen() || cursor != shown() || ShowSource(m_session.orderCode) != m_source)
         return;
     setFigures(rs2_Count(cursor));
-    if (!cursor->hasRows())
-        return;
-    cursor->MoveFirst();
-    cursor->Find(keyCondition(QStringLiteral("产品编号"), m_session.currentProductNum));
-    if (cursor->isEOF())
-        cursor->MoveLast();
+    findProduct(cursor, m_session.currentProductNum);
 }
 
 void SalesPanel::singleCount() {
@@ -104,8 +99,7 @@ void SalesPanel::singleCount() {
         return;
     const QuietWalk walk(shown());
     m_title->setText(number + QStringLiteral("号产品销售统计"));
-    shown()->setFilter(keyCondition(QStringLiteral("产品编号"), number));
-    setFigures(rs2_Count(shown()));
+    setFigures(::singleCount(shown(), number));
 }
 
 void SalesPanel::printList() {

@@ -1,5 +1,6 @@
 #include "drilldown/productSales.h"
 
+#include "data/cursorMoves.h"
 #include "data/sourceTable.h"
 #include "drilldown/saleFigures.h"
 #include "recordset/textNumber.h"
@@ -51,6 +52,21 @@ RowsOfTable openProductClients(Session& session, const ProductAsked& product, Sh
 
 void writeProductClients(Session& session, const RowsOfTable& rows, const Progress& progress) {
     rebuildFrom(session, session.productClients, QStringLiteral("clientTable3"), rows, progress);
+}
+
+ShowSource salesSource(const Session& session) {
+    const bool period = session.saleShowSource == ShowSource::PeriodLines && session.buyList2->isOpen();
+    return period ? ShowSource::PeriodLines : ShowSource::Lines;
+}
+
+void showWholeLines(Session& session) {
+    session.saleShowSource = ShowSource::Lines;
+    const RecordsetPtr whole = session.buyList;
+    if (!whole->isOpen())
+        return session.reopen(session.buyList, QStringLiteral("Select * From buyList "));
+    const QuietWalk walk(whole);
+    clearAnyFilter(whole);
+    whole->setSort({});
 }
 
 SaleTotals calculation_L2_L4(Session& session, ShowSource source) {

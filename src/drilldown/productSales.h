@@ -24,6 +24,13 @@ RowsOfTable openProductClients(Session& session, const ProductAsked& product, Sh
 /// on screen keeps its rows.
 void writeProductClients(Session& session, const RowsOfTable& rows, const Progress& progress = {});
 
+/// The choice of data of the sales: the period's only while its copy is there.
+ShowSource salesSource(const Session& session);
+
+/// Shows all lines on the shared cursor, which is "Select * From buyList ", in the order of their table. Who
+/// has it open keeps it, and what is being edited on it. Throws RuntimeError.
+void showWholeLines(Session& session);
+
 /// Turnover and pieces of all lines of a source, "0" without any. Throws RuntimeError.
 struct SaleTotals {
     QString amount;

@@ -1,6 +1,7 @@
 #include "drilldown/saleFigures.h"
 
 #include "analysis/derivedRows.h"
+#include "data/cursorMoves.h"
 #include "recordset/textNumber.h"
 
 namespace {
@@ -54,6 +55,16 @@ SaleFigures rs2_Count(const RecordsetPtr& lines) {
     const int clients = distinctTexts(trimmedTexts(*lines, shownRows(*lines), clientNumber()));
     return {plainNumber(sums.paid), plainNumber(sums.margin), plainNumber(sums.quantity),
             QString::number(clients)};
+}
+
+SaleFigures singleCount(const RecordsetPtr& lines, const QString& product) {
+    lines->setFilter(keyCondition(QStringLiteral("产品编号"), product));
+    return rs2_Count(lines);
+}
+
+void findProduct(const RecordsetPtr& lines, const QString& product) {
+    if (lines->hasRows() && !findKey(lines, QStringLiteral("产品编号"), product))
+        lines->MoveLast();
 }
 
 std::vector<RowId> customersWithLines(const Recordset& clients, const Recordset& lines) {

@@ -22,5 +22,11 @@ SaleFigures sales_Count(Session& session, ShowSource code);
 /// told apart, counts once.
 SaleFigures rs2_Count(const RecordsetPtr& lines);
 
+/// Limits the lines to one product and gives their indicators, nought without any. Throws RuntimeError.
+SaleFigures singleCount(const RecordsetPtr& lines, const QString& product);
+
+/// Makes the first line of a product current, the last line of all where it has none. Nothing without rows.
+void findProduct(const RecordsetPtr& lines, const QString& product);
+
 /// The customers of `clients` whose 客户编号 is that of one of the lines, in the order of their cursor.
 std::vector<RowId> customersWithLines(const Recordset& clients, const Recordset& lines);

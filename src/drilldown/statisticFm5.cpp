@@ -42,7 +42,7 @@ ShowSource statisticFm5::source() const {
     const auto* sales = qobject_cast<const DisplayView*>(m_host.active());
     // A window beside may have put another view behind this one.
     const bool there = sales && sales->name() == u"statisticFm2";
-    const bool period = (there ? sales->shownSource() : m_session.saleShowSource) == ShowSource::PeriodLines;
+    const bool period = (there ? sales->shownSource() : salesSource(m_session)) == ShowSource::PeriodLines;
     return period ? ShowSource::PeriodLines : ShowSource::Lines;
 }
 

@@ -124,6 +124,30 @@ TEST_F(ProductSales, TotalsOfAllLinesLookPastASearchAndThoseOfAListDoNot) {
     EXPECT_EQ(none.amount + u' ' + none.count, u"0 0");
 }
 
+TEST_F(ProductSales, TheirSourceIsThePeriodOnlyWhileItsCopyIsThere) {
+    session().saleShowSource = ShowSource::PeriodLines;
+    EXPECT_EQ(salesSource(session()), ShowSource::Lines);
+    session().reopen(session().buyList2, "Select * From buyList2");
+    EXPECT_EQ(salesSource(session()), ShowSource::PeriodLines);
+}
+
+TEST_F(ProductSales, TheWholeIsShownOnTheSameCursorWithItsEdits) {
+    const RecordsetPtr lines = session().buyList;
+    lines->setSort("实付 desc");
+    lines->setFilter("客户编号 = '7'");
+    lines->Fields("品名").setValue(QStringLiteral("typed"));
+    session().saleShowSource = ShowSource::PeriodLines;
+    showWholeLines(session());
+    EXPECT_EQ(session().buyList, lines);
+    EXPECT_EQ(column(lines, "流水号"), u"1 2 3 4");
+    EXPECT_EQ(lines->pendingCount(), 1);
+    EXPECT_EQ(session().saleShowSource, ShowSource::Lines);
+    lines->CancelBatch();
+    lines->Close();
+    showWholeLines(session());
+    EXPECT_EQ(session().buyList->RecordCount(), 4) << "a closed one is opened";
+}
+
 TEST_F(ProductSales, TheListOfAPeriodGetsThePeriodsFilterAgainBeforeItIsPrinted) {
     session().periodCondition = "日期 >= #2004-1-1#";
     session().buyList->setFilter("客户编号 = '8'");

@@ -71,6 +71,31 @@ TEST_F(SaleFiguresOf, CustomerNumbersAreToldApartByCaseAndNotByBlanks) {
     EXPECT_EQ(shown(), u"4 4 4 3") << "a line without a customer is one more";
 }
 
+TEST_F(SaleFiguresOf, OfOneProductTakeThePlaceOfASearch) {
+    books.addLine("1", "7", "p1", "2004-03-05", 2, 10, 2);
+    books.addLine("2", "8", "p''2", "2004-02-05", 1, 5, 2);
+    shown("客户编号 = 'nobody'");
+    EXPECT_EQ(text(singleCount(session().buyList, "p'2")), u"5 3 1 1");
+    EXPECT_EQ(text(singleCount(session().buyList, "none")), u"0 0 0 0");
+}
+
+TEST_F(SaleFiguresOf, TheFirstLineOfAProductIsFoundAndTheLastOfAllWithoutOne) {
+    books.addLine("1", "7", "p1", "2004-03-05", 2, 10, 2);
+    books.addLine("2", "7", "p2", "2004-03-05", 2, 10, 2);
+    books.addLine("3", "7", "p2", "2004-03-05", 2, 10, 2);
+    books.addLine("4", "7", "p1", "2004-03-05", 2, 10, 2);
+    session().openMainCursors();
+    const RecordsetPtr& lines = session().buyList;
+    lines->MoveLast();
+    findProduct(lines, "p2");
+    EXPECT_EQ(lines->AbsolutePosition(), 2);
+    findProduct(lines, "none");
+    EXPECT_EQ(lines->AbsolutePosition(), 4);
+    lines->setFilter("产品编号 = 'none'");
+    findProduct(lines, "p2"); // without rows nothing moves
+    EXPECT_FALSE(lines->currentRow());
+}
+
 TEST_F(SaleFiguresOf, PendingEditsOfAWindowBesideCountAsShown) {
     books.addLine("1", "7", "p1", "2004-03-05", 2, 10, 2);
     session().openMainCursors();
