@@ -155,7 +155,7 @@ void writeFrequency(Session& session, const FrequencyTables& tables, const Progr
         [&] { fillTable(session.cn, QStringLiteral("buy_Frequence_Table"), *tables.lines, progress); });
     errors.run(
         [&] { fillTable(session.cn, QStringLiteral("buy_Frequence_Table2"), *tables.months, progress); });
-    batch.finish();
+    errors.run([&] { batch.finish(); });
 }
 
 bool showIntervalClients(Session& session, int interval) {

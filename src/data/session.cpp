@@ -22,6 +22,11 @@ Session::Session(const QString& databasePath)
           &out_of_Bank2, &counterCode,  &orderTable,   &saleTable,      &buy_Frequence_Table,
           &month_Table,  &orderTotals,  &clerkTotals,  &oneProduct,     &scratch})
         *slot = std::make_shared<Recordset>(cn);
+    // Numbers that an action had given out are free again when it is taken back.
+    cn.onTakenBack = [this] {
+        if (counterCode->isOpen())
+            readCounters();
+    };
 }
 
 void Session::reopenIfThere(RecordsetPtr& slot, const QString& table) {

@@ -40,13 +40,13 @@ void bindCell(Statement& insert, int position, const ColumnStore& column, std::s
 
 void rebuildWorkTable(Session& session, RecordsetPtr& cursor, const QString& table,
                       const QStringList& statements, IgnoringErrors& errors) {
+    WriteBatch batch(session.cn);
     if (cursor->isOpen())
         cursor->Close();
-    WriteBatch batch(session.cn);
     errors.run([&] { runStatement(session.cn, QStringLiteral("Drop Table ") + table); });
     for (const QString& statement : statements)
         errors.run([&] { runStatement(session.cn, statement); });
-    batch.finish();
+    errors.run([&] { batch.finish(); });
     errors.run([&] { session.reopen(cursor, QStringLiteral("Select * From ") + table); });
 }
 
@@ -100,6 +100,6 @@ void rebuildFrom(Session& session, RecordsetPtr& cursor, const QString& table, c
     auto fresh = std::make_shared<Recordset>(session.cn);
     rebuildEmpty(session, fresh, table, rows.source, errors);
     errors.run([&] { fillTableFrom(session.cn, table, rows.source, rows.rowids, progress); });
-    batch.finish();
+    errors.run([&] { batch.finish(); });
     errors.run([&] { session.reopen(cursor, QStringLiteral("Select * From ") + table); });
 }

@@ -158,8 +158,6 @@ ImportTransfer::ImportTransfer(Session& session, const ImportPlan& plan, Records
 }
 
 void ImportTransfer::run(int milliseconds) {
-    const auto image = m_session.cn.image(QString::fromUtf16(m_plan.target->table));
-    const Row mark = image->size();
     const int start = m_done;
     QElapsedTimer clock;
     clock.start();
@@ -170,12 +168,18 @@ void ImportTransfer::run(int milliseconds) {
             transferRow(m_done++);
         batch.finish();
     } catch (const DatabaseLost& lost) {
-        // The block went back as a whole, a full disk mostly: what was committed before it stands.
-        image->discardFrom(mark);
-        m_done = start;
-        m_clean = false;
-        m_fault = QString::fromUtf8(lost.what());
+        giveUp(start, lost.text());
+    } catch (const ActionEnded& ended) {
+        giveUp(start, ended.text());
     }
+}
+
+/// The block went back as a whole, a full disk mostly: what was committed before it stands.
+void ImportTransfer::giveUp(int start, const QString& fault) {
+    m_session.cn.tellTakenBack();
+    m_done = start;
+    m_clean = false;
+    m_fault = fault;
 }
 
 void ImportTransfer::transferRow(int row) {

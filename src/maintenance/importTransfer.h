@@ -73,6 +73,7 @@ public:
 
 private:
     void transferRow(int row);
+    void giveUp(int start, const QString& fault);
 
     Session& m_session;
     const ImportPlan& m_plan;

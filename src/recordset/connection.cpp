@@ -103,60 +103,17 @@ void Connection::setPragmas() {
 Statement& Connection::cached(const QString& sql) {
     auto& statement = m_cached[sql];
     if (!statement)
-        statement = std::make_shared<Statement>(m_db, sql);
+        statement = std::make_shared<Statement>(m_db, sql, &m_failed);
     return *statement;
 }
 
 void Connection::execute(const QString& sql) {
-    char* words = nullptr;
-    if (sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &words) == SQLITE_OK)
-        return;
-    const QString text = QString::fromUtf8(words);
-    sqlite3_free(words);
-    fail(ErrorNumber::Engine, text, sql);
-}
-
-void Connection::write(Statement& statement) {
-    if (!m_lost.isEmpty())
-        throw DatabaseLost(m_lost);
-    if (m_batchDepth > 0 && !inTransaction()) {
-        try {
-            execute(QStringLiteral("BEGIN IMMEDIATE"));
-        } catch (...) {
-            statement.reset();
-            throw;
-        }
-    }
-    const bool batched = inTransaction();
-    try {
-        statement.run();
-    } catch (...) {
-        // Some failures (a full disk, an input/output error) roll the whole transaction back.
-        if (batched && !inTransaction())
-            throw DatabaseLost(QStringLiteral("写入失败，本次操作已全部撤回：%1")
-                                   .arg(QString::fromUtf8(sqlite3_errmsg(m_db))));
-        throw;
-    }
-}
-
-void Connection::write(const QString& sql) {
-    Statement statement = prepare(sql);
-    write(statement);
+    if (sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+        failEngine(m_db, sql, &m_failed);
 }
 
 bool Connection::inTransaction() const {
     return sqlite3_get_autocommit(m_db) == 0;
-}
-
-void Connection::endBatch() {
-    if (--m_batchDepth > 0 || !inTransaction())
-        return;
-    try {
-        execute(QStringLiteral("COMMIT"));
-    } catch (const RuntimeError& error) {
-        sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
-        throw DatabaseLost(QStringLiteral("写入磁盘失败，本次操作已全部撤回：%1").arg(error.text()));
-    }
 }
 
 bool Connection::hasTable(const QString& table) {
@@ -206,24 +163,4 @@ std::shared_ptr<TableImage> Connection::standingImage(const QString& table) cons
 
 void Connection::forgetImage(const QString& table) {
     m_images.remove(table.toLower());
-}
-
-WriteBatch::~WriteBatch() noexcept(false) {
-    if (!m_connection)
-        return;
-    // While another exception is on its way the rows written so far are kept. A commit that fails as well is
-    // told by the next write, since two exceptions cannot be on their way at once.
-    try {
-        m_connection->endBatch();
-    } catch (const DatabaseLost& lost) {
-        if (std::uncaught_exceptions() == m_exceptions)
-            throw;
-        m_connection->m_lost = QString::fromUtf8(lost.what());
-    }
-}
-
-void WriteBatch::finish() {
-    Connection* connection = std::exchange(m_connection, nullptr);
-    if (connection)
-        connection->endBatch();
 }

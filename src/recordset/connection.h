@@ -1,12 +1,16 @@
 #pragma once
 
+#include "recordset/fileMark.h"
 #include "recordset/statement.h"
+#include "recordset/transactionClient.h"
 
 #include <QHash>
 #include <QString>
 #include <QStringList>
 
+#include <atomic>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -14,7 +18,8 @@ class TableImage;
 struct ColumnInfo;
 
 /// The one connection to the database file: runs SQLite statements, keeps the table images that are open, and
-/// holds the transaction of a WriteBatch. Used from the user-interface thread only.
+/// holds the transaction of a WriteBatch. A transaction that fails is taken back in the file, in the images
+/// and in the cursors. Used from the user-interface thread only.
 class Connection {
 public:
     /// Opens an existing file for reading and writing, and asserts its pragmas (rollback journal in mode
@@ -27,12 +32,14 @@ public:
     const QString& path() const { return m_path; }
     sqlite3* handle() const { return m_db; }
 
-    Statement prepare(const QString& sql) { return Statement(m_db, sql); }
+    Statement prepare(const QString& sql) { return Statement(m_db, sql, &m_failed); }
     /// A statement that is prepared once and kept. It must be reset after its use.
     Statement& cached(const QString& sql);
-    /// Runs SQLite statements that give no rows, one after the other.
+    /// Runs SQLite statements that give no rows, one after the other, past transactions and images.
     void execute(const QString& sql);
-    /// Runs a statement that writes: inside a batch, the first one opens the transaction.
+    /// Runs a statement that writes: inside a batch, the first one opens the transaction; outside, it is a
+    /// transaction of its own. Throws RuntimeError where the engine refuses the statement, DatabaseLost where
+    /// the disk or the file fails, ActionEnded where another program holds the file and nobody waits for it.
     void write(Statement& statement);
     void write(const QString& sql);
 
@@ -51,25 +58,68 @@ public:
     bool inTransaction() const;
     /// Commits so far, counted by the commit hook.
     int commits() const { return m_commits; }
+    /// Counts up when a transaction begins and when it has ended: odd while one is under way. For a thread
+    /// that reads the file without a lock and wants to know whether it stood still.
+    const std::atomic<unsigned>& writeCount() const { return m_writeCount; }
+
+    /// Runs once before the first transaction; unset, or after it has run, there is nothing to wait for.
+    std::function<void()> beforeFirstWrite;
+    /// Asked where another program holds the file: true to try once more. Unset is never.
+    std::function<bool()> askAgain;
+    /// Called when an action was taken back and all cursors are as before it.
+    std::function<void()> onTakenBack;
+
+    void enrol(TransactionClient* client) { m_clients.push_back(client); }
+    void leave(TransactionClient* client) { std::erase(m_clients, client); }
+    /// Lets everybody who shows a cursor follow what the last actions took back.
+    void tellTakenBack();
+    /// The disk or the file failed while rows were read: what the action under way wrote will not stay.
+    void markFailed() { m_failed = true; }
 
 private:
     friend class WriteBatch;
     void openHandle();
     void setPragmas();
-    void beginBatch() { ++m_batchDepth; }
+
+    // The file.
+    void begin();
+    void commit();
+    void rollBack();
+    void closeTransaction();
+    void runWhenFree(const char* sql);
+    void endFailedStatement(Statement& statement);
+    [[noreturn]] void endFailedCommit(const QString& words);
+
+    // What goes with it in memory.
+    void beginBatch();
     void endBatch();
+    void noteBefore();
+    void forgetBefore();
+    void restore();
+    void takeBack();
+    void forgetImages();
+    void tellClientsOfRollback();
 
     QString m_path;
     sqlite3* m_db = nullptr;
     QHash<QString, std::shared_ptr<Statement>> m_cached;
-    QHash<QString, std::shared_ptr<TableImage>> m_images; // by lower-case name
+    QHash<QString, std::shared_ptr<TableImage>> m_images;       // by lower-case name
+    QHash<QString, std::shared_ptr<TableImage>> m_imagesBefore; // when the batch began
+    std::vector<TransactionClient*> m_clients;
     int m_batchDepth = 0;
     int m_commits = 0;
-    QString m_lost; // why the file no longer holds what the images hold; empty while it does
+    std::atomic<unsigned> m_writeCount = 0;
+    bool m_noted = false;  // images and cursors know how they were when the batch began
+    bool m_open = false;   // a transaction of ours, whatever the engine has made of it since
+    bool m_failed = false; // the disk or the file failed since the batch began, or nobody waits for another
+    FileMark m_mark;       // that the transaction writes
+    QString m_untold;      // a commit that failed while another exception was on its way
 };
 
 /// One user action, one transaction: everything written while the outermost batch lives becomes durable
-/// together at finish(), or at the end of its scope where an exception leaves it.
+/// together at finish(), or at the end of its scope where an exception leaves it. Where the disk fails, or
+/// the user will not wait for another program, nothing of it is done: file, images and cursors are as they
+/// were when the batch began.
 class WriteBatch {
 public:
     explicit WriteBatch(Connection& connection)
@@ -81,7 +131,8 @@ public:
     WriteBatch(const WriteBatch&) = delete;
     WriteBatch& operator=(const WriteBatch&) = delete;
 
-    /// Commits, if this is the outermost batch. Throws DatabaseLost where the commit fails.
+    /// Commits, if this is the outermost batch. Throws DatabaseLost where the commit fails, ActionEnded where
+    /// another program holds the file.
     void finish();
 
 private:

@@ -13,6 +13,9 @@ RuntimeError::RuntimeError(int number, QString text, QString statement)
 DatabaseLost::DatabaseLost(const QString& text)
     : m_what(text.toUtf8()) {}
 
+ActionEnded::ActionEnded(const QString& text)
+    : m_what(text.toUtf8()) {}
+
 void fail(int number, const QString& text, const QString& statement) {
     throw RuntimeError(number, text, statement);
 }

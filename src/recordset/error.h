@@ -43,10 +43,25 @@ private:
     QByteArray m_what;
 };
 
-/// The file no longer holds what the images hold (a commit failed). Never ignored: the process must end.
+/// The disk or the file failed: full, not readable, not writable, damaged. Never passed over. What the action
+/// had written was taken back, in the file and in memory, unless the text says that it was booked.
 class DatabaseLost : public std::exception {
 public:
     explicit DatabaseLost(const QString& text);
+    QString text() const { return QString::fromUtf8(m_what); }
+    const char* what() const noexcept override { return m_what.constData(); }
+
+private:
+    QByteArray m_what;
+};
+
+/// The action ends here with nothing of it done, and the program goes on: a disk that failed where errors are
+/// passed over, or a user who would not wait for another program any longer.
+class ActionEnded : public std::exception {
+public:
+    /// `text`: what the user is to be told; empty where he knows.
+    explicit ActionEnded(const QString& text);
+    QString text() const { return QString::fromUtf8(m_what); }
     const char* what() const noexcept override { return m_what.constData(); }
 
 private:

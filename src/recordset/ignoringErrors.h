@@ -4,10 +4,11 @@
 
 /// The last run-time error of a routine that passes over its failed statements, one object for each
 /// activation of the routine. Each statement runs singly through run() or test(), so that the one after a
-/// failed one still runs. Only RuntimeError is passed over.
+/// failed one still runs. Only RuntimeError is passed over; a disk that fails ends the routine's action, and
+/// the program lives.
 class IgnoringErrors {
 public:
-    /// Runs one statement; false where it failed.
+    /// Runs one statement; false where it failed. Throws ActionEnded where the disk or the file failed.
     template <typename Statement> bool run(Statement&& statement) {
         try {
             statement();
@@ -15,6 +16,8 @@ public:
         } catch (const RuntimeError& error) {
             m_number = error.number();
             return false;
+        } catch (const DatabaseLost& lost) {
+            throw ActionEnded(lost.text());
         }
     }
 

@@ -116,7 +116,7 @@ LoadedRows readRange(sqlite3* db, const QString& table, const std::vector<Column
     const QByteArray sql = selectText(table, columns).toUtf8();
     sqlite3_stmt* raw = nullptr;
     if (sqlite3_prepare_v2(db, sql.constData(), int(sql.size()), &raw, nullptr) != SQLITE_OK)
-        fail(ErrorNumber::Engine, QString::fromUtf8(sqlite3_errmsg(db)), table);
+        failEngine(db, table);
     const StatementHandle statement(raw, sqlite3_finalize);
     sqlite3_bind_int64(raw, 1, range.first);
     sqlite3_bind_int64(raw, 2, range.last);
@@ -138,7 +138,7 @@ LoadedRows readRange(sqlite3* db, const QString& table, const std::vector<Column
             reader.read();
     }
     if (code != SQLITE_DONE)
-        fail(ErrorNumber::Engine, QString::fromUtf8(sqlite3_errmsg(db)), table);
+        failEngine(db, table);
     return rows;
 }
 
@@ -199,9 +199,7 @@ void appendRows(LoadedRows& rows, LoadedRows& rest) {
     odd.get();
 }
 
-} // namespace
-
-LoadedRows loadRows(Connection& connection, const QString& table, const std::vector<ColumnInfo>& columns) {
+LoadedRows readRows(Connection& connection, const QString& table, const std::vector<ColumnInfo>& columns) {
     const RowidRange whole = wholeRange(connection, table);
     DatabaseHandle second(nullptr, sqlite3_close);
     if (whole.span() >= kWorthTwoThreads && !connection.inTransaction())
@@ -218,4 +216,15 @@ LoadedRows loadRows(Connection& connection, const QString& table, const std::vec
     LoadedRows rest = upper.get();
     appendRows(rows, rest);
     return rows;
+}
+
+} // namespace
+
+LoadedRows loadRows(Connection& connection, const QString& table, const std::vector<ColumnInfo>& columns) {
+    try {
+        return readRows(connection, table, columns);
+    } catch (const DatabaseLost&) {
+        connection.markFailed();
+        throw;
+    }
 }

@@ -4,6 +4,7 @@
 #include "recordset/dialectRun.h"
 #include "recordset/error.h"
 #include "recordset/predicate.h"
+#include "recordset/recordsetBefore.h"
 
 #include <algorithm>
 #include <atomic>
@@ -42,9 +43,12 @@ void Field::setValue(const CellValue& value) {
 }
 
 Recordset::Recordset(Connection& connection)
-    : m_connection(connection) {}
+    : m_connection(connection) {
+    m_connection.enrol(this);
+}
 
 Recordset::~Recordset() {
+    m_connection.leave(this);
     if (m_image)
         m_image->detach(this);
 }

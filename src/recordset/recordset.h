@@ -3,6 +3,7 @@
 #include "recordset/condition.h"
 #include "recordset/connection.h"
 #include "recordset/rowView.h"
+#include "recordset/transactionClient.h"
 
 #include <QString>
 #include <QStringList>
@@ -72,8 +73,9 @@ private:
 /// A cursor over a table or a query result: a keyset of rows, a view of it under Filter and Sort, a position,
 /// and pending edits that only Update and UpdateBatch write. All cursors over a table share its image, so
 /// that an update or a deletion is seen by all at once; a row inserted elsewhere is seen after Requery or
-/// reopen.
-class Recordset : private ImageClient {
+/// reopen. Where a transaction is taken back, rows, pending edits, Filter, Sort and position are as before
+/// it.
+class Recordset : private ImageClient, private TransactionClient {
 public:
     enum class Direction { Forward, Backward };
 
@@ -94,6 +96,8 @@ public:
     /// 0 closed, 1 open.
     int State() const { return m_image ? 1 : 0; }
     bool isOpen() const { return m_image != nullptr; }
+    /// The statement that it was opened with.
+    const QString& source() const { return m_source; }
     /// Open with at least one row in the view.
     bool hasRows() const { return m_image && m_view.size() > 0; }
     /// Runs the statement again: pending edits dropped, Filter off, Sort kept and applied.
@@ -214,6 +218,8 @@ private:
     void showRows(std::vector<RowId> rows);
     void showAllRows();
     std::vector<RowId> rowsUnderFilter() const;
+    /// The rows of the keyset that a Filter lets through; all of them without a text.
+    std::vector<RowId> rowsOfFilter(const QString& text) const;
     std::vector<RowId> sorted(std::vector<RowId> rows, const std::vector<SortKey>& keys) const;
     std::vector<SortKey> sortKeys(const QString& text) const;
     void goFirst();
@@ -238,6 +244,17 @@ private:
     CellValue originalOf(RowId row, int field) const;
     void assign(int field, const CellValue& value);
     std::vector<RowId> pendingInBaseOrder() const;
+
+    // TransactionClient.
+    void transactionBegun() override;
+    void transactionKept() override;
+    void transactionTakenBack() noexcept override;
+    void tellTakenBack() override;
+    struct Before;
+    void restore(Before& before);
+    void takeImage(std::shared_ptr<TableImage> image);
+    void readAgain();
+    void viewAgain();
 
     // ImageClient.
     void rowUpdated(Row row) override;
@@ -267,6 +284,8 @@ private:
     quint64 m_viewVersion = 0;
     CurrentMark m_told;
     std::optional<RowView::Place> m_beingDeleted;
+    std::unique_ptr<Before> m_before; // what a transaction under way may have to bring back
+    bool m_untold = false;            // taken back, and nobody who shows it knows yet
 };
 
 /// While it lives, observers hear nothing of the current row; they are told once at its end if the row or the

@@ -182,12 +182,14 @@ std::vector<RowId> Recordset::sorted(std::vector<RowId> rows, const std::vector<
     return keys.empty() ? rows : sortedRows(std::move(rows), keys, *m_image, m_edits);
 }
 
+std::vector<RowId> Recordset::rowsOfFilter(const QString& text) const {
+    return text.isEmpty() ? m_keyset.sequence(*m_image)
+                          : Predicate(parseFilter(text), *m_image, m_fields).select(m_keyset, m_edits);
+}
+
 void Recordset::setFilter(const QString& text) {
     requireOpen();
-    std::vector<RowId> rows =
-        text.isEmpty() ? m_keyset.sequence(*m_image)
-                       : Predicate(parseFilter(text), *m_image, m_fields).select(m_keyset, m_edits);
-    rows = sorted(std::move(rows), m_sort);
+    std::vector<RowId> rows = sorted(rowsOfFilter(text), m_sort);
     m_filterText = text;
     showRows(std::move(rows));
     goFirst();

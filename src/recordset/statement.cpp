@@ -6,18 +6,40 @@
 
 namespace {
 
-[[noreturn]] void failEngine(sqlite3* db, const QString& sql) {
-    fail(ErrorNumber::Engine, QString::fromUtf8(sqlite3_errmsg(db)), sql);
+/// Whether a failure is one of the disk or of the file, not one of the statement.
+bool isOfTheDisk(int code) {
+    switch (code & 0xff) {
+    case SQLITE_FULL:
+    case SQLITE_IOERR:
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_CANTOPEN:
+    case SQLITE_READONLY:
+    case SQLITE_NOMEM:
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace
 
-Statement::Statement(sqlite3* db, const QString& sql)
+void failEngine(sqlite3* db, const QString& sql, bool* lost) {
+    const QString words = QString::fromUtf8(sqlite3_errmsg(db));
+    if (!isOfTheDisk(sqlite3_errcode(db)))
+        fail(ErrorNumber::Engine, words, sql);
+    if (lost)
+        *lost = true;
+    throw DatabaseLost(QStringLiteral("数据文件读写失败：%1").arg(words));
+}
+
+Statement::Statement(sqlite3* db, const QString& sql, bool* lost)
     : m_db(db)
-    , m_sql(sql) {
+    , m_sql(sql)
+    , m_lost(lost) {
     const QByteArray utf8 = sql.toUtf8();
     if (sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_statement, nullptr) != SQLITE_OK)
-        failEngine(db, sql);
+        failEngine(db, sql, m_lost);
 }
 
 Statement::~Statement() {
@@ -28,6 +50,7 @@ Statement::Statement(Statement&& other) noexcept
     : m_db(other.m_db)
     , m_statement(std::exchange(other.m_statement, nullptr))
     , m_sql(std::move(other.m_sql))
+    , m_lost(other.m_lost)
     , m_texts(std::move(other.m_texts)) {}
 
 void Statement::bind(int position, const CellValue& value) {
@@ -66,7 +89,7 @@ bool Statement::step() {
         return true;
     if (code == SQLITE_DONE)
         return false;
-    failEngine(m_db, m_sql);
+    failEngine(m_db, m_sql, m_lost);
 }
 
 void Statement::reset() {
@@ -75,11 +98,11 @@ void Statement::reset() {
 }
 
 void Statement::run() {
-    const int code = sqlite3_step(m_statement);
-    if (code != SQLITE_DONE && code != SQLITE_ROW) {
-        const QString words = QString::fromUtf8(sqlite3_errmsg(m_db));
+    try {
+        step();
+    } catch (...) {
         reset();
-        fail(ErrorNumber::Engine, words, m_sql);
+        throw;
     }
     reset();
 }

@@ -11,10 +11,15 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
+/// Throws what the storage engine's last failure on this connection is: DatabaseLost where the disk or the
+/// file failed, and sets `*lost` then; else RuntimeError(Engine) with the engine's words.
+[[noreturn]] void failEngine(sqlite3* db, const QString& sql, bool* lost = nullptr);
+
 /// A prepared SQLite statement. Finalised with the object.
 class Statement {
 public:
-    Statement(sqlite3* db, const QString& sql);
+    /// `lost`, where given, is set when the disk or the file fails under the statement, and outlives it.
+    Statement(sqlite3* db, const QString& sql, bool* lost = nullptr);
     ~Statement();
     Statement(Statement&&) noexcept;
     Statement& operator=(Statement&&) = delete;
@@ -25,7 +30,7 @@ public:
     void bindText(int position, const QString& text);
     /// UTF-8 that stays where it is until the statement is reset.
     void bindBytes(int position, std::string_view text);
-    /// True while there is a row. Throws RuntimeError(Engine) with the engine's words.
+    /// True while there is a row. Throws RuntimeError(Engine) with the engine's words, DatabaseLost.
     bool step();
     /// Makes the statement ready to run again, its bindings gone.
     void reset();
@@ -45,5 +50,6 @@ private:
     sqlite3* m_db;
     sqlite3_stmt* m_statement = nullptr;
     QString m_sql;
+    bool* m_lost;
     std::vector<QByteArray> m_texts; // what the bound texts point at
 };

@@ -294,6 +294,7 @@ void TableImage::update(Row row, const CellChanges& cells) {
         statement.bind(int(i) + 1, cells[i].second);
     statement.bind(int(cells.size()) + 1, m_rowids[row]);
     m_connection->write(statement);
+    noteCells(row, cells);
     for (const auto& [column, value] : cells)
         setCell(row, column, value);
     m_readRows.erase(row);
@@ -309,23 +310,16 @@ void TableImage::remove(Row row) {
     tell([row](ImageClient& client) { client.rowAboutToBeDeleted(row); });
     m_deleted[row] = 1;
     ++m_deletedCount;
+    if (m_undo)
+        m_undo->deleted.push_back(row);
     tell([row](ImageClient& client) { client.rowDeleted(row); });
-}
-
-void TableImage::discardFrom(Row first) {
-    for (Row row = size(); row-- > first;) {
-        if (m_deleted[row])
-            continue;
-        tell([row](ImageClient& client) { client.rowAboutToBeDeleted(row); });
-        m_deleted[row] = 1;
-        ++m_deletedCount;
-        tell([row](ImageClient& client) { client.rowDeleted(row); });
-    }
 }
 
 void TableImage::removeAll() {
     requireWritable();
     m_connection->write(QStringLiteral("DELETE FROM %1").arg(quotedName(m_table)));
+    if (m_undo && !m_undo->all)
+        m_undo->all = m_deleted;
     std::fill(m_deleted.begin(), m_deleted.end(), char(1));
     m_deletedCount = size();
     tell([](ImageClient& client) { client.allRowsDeleted(); });

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -73,10 +74,16 @@ public:
     void update(Row row, const CellChanges& cells);
     void remove(Row row);
     void removeAll();
-    /// Takes back rows from a slot on that the database rolled back; nothing is written.
-    void discardFrom(Row first);
+    /// From here on every change is noted, until the batch is kept or taken back.
+    void transactionBegun();
+    void transactionKept() { m_undo.reset(); }
+    /// Puts every row back as it was when the batch began. Cursors are not told.
+    void transactionTakenBack();
     /// The table is gone from the database: the rows stay for reading, writing fails.
     void markDropped() { m_dropped = true; }
+    /// The rows are not those of the file: cursors over them close when they are told of it.
+    void vanish() { m_vanished = m_dropped = true; }
+    bool hasVanished() const { return m_vanished; }
     void appendPictureRow(const std::vector<CellValue>& cells);
 
     void attach(ImageClient* client) { m_clients.push_back(client); }
@@ -88,7 +95,23 @@ public:
     std::size_t indexMemory() const;
 
 private:
+    /// What a transaction has changed so far.
+    struct Undo {
+        struct Cell {
+            Row row;
+            int column;
+            CellValue value;
+        };
+        Row size = 0;                         // slots when it began
+        std::vector<char> loaded;             // columns in memory then
+        std::vector<Cell> cells;              // as they were, the latest last
+        std::vector<Row> deleted;             // one by one
+        std::optional<std::vector<char>> all; // marks of all rows before they went at once
+    };
+
     void requireWritable() const;
+    void noteCells(Row row, const CellChanges& cells);
+    void unload(int column);
     Statement& insertStatement(const CellChanges& cells);
     void fillColumn(ColumnStore& column, const ColumnStore& loaded, const std::vector<qint64>& rowids) const;
     const CellValue& storedValue(Row row, int column) const;
@@ -105,6 +128,8 @@ private:
     qint32 m_lastSerial = 0;
     qint64 m_lastRowid = 0;
     bool m_dropped = false;
+    bool m_vanished = false;
+    std::unique_ptr<Undo> m_undo;
     std::vector<ImageClient*> m_clients;
     mutable std::vector<EqualityIndex> m_indexes;
     mutable std::vector<std::vector<quint32>> m_ranks;

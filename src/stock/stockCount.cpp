@@ -43,7 +43,7 @@ void newStockCount(Session& session) {
         zeroEveryRow(count);
         count->MoveLast();
     });
-    batch.finish();
+    errors.run([&] { batch.finish(); });
 }
 
 bool continueStockCount(Session& session) {

@@ -48,8 +48,8 @@ TEST_F(Ignoring, ATargetKeepsItsValueWhereTheStatementFails) {
     EXPECT_EQ(count, 5);
 }
 
-TEST_F(Ignoring, OnlyRunTimeErrorsArePassedOver) {
-    EXPECT_THROW(errors.run([] { throw DatabaseLost(QStringLiteral("disk")); }), DatabaseLost);
+TEST_F(Ignoring, ADiskThatFailsEndsTheActionAndOnlyRunTimeErrorsArePassedOver) {
+    EXPECT_THROW(errors.run([] { throw DatabaseLost(QStringLiteral("disk")); }), ActionEnded);
     EXPECT_THROW(errors.run([] { throw std::bad_alloc(); }), std::bad_alloc);
 }
 
