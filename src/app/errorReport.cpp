@@ -1,13 +1,51 @@
 #include "app/errorReport.h"
 
+#include "app/reportDialog.h"
+#include "controls/prompts.h"
 #include "recordset/error.h"
 
+#include <QFile>
 #include <QGuiApplication>
-#include <QMessageBox>
-#include <QPushButton>
 
 #include <cstdio>
 #include <cstdlib>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+/// Shown and printed to its end, whatever signs a stored text brings in.
+QString printable(QString text) {
+    return text.replace(QChar(u'\0'), QChar(0x2400));
+}
+
+/// The same process runs the program from its beginning: its locks are gone with its descriptors, so that no
+/// other copy comes in between.
+void startAnew(const QStringList& arguments) {
+    std::vector<QByteArray> words{QFile::encodeName(QCoreApplication::applicationFilePath())};
+    for (const QString& argument : arguments)
+        words.push_back(QFile::encodeName(argument));
+    std::vector<char*> pointers;
+    for (QByteArray& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    execv(words.front().constData(), pointers.data());
+    std::perror("execv");
+}
+
+void print(const QString& text) {
+    const QByteArray bytes = printable(text).toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stderr);
+    std::fflush(stderr);
+}
+
+/// On the platforms without a screen nobody could press a button.
+bool hasScreen() {
+    const QString platform = QGuiApplication::platformName();
+    return platform != u"offscreen" && platform != u"minimal";
+}
+
+} // namespace
 
 QString reportText(const std::exception& error, const QString& databasePath) {
     QStringList lines{QStringLiteral("程序遇到错误，必须结束。已保存的数据不受影响。"), QString()};
@@ -15,26 +53,40 @@ QString reportText(const std::exception& error, const QString& databasePath) {
         lines << QStringLiteral("错误 %1：%2").arg(runtime->number()).arg(runtime->text());
         if (!runtime->statement().isEmpty())
             lines << QStringLiteral("语句：%1").arg(runtime->statement());
+    } else if (const auto* lost = dynamic_cast<const DatabaseLost*>(&error)) {
+        lines << QStringLiteral("错误：%1").arg(lost->text());
     } else {
         lines << QStringLiteral("错误：%1").arg(QString::fromUtf8(error.what()));
     }
     lines << QStringLiteral("数据库：%1").arg(databasePath);
-    return lines.join(u'\n');
+    return printable(lines.join(u'\n'));
 }
 
-void showReport(const QString& text) {
-    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
-    std::fflush(stderr);
-    // On the platforms without a screen nobody could press the button.
-    const QString platform = QGuiApplication::platformName();
-    if (platform == u"offscreen" || platform == u"minimal")
+void showReport(const QString& text, const QString& databasePath, WayBack wayBack) {
+    print(text);
+    if (!hasScreen())
         return;
-    QMessageBox box(QMessageBox::Critical, QStringLiteral("衡商汇"), text);
-    box.addButton(QMessageBox::Ok)->setText(QStringLiteral("确定"));
-    box.exec();
+    ReportDialog dialog(printable(text));
+    if (wayBack == WayBack::Restore)
+        dialog.offerBackups(databasePath);
+    if (wayBack != WayBack::None)
+        dialog.offerReopen();
+    dialog.exec();
+    if (dialog.answer() == ReportDialog::Answer::Reopen)
+        startAnew({});
+    if (dialog.answer() == ReportDialog::Answer::Restore)
+        startAnew({QStringLiteral("--restore"), dialog.chosenBackup()});
 }
 
-void endWithReport(const QString& text) {
-    showReport(text);
+void showNote(const QString& text) {
+    print(text);
+    if (!hasScreen())
+        return;
+    WindowPrompts prompts;
+    prompts.tell(text, QStringLiteral("衡商汇"));
+}
+
+void endWithReport(const QString& text, const QString& databasePath, WayBack wayBack) {
+    showReport(text, databasePath, wayBack);
     std::_Exit(1);
 }

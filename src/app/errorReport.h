@@ -7,8 +7,19 @@
 /// The report of a failure that nobody caught: what failed, the statement, the file.
 QString reportText(const std::exception& error, const QString& databasePath);
 
-/// Prints the report to stderr and, where there is a screen, shows it. Returns when the user has read it.
-void showReport(const QString& text);
+/// What a report offers beside its end.
+enum class WayBack {
+    None,
+    Reopen,  // the program starts anew on the same books
+    Restore, // the same, or a backup is put back first
+};
+
+/// Prints the report to stderr and, where there is a screen, shows it with its way back. Returns when the
+/// user ends it; where he takes the way back, the program starts anew and this does not return.
+void showReport(const QString& text, const QString& databasePath = {}, WayBack wayBack = WayBack::None);
+
+/// Something to be known before there is a window: printed to stderr and, where there is a screen, shown.
+void showNote(const QString& text);
 
 /// Shows the report and ends the process with code 1 at once: what was updated stays, pending edits are lost.
-[[noreturn]] void endWithReport(const QString& text);
+[[noreturn]] void endWithReport(const QString& text, const QString& databasePath, WayBack wayBack);

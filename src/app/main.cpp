@@ -3,57 +3,135 @@
 #include "app/oldBooks.h"
 #include "app/registry.h"
 #include "app/shopApplication.h"
+#include "app/startJobs.h"
 #include "app/startUp.h"
 #include "controls/prompts.h"
+#include "data/booksLock.h"
+#include "data/journalFiles.h"
 #include "data/schema.h"
+#include "data/unfinished.h"
+#include "maintenance/restore.h"
 #include "shell/MDIForm1.h"
 #include "shell/version.h"
 
+#include <QFileInfo>
+#include <QStatusBar>
 #include <QTimer>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 
 namespace {
 
-/// Ends with the report where the file cannot serve; before any window, and without touching it.
-void requireDatabase(const QString& path) {
-    const QString fault = databaseFault(path);
+/// Ends with the report where something is wrong; before any window.
+void require(const QString& fault, const QString& path, WayBack wayBack) {
     if (fault.isEmpty())
         return;
-    showReport(fault);
+    showReport(fault, path, wayBack);
     std::exit(1);
 }
 
+/// Moves away what the engine would take for the file's own and is not, and says so.
+void clearAway(const QString& path, const BooksLock& lock) {
+    if (hasStrays(path) && lock.isUsedByOthers())
+        require(QStringLiteral("不能打开数据库 %1\n文件正被另一个程序使用（已锁定）。").arg(path), path,
+                WayBack::Reopen);
+    try {
+        const QStringList names = putStraysAside(path);
+        if (!names.isEmpty())
+            showNote(strayNote(names));
+        clearUnfinished(path);
+    } catch (const std::exception& error) {
+        require(reportText(error, path), path, WayBack::Reopen);
+    }
+}
+
 /// Takes over the books of an old installation, or ends where that cannot be or is not wanted.
-void acceptOldBooks(const QString& path) {
-    WindowPrompts prompts;
-    const OldBooksResult result = meetOldBooks(path, prompts);
+void acceptOldBooks(const QString& path, BooksLock& lock, Prompts& prompts) {
+    const OldBooksResult result = meetOldBooks(path, prompts, &lock);
     if (result.outcome == OldBooks::Refused)
         showReport(result.fault);
     if (result.outcome == OldBooks::Refused || result.outcome == OldBooks::Declined)
         std::exit(result.outcome == OldBooks::Refused ? 1 : 0);
 }
 
-int run(ShopApplication& application, const QString& appPath, const QString& databasePath,
-        DatabaseLock& lock) {
+/// Puts a backup back that the command line names.
+void restore(const QString& backup, const QString& path, BooksLock& lock) {
+    const Restored result = restoreBackup(backup, path, lock);
+    require(result.fault, path, WayBack::Restore);
+    showNote(result.kept.isEmpty()
+                 ? QStringLiteral("已经恢复备份。")
+                 : QStringLiteral("已经恢复备份。原来的数据文件保留为：%1").arg(result.kept));
+}
+
+/// Goes through what must be right before the file is opened. The lock is held afterwards.
+void prepareFile(const QString& path, const std::optional<QString>& backup, BooksLock& lock,
+                 Prompts& prompts) {
+    const bool missing = !QFileInfo::exists(path);
+    if (!missing || !backup)
+        require(lock.fault(), path, missing ? WayBack::Restore : WayBack::None);
+    clearAway(path, lock);
+    if (backup)
+        restore(*backup, path, lock);
+    acceptOldBooks(path, lock, prompts);
+    require(databaseFault(path), path, WayBack::Restore);
+}
+
+/// What the open books ask of the user, or tell him.
+void wire(ShopApplication& application, MDIForm1& main, StartJobs& jobs, Prompts& prompts) {
+    Connection& books = main.host().session().cn;
+    books.askAgain = [&prompts] {
+        return prompts.ask(QStringLiteral("数据文件正被另一个程序使用（已锁定），这一步还没有记入。\n"
+                                          "再试一次吗？选“否”就放弃这一步，一切照旧。"),
+                           QStringLiteral("衡商汇"));
+    };
+    application.onActionEnded = [&books, &prompts](const QString& text) {
+        books.tellTakenBack();
+        if (!text.isEmpty())
+            prompts.tell(text, QStringLiteral("衡商汇"));
+    };
+    jobs.onDamage = [path = books.path()](const QString& fault) {
+        endWithReport(
+            QStringLiteral("数据库 %1 已损坏，程序必须结束，没有写入任何内容。\n%2").arg(path, fault), path,
+            WayBack::Restore);
+    };
+    jobs.onNoBackup = [&main](const QString& fault) { main.statusBar()->showMessage(fault); };
+}
+
+int run(ShopApplication& application, const QString& appPath, const QString& databasePath, BooksLock& lock,
+        Prompts& prompts) {
     Session session(databasePath);
     session.appPath = appPath;
-    WindowPrompts prompts;
     MDIForm1 main(session, prompts);
     main.endProcess = [&lock] {
         lock.release();
         std::_Exit(0);
     };
     registerAll(main, prompts);
+    StartJobs jobs(session.cn, QDate::currentDate());
+    wire(application, main, jobs, prompts);
     main.show();
     // The frame is painted before the tables are read, so that a large shop has its window at once.
-    QTimer::singleShot(0, &main, [&main] {
+    QTimer::singleShot(0, &main, [&] {
         main.repaint();
+        jobs.start();
         startShop(main);
+        application.setOpened();
     });
     return application.exec();
+}
+
+/// The backup that the command line asks to put back; ends with the usage where it cannot be understood.
+std::optional<QString> backupAsked(const QStringList& arguments) {
+    if (arguments.size() == 3 && arguments[1] == u"--restore")
+        return arguments[2];
+    if (arguments.size() == 1)
+        return std::nullopt;
+    std::fputs("usage: hengshanghui [--version | --restore FILE]\n", stderr);
+    std::exit(2);
 }
 
 } // namespace
@@ -64,6 +142,9 @@ int main(int argc, char** argv) {
         std::puts(qUtf8Printable(programVersion()));
         return 0;
     }
+    // A file that may not grow is a full disk, and a report that nobody reads is no reason to die of it.
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
     ShopApplication application(argc, argv);
     application.setApplicationName(QStringLiteral("衡商汇"));
     application.setQuitOnLastWindowClosed(false);
@@ -71,16 +152,13 @@ int main(int argc, char** argv) {
     const QString appPath = QCoreApplication::applicationDirPath();
     const QString databasePath = appPath + u'/' + databaseFileName();
     application.setDatabasePath(databasePath);
-    acceptOldBooks(databasePath);
-    requireDatabase(databasePath);
-    DatabaseLock lock(databasePath);
-    if (!lock.fault().isEmpty()) {
-        showReport(lock.fault());
-        return 1;
-    }
+    const std::optional<QString> backup = backupAsked(application.arguments());
+    WindowPrompts prompts;
+    BooksLock lock(databasePath);
+    prepareFile(databasePath, backup, lock, prompts);
     try {
-        return run(application, appPath, databasePath, lock);
+        return run(application, appPath, databasePath, lock, prompts);
     } catch (const std::exception& error) {
-        endWithReport(reportText(error, databasePath));
+        endWithReport(reportText(error, databasePath), databasePath, WayBack::Restore);
     }
 }

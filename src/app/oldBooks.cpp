@@ -1,6 +1,5 @@
 #include "app/oldBooks.h"
 
-#include "app/startUp.h"
 #include "controls/longWork.h"
 #include "controls/prompts.h"
 #include "import/importSource.h"
@@ -26,12 +25,13 @@ void tellLost(const QStringList& lost, Prompts& prompts) {
 }
 
 /// Runs the conversion with its progress; gives what went wrong, "" if nothing did.
-QString convert(const QString& path, Prompts& prompts) {
+QString convert(const QString& path, Prompts& prompts, BooksLock* lock) {
     try {
         TakenOver result;
         {
             LongWork work(QStringLiteral("正在转换旧数据库…"), 0);
-            result = takeOver(path, [&work](int done, int total) { work.stepOf(done, total); });
+            result = takeOver(
+                path, [&work](int done, int total) { work.stepOf(done, total); }, lock);
         }
         tellLost(result.lost, prompts);
         prompts.tell(QStringLiteral("转换完成。旧文件保留为：%1").arg(QFileInfo(result.kept).fileName()),
@@ -48,12 +48,9 @@ QString convert(const QString& path, Prompts& prompts) {
 
 } // namespace
 
-OldBooksResult meetOldBooks(const QString& databasePath, Prompts& prompts) {
+OldBooksResult meetOldBooks(const QString& databasePath, Prompts& prompts, BooksLock* lock) {
     if (!isJetFile(databasePath))
         return {};
-    DatabaseLock lock(databasePath);
-    if (!lock.fault().isEmpty())
-        return {OldBooks::Refused, lock.fault()};
     if (const QString fault = takeOverFault(databasePath); !fault.isEmpty())
         return {OldBooks::Refused, fault};
     if (!prompts.confirm(QStringLiteral("%1\n是旧版衡商汇的数据文件。要转换成新的格式吗？\n"
@@ -61,6 +58,6 @@ OldBooksResult meetOldBooks(const QString& databasePath, Prompts& prompts) {
                              .arg(databasePath),
                          QStringLiteral("衡商汇")))
         return {OldBooks::Declined, {}};
-    const QString fault = convert(databasePath, prompts);
+    const QString fault = convert(databasePath, prompts, lock);
     return {fault.isEmpty() ? OldBooks::TakenOver : OldBooks::Refused, fault};
 }

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class BooksLock;
 class Prompts;
 
 enum class OldBooks {
@@ -16,5 +17,6 @@ struct OldBooksResult {
     QString fault;
 };
 
-/// Where the database is that of an old installation: says so, asks, and takes it over.
-OldBooksResult meetOldBooks(const QString& databasePath, Prompts& prompts);
+/// Where the database is that of an old installation: says so, asks, and takes it over. `lock`: the lock on
+/// it, where it is held; it goes over to the new file.
+OldBooksResult meetOldBooks(const QString& databasePath, Prompts& prompts, BooksLock* lock = nullptr);

@@ -4,30 +4,29 @@
 #include "shell/MDIForm1.h"
 
 #include <QFileInfo>
-
-DatabaseLock::DatabaseLock(const QString& databasePath)
-    : m_lock(QFileInfo(databasePath).canonicalFilePath() + QStringLiteral(".lock")) {
-    // Only a lock whose process is gone is stale, however old it is.
-    m_lock.setStaleLockTime(0);
-    if (m_lock.tryLock(100))
-        return;
-    if (m_lock.error() == QLockFile::LockFailedError)
-        m_fault = QStringLiteral("不能打开数据库 %1\n衡商汇已经在使用这个文件，不能同时打开两次。")
-                      .arg(databasePath);
-    else
-        m_fault = QStringLiteral("不能打开数据库 %1\n所在的文件夹不能写入锁文件。").arg(databasePath);
-}
+#include <QStatusBar>
 
 void startShop(MDIForm1& main) {
     Session& session = main.host().session();
     openBooks(session);
-    recountTotals(session, [&main](int done, int total) {
+    const int changed = recountTotals(session, [&main](int done, int total) {
         main.showProgress(QStringLiteral("正在核对客户累计"), done, total);
     });
     main.endProgress();
     main.host().show(QStringLiteral("dataInputFm1"));
+    if (changed > 0)
+        main.statusBar()->showMessage(
+            QStringLiteral("核对客户累计：%1 位客户的累计和购物记录不符，已经按购物记录改正。").arg(changed));
 }
 
 QString databaseFileName() {
     return QStringLiteral("VelmorClientBank.mdb");
+}
+
+QString strayNote(const QStringList& names) {
+    QString text = QStringLiteral("数据文件旁边有不属于它的日志文件（多半是换上备份以前的文件留下的），"
+                                  "没有使用，已经改名放在一边：\n");
+    for (const QString& name : names)
+        text += QFileInfo(name).fileName() + u'\n';
+    return text.trimmed();
 }

@@ -1,27 +1,17 @@
 #pragma once
 
-#include <QLockFile>
 #include <QString>
+#include <QStringList>
 
 class MDIForm1;
 
-/// The lock that keeps a second copy of the program off the same file.
-class DatabaseLock {
-public:
-    /// Takes the lock beside the file; fault() says why it could not.
-    explicit DatabaseLock(const QString& databasePath);
-    void release() { m_lock.unlock(); }
-    /// Empty where the lock is held.
-    const QString& fault() const { return m_fault; }
-
-private:
-    QLockFile m_lock;
-    QString m_fault;
-};
-
-/// Opens the books, recounts the customers' totals and shows the register. In: called once, after the main
-/// window is shown. Throws RuntimeError.
+/// Opens the books, recounts the customers' totals and shows the register; the status bar says of how many
+/// customers the totals changed. In: called once, after the main window is shown. Throws RuntimeError,
+/// DatabaseLost.
 void startShop(MDIForm1& main);
 
 /// Name of the database file beside the program.
 QString databaseFileName();
+
+/// What is said of files beside the database that were put aside under these names.
+QString strayNote(const QStringList& names);

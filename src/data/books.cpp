@@ -7,10 +7,10 @@ void openBooks(Session& session) {
     session.readCurrent();
 }
 
-void recountTotals(Session& session, const Progress& progress) {
+int recountTotals(Session& session, const Progress& progress) {
     if (!session.clientTable->isOpen() || !session.buyList->isOpen())
-        return;
+        return 0;
     session.clientTable->clearFilter();
     session.buyList->clearFilter();
-    client_totals_recount(session.cn, session.clientTable, session.buyList, progress);
+    return client_totals_recount(session.cn, session.clientTable, session.buyList, progress);
 }

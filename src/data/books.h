@@ -7,5 +7,5 @@
 void openBooks(Session& session);
 
 /// Recounts every customer's totals from the lines, both cursors whole. Cursors that are closed are left
-/// alone.
-void recountTotals(Session& session, const Progress& progress = {});
+/// alone. Gives the number of customers whose totals changed.
+int recountTotals(Session& session, const Progress& progress = {});

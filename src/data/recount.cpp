@@ -117,8 +117,9 @@ struct TotalFields {
     int number, total, margin, quantity, rate;
 };
 
-/// Puts the totals that the sums give into the row at `position`, which becomes current only if one differs.
-void writeTotals(const RecordsetPtr& clients, int position, const TotalFields& fields, const LineSums& sums) {
+/// Puts the totals that the sums give into the row at `position`, which becomes current only if one differs;
+/// whether one did.
+bool writeTotals(const RecordsetPtr& clients, int position, const TotalFields& fields, const LineSums& sums) {
     // Without a paid amount all four are zero, and no "%" stands behind the rate.
     const bool paid = sums.paid != 0;
     const std::pair<int, CellValue> totals[] = {
@@ -138,6 +139,7 @@ void writeTotals(const RecordsetPtr& clients, int position, const TotalFields& f
     }
     if (changed)
         clients->Update();
+    return changed;
 }
 
 } // namespace
@@ -165,10 +167,10 @@ LineSums sumsOfView(const RecordsetPtr& lines) {
     return sums;
 }
 
-void client_totals_recount(Connection& connection, const RecordsetPtr& clients, const RecordsetPtr& lines,
-                           const Progress& progress) {
+int client_totals_recount(Connection& connection, const RecordsetPtr& clients, const RecordsetPtr& lines,
+                          const Progress& progress) {
     if (!clients->hasRows())
-        return;
+        return 0;
     const QuietWalk clientWalk(clients);
     const QuietWalk lineWalk(lines);
     clients->clearFilter();
@@ -179,14 +181,16 @@ void client_totals_recount(Connection& connection, const RecordsetPtr& clients, 
                        QStringLiteral("购买数"), QStringLiteral("差额利润率")});
     WriteBatch batch(connection);
     const int count = clients->RecordCount();
+    int changed = 0;
     for (int i = 0; i < count; ++i) {
-        writeTotals(clients, i, fields, sums.of(fieldText(clients->valueAt(i, fields.number))));
+        changed += writeTotals(clients, i, fields, sums.of(fieldText(clients->valueAt(i, fields.number))));
         if (progress && i % kProgressStep == 0)
             progress(i, count);
     }
     batch.finish();
     clients->clearFilter();
     lines->Requery();
+    return changed;
 }
 
 void lineMarginRefresh(Connection& connection, const RecordsetPtr& lines) {

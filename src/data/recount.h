@@ -25,9 +25,9 @@ LineSums sumsOfView(const RecordsetPtr& lines);
 /// Rebuilds 消费合计, 差额利润, 购买数 and 差额利润率 of every customer from the lines that bear his number
 /// (case of A-Z apart). Writes only what changes, in one transaction. Afterwards no Filter is on, the
 /// customers stand on their first row, the lines are requeried. A customer cursor that is closed or empty is
-/// left alone.
-void client_totals_recount(Connection& connection, const RecordsetPtr& clients, const RecordsetPtr& lines,
-                           const Progress& progress = {});
+/// left alone. Gives the number of customers whose totals changed.
+int client_totals_recount(Connection& connection, const RecordsetPtr& clients, const RecordsetPtr& lines,
+                          const Progress& progress = {});
 
 /// 差额利润 := 实付 - 成本 * 数量 on every line of the cursor, the position kept (the first row where there
 /// was none).

@@ -1,5 +1,8 @@
 #include "data/schema.h"
 
+#include "data/booksLock.h"
+#include "data/immutableFile.h"
+#include "recordset/columnStore.h"
 #include "recordset/connection.h"
 #include "recordset/error.h"
 
@@ -8,7 +11,9 @@
 
 #include <sqlite3.h>
 
-#include <memory>
+#include <fcntl.h>
+#include <map>
+#include <unistd.h>
 
 /// Keeps the linker from dropping the resources of a static library; the macro wants to stand in no
 /// namespace.
@@ -18,14 +23,12 @@ static void linkResources() {
 
 namespace {
 
-using DatabaseHandle = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
-
 DatabaseHandle openHandle(const QString& path, int flags) {
     sqlite3* db = nullptr;
     const int code = sqlite3_open_v2(path.toUtf8().constData(), &db, flags, nullptr);
-    DatabaseHandle handle(db, sqlite3_close);
+    DatabaseHandle handle(db);
     if (code != SQLITE_OK)
-        fail(ErrorNumber::Engine, QString::fromUtf8(sqlite3_errmsg(db)), path);
+        failEngine(db, path);
     return handle;
 }
 
@@ -38,12 +41,18 @@ void runScript(sqlite3* db) {
         fail(ErrorNumber::Engine, QString::fromUtf8(sqlite3_errmsg(db)), QStringLiteral("schema.sql"));
 }
 
-QStringList columnNames(sqlite3* db, const QString& table) {
-    QStringList names;
+/// The columns of a table by their names in lower case; none where there is no such table.
+std::map<QString, ColumnInfo> columnsOf(sqlite3* db, const QString& table) {
+    std::map<QString, ColumnInfo> columns;
     Statement statement(db, QStringLiteral("PRAGMA table_info(\"%1\")").arg(table));
-    while (statement.step())
-        names << statement.text(1).toLower();
-    return names;
+    try {
+        while (statement.step())
+            columns[statement.text(1).toLower()] =
+                ColumnInfo::fromDeclaration(statement.text(1), statement.text(2));
+    } catch (const RuntimeError& error) {
+        fail(error.number(), QStringLiteral("表 %1：%2").arg(table, error.text()));
+    }
+    return columns;
 }
 
 /// What the bytes at the start of the file say against it.
@@ -85,11 +94,9 @@ bool hasJournal(const QString& path) {
 }
 
 QString accessFault(const QString& path) {
+    if (const QString fault = kindFault(path); !fault.isEmpty())
+        return fault;
     const QFileInfo info(path);
-    if (!info.exists())
-        return QStringLiteral("文件不存在");
-    if (!info.isFile())
-        return QStringLiteral("这不是文件");
     if (!info.isReadable())
         return QStringLiteral("没有读取此文件的权限");
     if (!info.isWritable())
@@ -99,18 +106,41 @@ QString accessFault(const QString& path) {
     return {};
 }
 
+/// What a table lacks of its model, or has otherwise.
+QString tableFault(sqlite3* db, sqlite3* model, const QString& table) {
+    const auto there = columnsOf(db, table);
+    for (const auto& [name, wanted] : columnsOf(model, table)) {
+        const auto found = there.find(name);
+        if (found == there.end())
+            return QStringLiteral("表 %1 缺少列 %2").arg(table, wanted.name);
+        if (found->second.type != wanted.type)
+            return QStringLiteral("表 %1 的列 %2 的类型是 %3，应为 %4")
+                .arg(table, wanted.name, found->second.declaration, wanted.declaration);
+    }
+    return {};
+}
+
+QStringList tableNames(sqlite3* db) {
+    QStringList names;
+    Statement statement(db, QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table'"));
+    while (statement.step())
+        names << statement.text(0);
+    return names;
+}
+
 QString schemaFault(sqlite3* db) {
     const DatabaseHandle model =
         openHandle(QStringLiteral(":memory:"), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     runScript(model.get());
-    for (const QString& table : requiredTables()) {
-        const QStringList there = columnNames(db, table);
-        if (there.isEmpty())
+    const QStringList there = tableNames(db);
+    for (const QString& table : requiredTables())
+        if (!there.contains(table, Qt::CaseInsensitive))
             return QStringLiteral("缺少表 %1").arg(table);
-        for (const QString& column : columnNames(model.get(), table))
-            if (!there.contains(column))
-                return QStringLiteral("表 %1 缺少列 %2").arg(table, column);
-    }
+    // A work copy may be missing, but one that is there is read.
+    for (const QString& table : tableNames(model.get()))
+        if (there.contains(table, Qt::CaseInsensitive))
+            if (const QString fault = tableFault(db, model.get(), table); !fault.isEmpty())
+                return fault;
     return {};
 }
 
@@ -128,15 +158,31 @@ QString engineFault(const QString& path) {
         sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
         return fault;
     } catch (const RuntimeError& error) {
-        return QStringLiteral("文件已损坏（%1）").arg(error.text());
+        return error.text();
+    } catch (const std::exception& error) {
+        return QStringLiteral("文件已损坏（%1）").arg(QString::fromUtf8(error.what()));
     }
+}
+
+/// A new file that only its owner may read; the engine takes its rights over to the journal.
+void makePrivateFile(const QString& path) {
+    const int file =
+        ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (file >= 0)
+        ::close(file);
 }
 
 } // namespace
 
 void createDatabase(const QString& path) {
+    makePrivateFile(path);
     const DatabaseHandle db = openHandle(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     runScript(db.get());
+    markAsNew(db.get());
+}
+
+void markDatabase(const QString& path) {
+    markAsNew(openHandle(path, SQLITE_OPEN_READWRITE).get());
 }
 
 QString databaseFault(const QString& path) {

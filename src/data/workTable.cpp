@@ -86,6 +86,23 @@ void fillTableFrom(Connection& connection, const QString& table, const QString& 
     batch.finish();
 }
 
+QString saveQuietly(Session& session, const RecordsetPtr& cursor) {
+    IgnoringErrors errors;
+    try {
+        errors.run([&] {
+            if (!cursor->hasRows())
+                return;
+            WriteBatch batch(session.cn);
+            cursor->UpdateBatch(3);
+            batch.finish();
+        });
+        return {};
+    } catch (const ActionEnded& ended) {
+        session.cn.tellTakenBack();
+        return QStringLiteral("修改没有保存，仍然留在表格里。") + ended.text();
+    }
+}
+
 RowsOfTable rowsOfTable(const Recordset& cursor) {
     RowsOfTable rows{cursor.image().table(), {}};
     rows.rowids.reserve(std::size_t(cursor.RecordCount()));

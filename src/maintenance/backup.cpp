@@ -1,101 +1,119 @@
 #include "maintenance/backup.h"
 
-#include <QDir>
+#include "data/booksLock.h"
+#include "data/immutableFile.h"
+#include "data/unfinished.h"
+#include "recordset/fileMark.h"
+
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
 
 #include <sqlite3.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-struct CloseDatabase {
-    void operator()(sqlite3* db) const { sqlite3_close(db); }
-};
-using Database = std::unique_ptr<sqlite3, CloseDatabase>;
-
-Database open(const QString& path, int flags) {
+DatabaseHandle openDatabase(const QString& path, int flags) {
     sqlite3* db = nullptr;
     const int code = sqlite3_open_v2(path.toUtf8().constData(), &db, flags, nullptr);
-    Database database(db);
-    return code == SQLITE_OK ? std::move(database) : nullptr;
+    DatabaseHandle handle(db);
+    return code == SQLITE_OK ? std::move(handle) : nullptr;
+}
+
+bool run(sqlite3* db, const char* sql) {
+    return sqlite3_exec(db, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 /// The pages of the source as one moment shows them; a writer in between makes the copy begin anew.
-bool copyPages(const QString& source, const QString& target) {
-    const Database from = open(source, SQLITE_OPEN_READONLY);
-    const Database to = open(target, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    if (!from || !to)
+bool copyPages(sqlite3* from, const QString& target) {
+    const DatabaseHandle to = openDatabase(target, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    // The copy counts only when it is whole, and is flushed then: it needs no journal on the way.
+    if (!to || !run(to.get(), "PRAGMA journal_mode = OFF") || !run(to.get(), "PRAGMA synchronous = OFF"))
         return false;
-    sqlite3_busy_timeout(from.get(), 5000);
-    sqlite3_backup* backup = sqlite3_backup_init(to.get(), "main", from.get(), "main");
+    sqlite3_backup* backup = sqlite3_backup_init(to.get(), "main", from, "main");
     if (!backup)
         return false;
     sqlite3_backup_step(backup, -1);
-    return sqlite3_backup_finish(backup) == SQLITE_OK;
-}
-
-bool isSound(const QString& path) {
-    const Database db = open(path, SQLITE_OPEN_READONLY);
-    sqlite3_stmt* check = nullptr;
-    if (!db || sqlite3_prepare_v2(db.get(), "PRAGMA quick_check", -1, &check, nullptr) != SQLITE_OK)
+    if (sqlite3_backup_finish(backup) != SQLITE_OK)
         return false;
-    const bool sound = sqlite3_step(check) == SQLITE_ROW &&
-                       qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(check, 0)), "ok") == 0;
-    sqlite3_finalize(check);
-    return sound;
+    markAsNew(to.get());
+    return true;
 }
 
-bool flush(const QString& path) {
-    const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY);
-    if (file < 0)
+/// Makes the file that only its owner may read, as the engine finds it and fills it.
+bool makePrivate(const QString& path) {
+    const int file =
+        ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    return file >= 0 && ::close(file) == 0;
+}
+
+/// Sticks and shares that know no rights, or not these, keep what they have.
+void keepRightsOf(const QString& target, const QString& copy) {
+    struct stat before {};
+    if (stat(QFile::encodeName(target).constData(), &before) == 0 &&
+        chmod(QFile::encodeName(copy).constData(), before.st_mode & 07777) != 0)
+        errno = 0;
+}
+
+using OpenSource = std::function<DatabaseHandle()>;
+
+bool makeBackup(const QString& source, const QString& target, const OpenSource& open,
+                const std::function<bool()>& stoodStill) {
+    const QFileInfo info(target);
+    if (info.isDir() || info.fileName().isEmpty() || isSameFile(source, target))
         return false;
-    const bool flushed = fsync(file) == 0;
-    ::close(file);
-    return flushed;
+    const Unfinished copy(source, unfinishedName(info.absolutePath()));
+    if (!makePrivate(copy.path()))
+        return false;
+    const DatabaseHandle from = open();
+    if (!from || !copyPages(from.get(), copy.path()) || !stoodStill() ||
+        !structureFault(copy.path()).isEmpty() || !flushFile(copy.path()))
+        return false;
+    keepRightsOf(target, copy.path());
+    if (std::rename(QFile::encodeName(copy.path()).constData(), QFile::encodeName(target).constData()) != 0)
+        return false;
+    flushFile(info.absolutePath());
+    return true;
 }
 
-/// Whether both names lead to one file, through links of either kind.
-bool isSameFile(const QString& one, const QString& other) {
-    struct stat first {};
-    struct stat second {};
-    return stat(QFile::encodeName(one).constData(), &first) == 0 &&
-           stat(QFile::encodeName(other).constData(), &second) == 0 && first.st_dev == second.st_dev &&
-           first.st_ino == second.st_ino;
-}
-
-/// A name in the target's folder that nothing has yet; the file is there, empty.
-QString temporaryName(const QString& target) {
-    QTemporaryFile file(QFileInfo(target).dir().filePath(QStringLiteral(".backup-XXXXXX")));
-    file.setAutoRemove(false);
-    return file.open() ? file.fileName() : QString();
+bool backUp(const QString& source, const QString& target, const OpenSource& open,
+            const std::function<bool()>& stoodStill) {
+    try {
+        return makeBackup(source, target, open, stoodStill);
+    } catch (const std::exception&) { // the disk of the copy is full, mostly
+        return false;
+    }
 }
 
 } // namespace
 
+bool flushFile(const QString& path) {
+    const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (file < 0)
+        return false;
+    const bool flushed = fsync(file) == 0 || errno == EINVAL || errno == ENOSYS || errno == ENOTSUP;
+    ::close(file);
+    return flushed;
+}
+
 bool backUpDatabase(const QString& source, const QString& target) {
-    const QFileInfo info(target);
-    if (info.isDir() || info.fileName().isEmpty() || isSameFile(source, target))
-        return false;
-    const QString copy = temporaryName(target);
-    if (copy.isEmpty())
-        return false;
-    const bool made =
-        copyPages(source, copy) && isSound(copy) && flush(copy) &&
-        chmod(QFile::encodeName(copy).constData(), 0644) == 0 &&
-        std::rename(QFile::encodeName(copy).constData(), QFile::encodeName(target).constData()) == 0;
-    QFile::remove(copy + QStringLiteral("-journal"));
-    if (!made)
-        QFile::remove(copy);
-    else
-        flush(info.absolutePath());
-    return made;
+    const auto open = [&source] {
+        DatabaseHandle from = openDatabase(source, SQLITE_OPEN_READONLY);
+        if (from)
+            sqlite3_busy_timeout(from.get(), 5000);
+        return from;
+    };
+    return backUp(source, target, open, [] { return true; });
+}
+
+bool backUpStill(const QString& source, const QString& target, const std::function<bool()>& stoodStill) {
+    return backUp(
+        source, target, [&source] { return openImmutable(source); }, stoodStill);
 }
 
 QString withDefaultEnding(const QString& name) {

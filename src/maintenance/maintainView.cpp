@@ -5,13 +5,16 @@
 #include "controls/recordPane.h"
 #include "data/losses.h"
 #include "data/searchTexts.h"
+#include "data/workTable.h"
 #include "recordset/error.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPushButton>
+#include <QStatusBar>
 
 MaintainView::MaintainView(const MaintainedTable& table, ViewHost& host, Prompts& prompts)
     : View(QString::fromUtf16(table.view), QString::fromUtf16(table.caption))
@@ -137,7 +140,8 @@ void MaintainView::search() {
 }
 
 void MaintainView::save() {
-    saveEdits(m_session, cursor());
+    if (const QString fault = saveQuietly(m_session, cursor()); !fault.isEmpty())
+        m_host.mainWindow().statusBar()->showMessage(fault);
 }
 
 void MaintainView::discard() {

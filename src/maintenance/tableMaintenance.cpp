@@ -113,17 +113,6 @@ std::span<const MaintainedTable> maintainedTables() {
     return kTables;
 }
 
-void saveEdits(Session& session, const RecordsetPtr& cursor) {
-    IgnoringErrors errors;
-    errors.run([&] {
-        if (!cursor->hasRows())
-            return;
-        WriteBatch batch(session.cn);
-        cursor->UpdateBatch(3);
-        batch.finish();
-    });
-}
-
 void discardEdits(const RecordsetPtr& cursor) {
     IgnoringErrors errors;
     errors.run([&] {

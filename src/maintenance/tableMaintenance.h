@@ -44,8 +44,7 @@ struct MaintainedTable {
 
 std::span<const MaintainedTable> maintainedTables();
 
-/// Writes all pending edits, or gives them up; failures are passed over, a refused row stays pending.
-void saveEdits(Session& session, const RecordsetPtr& cursor);
+/// Gives up all pending edits; failures are passed over.
 void discardEdits(const RecordsetPtr& cursor);
 /// Gives up all pending edits, also those of rows that the Filter hides: what leaving the window does.
 void dropEdits(const RecordsetPtr& cursor);

@@ -1,7 +1,10 @@
 #include "maintenance/takeOver.h"
 
+#include "data/booksLock.h"
 #include "data/schema.h"
+#include "data/unfinished.h"
 #include "import/importSource.h"
+#include "maintenance/backup.h"
 #include "recordset/columnStore.h"
 #include "recordset/connection.h"
 #include "recordset/dialect.h"
@@ -16,37 +19,12 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fcntl.h>
 #include <numeric>
 #include <unistd.h>
 
 namespace {
 
 constexpr int kRowsPerSign = 2000;
-
-/// The database that is being made beside the old file. It goes at the end, unless it took the old file's
-/// place; what a run that was killed left behind goes at the start.
-class HalfMade {
-public:
-    explicit HalfMade(const QString& path)
-        : m_path(path + QStringLiteral(".takeover")) {
-        sweep();
-    }
-    ~HalfMade() { sweep(); }
-    HalfMade(const HalfMade&) = delete;
-    HalfMade& operator=(const HalfMade&) = delete;
-
-    const QString& path() const { return m_path; }
-    void removeJournal() const { QFile::remove(m_path + QStringLiteral("-journal")); }
-
-private:
-    void sweep() const {
-        removeJournal();
-        QFile::remove(m_path);
-    }
-
-    QString m_path;
-};
 
 /// The tables without which a Jet file is some other program's. The rest are made empty where they lack.
 QStringList neededTables() {
@@ -235,11 +213,7 @@ QStringList fillAll(ImportSource& source, const QString& path,
 }
 
 void flush(const QString& path) {
-    const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY);
-    const bool flushed = file >= 0 && fsync(file) == 0;
-    if (file >= 0)
-        ::close(file);
-    if (!flushed)
+    if (!flushFile(path))
         fail(ErrorNumber::Engine, QStringLiteral("文件没有写入磁盘"), path);
 }
 
@@ -257,14 +231,18 @@ QString keptName(const QString& path) {
 
 /// Gives the old file a second name and the new one the old name. In between both names lead to the old file.
 /// A failure leaves the old file its old name or, where it cannot have it back, its second one.
-void swapIn(const QString& made, const QString& path, const QString& kept) {
+void swapIn(const QString& made, const QString& path, const QString& kept, BooksLock* lock) {
+    const NotedName second(path, kept);
     const QByteArray oldName = QFile::encodeName(path);
     const QByteArray secondName = QFile::encodeName(kept);
     if (::link(oldName.constData(), secondName.constData()) != 0 && !QFile::copy(path, kept))
         fail(ErrorNumber::Engine, QStringLiteral("旧文件不能改名保留"), kept);
     try {
         flush(kept);
-        if (std::rename(QFile::encodeName(made).constData(), oldName.constData()) != 0)
+        const bool swapped = lock
+                                 ? lock->replaceBy(made)
+                                 : std::rename(QFile::encodeName(made).constData(), oldName.constData()) == 0;
+        if (!swapped)
             fail(ErrorNumber::Engine, QStringLiteral("新数据库不能放到原来的位置"), path);
     } catch (...) {
         QFile::remove(kept);
@@ -306,21 +284,21 @@ QString takeOverRefusal(const QString& path, const QString& why) {
     return QStringLiteral("不能接收旧数据库 %1\n%2%3").arg(path, why, stop);
 }
 
-TakenOver takeOver(const QString& path, const std::function<void(int, int)>& progress) {
-    return takeOverFrom(*openImportSource(SourceKind::Mdb, path), path, progress);
+TakenOver takeOver(const QString& path, const std::function<void(int, int)>& progress, BooksLock* lock) {
+    return takeOverFrom(*openImportSource(SourceKind::Mdb, path), path, progress, lock);
 }
 
 TakenOver takeOverFrom(ImportSource& source, const QString& path,
-                       const std::function<void(int, int)>& progress) {
-    const HalfMade made(path);
+                       const std::function<void(int, int)>& progress, BooksLock* lock) {
+    const Unfinished made(path, unfinishedName(QFileInfo(path).absolutePath()));
     createDatabase(made.path());
     TakenOver result;
     result.lost = fillAll(source, made.path(), progress);
     if (const QString fault = databaseFault(made.path()); !fault.isEmpty())
         fail(ErrorNumber::Engine, fault, made.path());
-    made.removeJournal(); // empty by now
+    QFile::remove(made.path() + QStringLiteral("-journal")); // empty by now
     flush(made.path());
     result.kept = keptName(path);
-    swapIn(made.path(), path, result.kept);
+    swapIn(made.path(), path, result.kept, lock);
     return result;
 }

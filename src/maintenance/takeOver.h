@@ -5,6 +5,7 @@
 
 #include <functional>
 
+class BooksLock;
 class ImportSource;
 
 /// Whether the file is a Jet database, as old installations keep their books in.
@@ -29,10 +30,12 @@ struct TakenOver {
 /// comes over with its rows in their order; a text wider than its column widens the column. The old file
 /// stays beside it under another name. A process that is killed at any moment leaves the old state or the new
 /// one; a failure leaves the old file and nothing beside it. `progress` is told tables done and in all, also
-/// again and again while a long table is under way.
+/// again and again while a long table is under way. `lock`: the lock on the old file, where it is held; it
+/// holds the new one afterwards.
 /// Throws ImportError, RuntimeError, DatabaseLost.
-TakenOver takeOver(const QString& path, const std::function<void(int, int)>& progress = {});
+TakenOver takeOver(const QString& path, const std::function<void(int, int)>& progress = {},
+                   BooksLock* lock = nullptr);
 
 /// The same from tables that are open already.
 TakenOver takeOverFrom(ImportSource& source, const QString& path,
-                       const std::function<void(int, int)>& progress = {});
+                       const std::function<void(int, int)>& progress = {}, BooksLock* lock = nullptr);

@@ -46,6 +46,13 @@ FileMark writeFreshMark(sqlite3* db) {
     return mark;
 }
 
+void markAsNew(sqlite3* db) {
+    Statement(db, QStringLiteral("BEGIN IMMEDIATE")).run();
+    writeFreshMark(db);
+    writeFreshMark(db);
+    Statement(db, QStringLiteral("COMMIT")).run();
+}
+
 FileMark readMark(sqlite3* db) {
     return {pragma(db, "user_version"), pragma(db, "application_id")};
 }

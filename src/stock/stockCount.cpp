@@ -58,15 +58,8 @@ void openStockCount(Session& session) {
         session.reopen(session.stock_Count_Bank, kOpen);
 }
 
-void saveStockCount(Session& session) {
-    IgnoringErrors errors;
-    errors.run([&] {
-        if (!session.stock_Count_Bank->hasRows())
-            return;
-        WriteBatch batch(session.cn);
-        session.stock_Count_Bank->UpdateBatch(3);
-        batch.finish();
-    });
+QString saveStockCount(Session& session) {
+    return saveQuietly(session, session.stock_Count_Bank);
 }
 
 void cancelStockCount(Session& session) {

@@ -19,8 +19,9 @@ bool continueStockCount(Session& session);
 /// Opens the count's cursor where it is closed, and only then. Throws TableMissing.
 void openStockCount(Session& session);
 
-/// Writes all that was typed; a failure is passed over.
-void saveStockCount(Session& session);
+/// Writes all that was typed; a failure is passed over. Gives why the disk refused it all, which stays typed
+/// then; empty otherwise.
+QString saveStockCount(Session& session);
 
 /// Gives up all that was typed and not saved; a failure is passed over.
 void cancelStockCount(Session& session);

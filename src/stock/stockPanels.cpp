@@ -130,17 +130,21 @@ void StockInPanel::deleteRow() {
 
 StockCountPanel::StockCountPanel(ViewHost& host, Prompts& /*prompts*/)
     : m_host(host) {
-    const std::tuple<const char16_t*, const char16_t*, void (*)(Session&)> commands[] = {
-        {u"Command2", u"保存", saveStockCount},
-        {u"Command3", u"取消", cancelStockCount},
-        {u"Command7", u"实物数字段清空", clearStockCount}};
+    const auto save = [](ViewHost& window) {
+        if (const QString fault = saveStockCount(window.session()); !fault.isEmpty())
+            window.mainWindow().statusBar()->showMessage(fault);
+    };
+    const std::tuple<const char16_t*, const char16_t*, std::function<void(ViewHost&)>> commands[] = {
+        {u"Command2", u"保存", save},
+        {u"Command3", u"取消", [](ViewHost& window) { cancelStockCount(window.session()); }},
+        {u"Command7", u"实物数字段清空", [](ViewHost& window) { clearStockCount(window.session()); }}};
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     for (const auto& [name, caption, command] : commands) {
         QPushButton* button = makeButton(QString::fromUtf16(name), QString::fromUtf16(caption), this);
         connect(button, &QPushButton::clicked, this, [this, run = command] {
             Q_EMIT commandStarts();
-            run(m_host.session());
+            run(m_host);
         });
         row->addWidget(button);
     }

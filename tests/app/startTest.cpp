@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -24,12 +26,38 @@ protected:
     QString program() const { return folder.filePath("hengshanghui"); }
     QString path() const { return folder.filePath("VelmorClientBank.mdb"); }
 
-    void begin(QProcess& process) {
+    void begin(QProcess& process, const QStringList& arguments = {}) {
+        beginAs(process, program(), arguments);
+    }
+    static void beginAs(QProcess& process, const QString& program, const QStringList& arguments = {}) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("QT_QPA_PLATFORM", "offscreen");
         process.setProcessEnvironment(environment);
-        process.start(program(), {});
+        process.start(program, arguments);
         ASSERT_TRUE(process.waitForStarted());
+    }
+    void run(const char* sql) {
+        sqlite3* db = nullptr;
+        sqlite3_open(path().toUtf8().constData(), &db);
+        EXPECT_EQ(sqlite3_exec(db, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db);
+        sqlite3_close(db);
+    }
+    QStringList dailyBackups() const {
+        return QDir(folder.filePath("备份")).entryList({"*.mdb"}, QDir::Files);
+    }
+    /// Whether the start has come to its last job, with the program at work.
+    bool comesUp(QProcess& process) const {
+        for (int i = 0; i < 400; ++i) {
+            if (process.waitForFinished(25))
+                return false;
+            if (!dailyBackups().isEmpty())
+                return true;
+        }
+        return false;
+    }
+    static void end(QProcess& process) {
+        process.kill();
+        process.waitForFinished();
     }
     /// Starts the program, which must end by itself with code 1; what it says on stderr.
     QString endOf() {
@@ -142,6 +170,137 @@ TEST_F(Start, ASecondCopyOnTheSameFileIsRefusedAndTheFirstGoesOn) {
     EXPECT_TRUE(opens(again, path())) << "the lock of a killed program is no lock";
     again.kill();
     again.waitForFinished();
+}
+
+TEST_F(Start, WithAPipeInItsPlace) {
+    ASSERT_EQ(mkfifo(path().toUtf8().constData(), 0600), 0);
+    EXPECT_TRUE(endOf().contains("管道"));
+}
+
+TEST_F(Start, WithAColumnOfAnotherType) {
+    createDatabase(path());
+    run("ALTER TABLE counterCode DROP COLUMN counterNum2; ALTER TABLE counterCode ADD COLUMN counterNum2 "
+        "TEXT(5)");
+    expectEnd("表 counterCode 的列 counterNum2 的类型是");
+}
+
+TEST_F(Start, WithAColumnOfNoKnownType) {
+    createDatabase(path());
+    run("ALTER TABLE productTable ADD COLUMN 附件 BLOB");
+    expectEnd("表 productTable：列 附件");
+}
+
+TEST_F(Start, DamageThatOnlyTheCheckSeesEndsItBehindTheWindowAndNothingIsWritten) {
+    createDatabase(path());
+    // Totals that a recount would change, and a page of a table that no start reads.
+    run("INSERT INTO clientTable (客户编号, 消费合计) VALUES ('7', 12);"
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 3000) "
+        "INSERT INTO return_Bank (产品编号) SELECT i FROM n");
+    sqlite3* db = nullptr;
+    sqlite3_open(path().toUtf8().constData(), &db);
+    sqlite3_stmt* root = nullptr;
+    sqlite3_prepare_v2(db, "SELECT rootpage FROM sqlite_master WHERE name = 'return_Bank'", -1, &root,
+                       nullptr);
+    ASSERT_EQ(sqlite3_step(root), SQLITE_ROW);
+    const qint64 page = sqlite3_column_int64(root, 0);
+    sqlite3_finalize(root);
+    sqlite3_close(db);
+    QFile file(path());
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek((page - 1) * 4096 + 100));
+    file.write(QByteArray(200, '\x7f'));
+    file.close();
+    expectEnd("已损坏");
+    EXPECT_EQ(dailyBackups(), QStringList()) << "damage is not backed up";
+}
+
+TEST_F(Start, TheDaysBackupIsMadeAndTotalsThatWereWrongAreRight) {
+    createDatabase(path());
+    run("INSERT INTO clientTable (客户编号, 消费合计) VALUES ('7', 12)");
+    QProcess process;
+    begin(process);
+    ASSERT_TRUE(comesUp(process));
+    end(process);
+    EXPECT_EQ(dailyBackups(),
+              QStringList("VelmorClientBank-" + QDate::currentDate().toString(Qt::ISODate) + ".mdb"));
+    sqlite3* db = nullptr;
+    sqlite3_open(path().toUtf8().constData(), &db);
+    sqlite3_stmt* total = nullptr;
+    sqlite3_prepare_v2(db, "SELECT 消费合计 FROM clientTable", -1, &total, nullptr);
+    ASSERT_EQ(sqlite3_step(total), SQLITE_ROW);
+    EXPECT_EQ(sqlite3_column_double(total, 0), 0);
+    sqlite3_finalize(total);
+    sqlite3_close(db);
+}
+
+TEST_F(Start, AForeignJournalIsPutAsideAndTold) {
+    createDatabase(path());
+    QFile journal(path() + "-journal");
+    ASSERT_TRUE(journal.open(QIODevice::WriteOnly) && journal.write(QByteArray(6000, 'j')) == 6000);
+    journal.close();
+    QProcess process;
+    begin(process);
+    ASSERT_TRUE(comesUp(process));
+    end(process);
+    EXPECT_TRUE(QString::fromUtf8(process.readAllStandardError()).contains("不属于"));
+    EXPECT_TRUE(QFile::exists(path() + ".不属于此文件-journal"));
+}
+
+TEST_F(Start, ABackupIsPutBackByTheCommandLineAndTheProgramStartsOnIt) {
+    createDatabase(path());
+    run("INSERT INTO clientTable (客户编号) VALUES ('kept')");
+    const QString backup = folder.filePath("backup.mdb");
+    ASSERT_TRUE(QFile::copy(path(), backup));
+    write("damaged");
+    QProcess process;
+    begin(process, {"--restore", backup});
+    ASSERT_TRUE(comesUp(process)) << process.readAllStandardError().toStdString();
+    end(process);
+    EXPECT_TRUE(bytes().startsWith("SQLite format 3"));
+    EXPECT_TRUE(QString::fromUtf8(process.readAllStandardError()).contains("恢复前"));
+    QProcess none;
+    begin(none, {"--restore", folder.filePath("none.mdb")});
+    ASSERT_TRUE(none.waitForFinished(30'000));
+    EXPECT_EQ(none.exitCode(), 1);
+    EXPECT_TRUE(QString::fromUtf8(none.readAllStandardError()).contains("没有恢复"));
+}
+
+/// Double starts of this run: 6, or as many as the environment asks for.
+int doubleStarts() {
+    const int asked = qEnvironmentVariableIntValue("SHOP_DOUBLE_STARTS");
+    return asked > 0 ? asked : 6;
+}
+
+TEST_F(Start, OfTwoThatStartTogetherByAnyAliasOneLives) {
+    createDatabase(path());
+    QDir(folder.path()).mkdir("beside");
+    const QString beside = folder.filePath("beside/");
+    const auto linkHard = [](const QString& from, const QString& to) {
+        return ::link(from.toUtf8().constData(), to.toUtf8().constData()) == 0;
+    };
+    ASSERT_TRUE(linkHard(program(), beside + "hengshanghui") &&
+                linkHard(reader(), beside + "hengshanghui-reader"));
+    int alone = 0;
+    for (int i = 0; i < doubleStarts(); ++i) {
+        const QString alias = beside + "VelmorClientBank.mdb";
+        QFile::remove(alias);
+        QDir(folder.filePath("备份")).removeRecursively();
+        ASSERT_TRUE(i % 3 == 0 ? linkHard(path(), alias) : QFile::link(path(), alias));
+        QProcess one, other;
+        beginAs(one, program());
+        beginAs(other, i % 3 == 2 ? program() : beside + "hengshanghui");
+        for (int wait = 0;
+             wait < 1200 && one.state() == QProcess::Running && other.state() == QProcess::Running; ++wait)
+            one.waitForFinished(25), other.waitForFinished(1);
+        QProcess& living = one.state() == QProcess::Running ? one : other;
+        QProcess& refused = &living == &one ? other : one;
+        EXPECT_EQ(living.state(), QProcess::Running) << "both ended";
+        EXPECT_EQ(refused.state(), QProcess::NotRunning) << "both live";
+        EXPECT_TRUE(QString::fromUtf8(refused.readAllStandardError()).contains("不能同时打开两次"));
+        alone += living.state() == QProcess::Running && refused.state() == QProcess::NotRunning;
+        end(living);
+        end(refused);
+    }
+    std::printf("%d double starts, one alive in %d\n", doubleStarts(), alone);
 }
 
 TEST_F(Start, DamageInsideIsReportedByNumberFileAndWordsAndEndsTheProcess) {

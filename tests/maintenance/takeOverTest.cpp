@@ -1,6 +1,7 @@
 #include "maintenance/takeOver.h"
 #include "data/recount.h"
 #include "data/schema.h"
+#include "data/unfinished.h"
 #include "data/session.h"
 #include "import/importSource.h"
 #include "recordset/error.h"
@@ -131,11 +132,16 @@ TEST_F(TakeOver, TheBooksWorkOnAndTheRecountChangesNothing) {
 }
 
 TEST_F(TakeOver, WhatARunThatWasKilledLeftBehindIsSweptAway) {
-    QFile half(path() + ".takeover");
+    QFile half(unfinishedName(QFileInfo(path()).path()));
+    QFile list(path() + ".unfinished");
     ASSERT_TRUE(half.open(QIODevice::WriteOnly) && half.write("half") == 4);
+    ASSERT_TRUE(list.open(QIODevice::WriteOnly) && list.write(half.fileName().toUtf8() + '\n') > 0);
     half.close();
-    takeOver(path());
+    list.close();
+    clearUnfinished(path());
     EXPECT_FALSE(half.exists());
+    EXPECT_FALSE(list.exists());
+    takeOver(path());
     EXPECT_EQ(databaseFault(path()), u"");
 }
 

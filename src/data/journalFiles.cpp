@@ -1,0 +1,124 @@
+#include "data/journalFiles.h"
+
+#include "recordset/error.h"
+#include "recordset/fileMark.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
+
+#include <optional>
+
+namespace {
+
+const QByteArray kJournalSign = QByteArray::fromHex("d9d505f920a163d7");
+const QByteArray kDatabaseSign("SQLite format 3\0", 16);
+constexpr int kPageHeader = 100;
+
+quint32 numberAt(const QByteArray& bytes, int place) {
+    return qFromBigEndian<quint32>(bytes.constData() + place);
+}
+
+QString journalOf(const QString& path) {
+    return path + QStringLiteral("-journal");
+}
+
+QByteArray bytesAt(QFile& file, qint64 place, qint64 count) {
+    return file.seek(place) ? file.read(count) : QByteArray();
+}
+
+struct FirstRecord {
+    quint32 page = 0;
+    FileMark mark; // of the first page, where it is that
+};
+
+/// The first record of a journal, https://www.sqlite.org/fileformat2.html#the_rollback_journal; nothing where
+/// there is none to its end. `sound`: whether it is a journal at all.
+std::optional<FirstRecord> firstRecord(QFile& journal, bool& sound) {
+    const QByteArray header = bytesAt(journal, 0, 28);
+    sound = header.size() == 28 && header.startsWith(kJournalSign);
+    if (!sound)
+        return std::nullopt;
+    const qint64 sector = numberAt(header, 20);
+    const qint64 pageSize = numberAt(header, 24);
+    if (journal.size() < sector + 4 + pageSize + 4)
+        return std::nullopt;
+    const QByteArray record = bytesAt(journal, sector, 4 + kPageHeader);
+    sound = pageSize >= 512 && record.size() == 4 + kPageHeader;
+    if (!sound)
+        return std::nullopt;
+    return FirstRecord{numberAt(record, 0), markIn(record.mid(4))};
+}
+
+std::optional<FileMark> markOfFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray page = file.read(kPageHeader);
+    if (page.size() < kPageHeader || !page.startsWith(kDatabaseSign))
+        return std::nullopt;
+    return markIn(page);
+}
+
+/// Whether the action that a record is of began in a state that this file was in last or is in.
+bool belongs(const FirstRecord& record, const FileMark& file) {
+    // Who does not mark does not begin with the first page either; a file is his while it bears no mark.
+    if (record.page != 1)
+        return file.now == 0;
+    return record.mark.now == file.now || record.mark.now == file.before;
+}
+
+QString strayName(const QString& path, const QString& ending) {
+    for (int i = 1;; ++i) {
+        QString name =
+            QStringLiteral("%1.不属于此文件%2%3").arg(path, i == 1 ? QString() : QString::number(i), ending);
+        if (!QFileInfo::exists(name))
+            return name;
+    }
+}
+
+QStringList strayEndings(const QString& path) {
+    QStringList endings;
+    if (journalState(path) == JournalState::Foreign)
+        endings << QStringLiteral("-journal");
+    for (const QString& ending : {QStringLiteral("-wal"), QStringLiteral("-shm")})
+        if (QFileInfo::exists(path + ending))
+            endings << ending;
+    return endings;
+}
+
+} // namespace
+
+JournalState journalState(const QString& path) {
+    QFile journal(journalOf(path));
+    if (!journal.exists())
+        return JournalState::None;
+    if (!journal.open(QIODevice::ReadOnly))
+        return JournalState::Foreign; // what cannot be looked at is not trusted
+    if (journal.size() == 0)
+        return JournalState::Empty;
+    bool sound = false;
+    const auto record = firstRecord(journal, sound);
+    if (!sound)
+        return journal.size() < 28 ? JournalState::Empty : JournalState::Foreign;
+    if (!record)
+        return JournalState::Empty;
+    const auto mark = markOfFile(path);
+    return mark && belongs(*record, *mark) ? JournalState::Ours : JournalState::Foreign;
+}
+
+bool hasStrays(const QString& path) {
+    return !strayEndings(path).isEmpty();
+}
+
+QStringList putStraysAside(const QString& path) {
+    if (journalState(path) == JournalState::Empty && !QFile::remove(journalOf(path)))
+        fail(ErrorNumber::Engine, QStringLiteral("文件不能删除"), journalOf(path));
+    QStringList names;
+    for (const QString& ending : strayEndings(path)) {
+        names << strayName(path, ending);
+        if (!QFile::rename(path + ending, names.last()))
+            fail(ErrorNumber::Engine, QStringLiteral("不属于此数据库的文件不能移开"), path + ending);
+    }
+    return names;
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// What stands beside a database file as its rollback journal.
+enum class JournalState {
+    None,
+    Empty,   // no record in it: nothing of an action had reached the file
+    Ours,    // of the action that was broken off in this file; the engine takes it back
+    Foreign, // of another file, or of this name's file before another one was put in its place
+};
+
+/// Tells a journal by the mark that its first record and the file bear. Reads the file: for use before the
+/// engine has it open. What is no database has no journal of its own.
+JournalState journalState(const QString& databasePath);
+
+/// Moves what the engine would take for the file's own and is not to names that say so: a foreign journal,
+/// and any write-ahead log with its index, which this system never writes. A journal without a record is
+/// removed. Gives the new names. Throws RuntimeError(Engine) where one cannot be moved: the file must not be
+/// opened.
+QStringList putStraysAside(const QString& databasePath);
+
+/// Whether there is anything that putStraysAside would move.
+bool hasStrays(const QString& databasePath);

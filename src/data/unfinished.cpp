@@ -1,0 +1,84 @@
+#include "data/unfinished.h"
+
+#include "data/booksLock.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+namespace {
+
+const QString kSign = QStringLiteral(".hengshanghui-");
+
+QString listOf(const QString& databasePath) {
+    return databasePath + QStringLiteral(".unfinished");
+}
+
+QStringList namesIn(const QString& list) {
+    QFile file(list);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QStringList names;
+    for (const QByteArray& line : file.read(1 << 20).split('\n'))
+        if (!line.isEmpty())
+            names << QString::fromUtf8(line);
+    return names;
+}
+
+void writeNames(const QString& list, const QStringList& names) {
+    if (names.isEmpty()) {
+        QFile::remove(list);
+        return;
+    }
+    QFile file(list);
+    if (!file.open(QIODevice::WriteOnly))
+        return; // then a killed process leaves its file: nothing else is lost
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    file.write(names.join(u'\n').toUtf8() + '\n');
+}
+
+void removeWithJournal(const QString& path) {
+    QFile::remove(path + QStringLiteral("-journal"));
+    QFile::remove(path);
+}
+
+} // namespace
+
+NotedName::NotedName(const QString& databasePath, const QString& path)
+    : m_list(listOf(databasePath))
+    , m_path(path) {
+    writeNames(m_list, namesIn(m_list) << m_path);
+}
+
+NotedName::~NotedName() {
+    QStringList names = namesIn(m_list);
+    names.removeAll(m_path);
+    writeNames(m_list, names);
+}
+
+Unfinished::~Unfinished() {
+    removeWithJournal(path());
+}
+
+QString unfinishedName(const QString& folder) {
+    for (;;) {
+        QString name =
+            QDir(folder).filePath(kSign + QString::number(QRandomGenerator::global()->generate(), 36));
+        if (!QFileInfo::exists(name))
+            return name;
+    }
+}
+
+void clearUnfinished(const QString& databasePath) {
+    // Whatever the list says, nothing goes but a half-made file by its sign and a name that is one too many.
+    for (const QString& name : namesIn(listOf(databasePath))) {
+        if (QFileInfo(name).fileName().startsWith(kSign))
+            removeWithJournal(name);
+        else if (name != databasePath && isSameFile(name, databasePath))
+            QFile::remove(name);
+        else if (isSameFile(name, databasePath + QStringLiteral("-journal")))
+            QFile::remove(name);
+    }
+    QFile::remove(listOf(databasePath));
+}

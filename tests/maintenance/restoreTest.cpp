@@ -1,0 +1,239 @@
+// Daily backups, and putting one back.
+#include "maintenance/restore.h"
+#include "data/booksLock.h"
+#include "data/journalFiles.h"
+#include "data/unfinished.h"
+#include "maintenance/backup.h"
+#include "maintenance/dailyBackup.h"
+#include "support/smallDisk.h"
+#include "support/testBooks.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+namespace {
+
+const QDate kToday(2026, 11, 22);
+
+QStringList dayTexts(const std::vector<QDate>& days) {
+    QStringList texts;
+    for (const QDate& day : days)
+        texts << day.toString(Qt::ISODate);
+    return texts;
+}
+
+class DailyBackups : public testing::Test {
+protected:
+    DailyBackups() { books.addClient("7", "甲"); }
+    QString backUp(const QDate& day = kToday, qint64 freeBytes = qint64(1) << 40) {
+        return backUpDaily(
+            books.path(), day, [this] { return writes; }, [freeBytes](const QString&) { return freeBytes; });
+    }
+    QStringList kept() {
+        QStringList days;
+        for (const KeptBackup& backup : keptBackups(books.path()))
+            days << backup.day.toString(Qt::ISODate);
+        return days;
+    }
+    static int rights(const QString& of) {
+        struct stat found {};
+        return stat(QFile::encodeName(of).constData(), &found) == 0 ? int(found.st_mode & 0777) : -1;
+    }
+
+    TestBooks books;
+    unsigned writes = 0;
+};
+
+TEST_F(DailyBackups, OneIsMadeADayWithWhatTheBooksHold) {
+    EXPECT_EQ(backUp(), u"");
+    books.addClient("8", "乙");
+    EXPECT_EQ(backUp(), u"") << "the second start of a day makes none";
+    const std::vector<KeptBackup> backups = keptBackups(books.path());
+    ASSERT_EQ(backups.size(), 1U);
+    EXPECT_EQ(QFileInfo(backups[0].path).fileName(), u"VelmorClientBank-2026-11-22.mdb");
+    EXPECT_EQ(contentsOf(backups[0].path).customers, 1);
+    EXPECT_EQ(rights(backups[0].path), 0600);
+    EXPECT_EQ(rights(backupFolder(books.path())), 0700);
+    EXPECT_EQ(QDir(backupFolder(books.path())).entryList(QDir::Files | QDir::Hidden).size(), 1);
+}
+
+TEST_F(DailyBackups, ACommitInBetweenMakesItAnew) {
+    int asked = 0;
+    const QString fault = backUpDaily(
+        books.path(), kToday,
+        [&] {
+            ++asked;
+            if (asked == 2)
+                books.changeBehind("UPDATE clientTable SET 单位名称 = '后来'");
+            return asked < 2 ? 0U : 2U;
+        },
+        [](const QString&) { return qint64(1) << 40; });
+    EXPECT_EQ(fault, u"");
+    EXPECT_EQ(asked, 4) << "twice for the first copy, twice for the second";
+    Session copy(keptBackups(books.path())[0].path);
+    Statement name = copy.cn.prepare("SELECT 单位名称 FROM clientTable");
+    ASSERT_TRUE(name.step());
+    EXPECT_EQ(name.text(0), u"后来");
+}
+
+TEST_F(DailyBackups, BooksThatNeverStandStillGiveNone) {
+    writes = 1;
+    EXPECT_TRUE(backUp().contains(u"没有做成"));
+    EXPECT_EQ(kept(), QStringList());
+}
+
+TEST_F(DailyBackups, SevenDaysFourWeeksAndTwelveMonthsAreKept) {
+    std::vector<QDate> days;
+    for (QDate day(2025, 9, 1); day <= kToday; day = day.addDays(1))
+        days.push_back(day);
+    EXPECT_EQ(dayTexts(daysToKeep(days)).join(u' '),
+              u"2026-11-22 2026-11-21 2026-11-20 2026-11-19 2026-11-18 2026-11-17 2026-11-16 2026-11-15 "
+              u"2026-11-08 2026-11-01 2026-10-31 2026-09-30 2026-08-31 2026-07-31 2026-06-30 2026-05-31 "
+              u"2026-04-30 2026-03-31 2026-02-28 2026-01-31 2025-12-31");
+    EXPECT_EQ(daysToKeep({}).size(), 0U);
+    // A shop that was shut for a year keeps its last days.
+    EXPECT_EQ(dayTexts(daysToKeep({QDate(2024, 1, 1), QDate(2024, 1, 2)})),
+              (QStringList{"2024-01-02", "2024-01-01"}));
+}
+
+TEST_F(DailyBackups, OlderOnesGoWhenTodaysStands) {
+    for (int back = 60; back > 0; --back)
+        ASSERT_EQ(backUp(kToday.addDays(-back)), u"");
+    ASSERT_EQ(backUp(), u"");
+    EXPECT_EQ(kept().first(), u"2026-11-22");
+    EXPECT_LE(kept().size(), 7 + 4 + 3);
+    EXPECT_GE(kept().size(), 10);
+}
+
+TEST_F(DailyBackups, NeverTakeMoreThanAQuarterOfTheFreeDiskTheOldestGoFirst) {
+    const qint64 size = QFileInfo(books.path()).size();
+    for (int back = 5; back > 0; --back)
+        ASSERT_EQ(backUp(kToday.addDays(-back)), u"");
+    // Room for two and a half, what the five take counted as free.
+    ASSERT_EQ(backUp(kToday, 5 * size), u"");
+    EXPECT_EQ(kept(), (QStringList{"2026-11-22", "2026-11-21"}));
+    EXPECT_TRUE(backUp(kToday.addDays(1), size).contains(u"磁盘空间不足"));
+    EXPECT_EQ(kept().size(), 2) << "what there is stays";
+}
+
+TEST_F(DailyBackups, AFullDiskIsToldAndLeavesNothingHalf) {
+    for (int i = 0; i < 40; ++i)
+        books.addClient(QString::number(100 + i), QString(100, QChar(u'长')));
+    QString fault;
+    {
+        const FileSizeLimit limit(20'000);
+        fault = backUp();
+    }
+    EXPECT_TRUE(fault.contains(u"没有做成")) << fault.toStdString();
+    EXPECT_EQ(QDir(backupFolder(books.path())).entryList(QDir::Files | QDir::Hidden), QStringList());
+}
+
+TEST_F(DailyBackups, OtherFilesInTheFolderAreLeftAlone) {
+    ASSERT_EQ(backUp(), u"");
+    QFile other(QDir(backupFolder(books.path())).filePath("VelmorClientBank-mine.mdb"));
+    ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+    for (int day = 1; day < 20; ++day)
+        ASSERT_EQ(backUp(kToday.addDays(day)), u"");
+    EXPECT_TRUE(other.exists());
+}
+
+class Restoring : public testing::Test {
+protected:
+    Restoring() {
+        createDatabase(path);
+        addCustomer("first");
+        EXPECT_TRUE(backUpDatabase(path, backup));
+        addCustomer("second");
+    }
+    void addCustomer(const char* name) {
+        Connection books(path);
+        books.write(
+            QStringLiteral("INSERT INTO clientTable (客户编号) VALUES ('%1')").arg(QString::fromUtf8(name)));
+    }
+    QString customers(const QString& of) {
+        Connection books(of);
+        Statement all = books.prepare("SELECT group_concat(客户编号) FROM clientTable");
+        all.step();
+        return all.text(0);
+    }
+    QStringList files() { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden); }
+
+    QTemporaryDir folder;
+    QString path = folder.filePath("VelmorClientBank.mdb");
+    QString backup = folder.filePath("backup.mdb");
+};
+
+TEST_F(Restoring, PutsACopyInThePlaceAndKeepsWhatStoodThere) {
+    BooksLock lock(path);
+    const Restored result = restoreBackup(backup, path, lock);
+    EXPECT_EQ(result.fault, u"");
+    EXPECT_EQ(customers(path), u"first");
+    EXPECT_EQ(customers(result.kept), u"first,second");
+    EXPECT_EQ(customers(backup), u"first") << "the backup stays";
+    EXPECT_FALSE(BooksLock(path).fault().isEmpty()) << "the new file is held";
+    const Restored again = restoreBackup(backup, path, lock);
+    EXPECT_NE(again.kept, result.kept);
+}
+
+TEST_F(Restoring, WorksWhereTheFileIsMissing) {
+    QFile::remove(path);
+    BooksLock lock(path);
+    const Restored result = restoreBackup(backup, path, lock);
+    EXPECT_EQ(result.fault, u"");
+    EXPECT_EQ(result.kept, u"");
+    EXPECT_EQ(customers(path), u"first");
+    EXPECT_FALSE(BooksLock(path).fault().isEmpty());
+}
+
+TEST_F(Restoring, WhatIsDamagedIsNotPutBack) {
+    QFile file(backup);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.seek(8192);
+    file.write(QByteArray(4096, 'x'));
+    file.close();
+    BooksLock lock(path);
+    const QStringList before = files();
+    for (const QString& bad : {backup, folder.filePath("none.mdb"), folder.path(), path, path + ".lock"}) {
+        EXPECT_NE(restoreBackup(bad, path, lock).fault, u"") << bad.toStdString();
+        EXPECT_EQ(customers(path), u"first,second");
+    }
+    EXPECT_EQ(files(), before) << "nothing half is left";
+}
+
+TEST_F(Restoring, AFullDiskLeavesTheBooksAndNothingHalf) {
+    BooksLock lock(path);
+    const QStringList before = files();
+    Restored result;
+    {
+        const FileSizeLimit limit(20'000);
+        result = restoreBackup(backup, path, lock);
+    }
+    EXPECT_NE(result.fault, u"");
+    EXPECT_EQ(files(), before);
+    EXPECT_EQ(customers(path), u"first,second");
+}
+
+TEST_F(Restoring, TheRestoredFileIsItsOwnersAlone) {
+    BooksLock lock(path);
+    ASSERT_EQ(restoreBackup(backup, path, lock).fault, u"");
+    EXPECT_EQ(QFile(path).permissions() & 0x77, QFile::Permissions());
+}
+
+TEST_F(Restoring, ANameThatWasOneTooManyWhenTheProcessDiedGoesAtTheNextStart) {
+    const QString second = folder.filePath("second.mdb");
+    ASSERT_EQ(::link(QFile::encodeName(path).constData(), QFile::encodeName(second).constData()), 0);
+    QFile list(path + ".unfinished");
+    ASSERT_TRUE(list.open(QIODevice::WriteOnly) && list.write((second + '\n' + backup + '\n').toUtf8()) > 0);
+    list.close();
+    clearUnfinished(path);
+    EXPECT_FALSE(QFile::exists(second));
+    EXPECT_TRUE(QFile::exists(path));
+    EXPECT_TRUE(QFile::exists(backup)) << "a file of its own is no second name";
+}
+
+} // namespace
