@@ -1,6 +1,8 @@
 #include "app/registry.h"
 
 #include "analysis/analysisCommands.h"
+#include "controls/prompts.h"
+#include "data/ownFiles.h"
 #include "drilldown/drillCommands.h"
 #include "maintenance/maintenanceCommands.h"
 #include "query/queryCommands.h"
@@ -12,6 +14,9 @@
 
 void registerAll(MDIForm1& main, Prompts& prompts) {
     ViewHost& host = main.host();
+    prompts.guardWriting([&host](const QString& path) {
+        return isOwnFile(path, host.session().cn.path()) ? ownFileRefusal(path) : QString();
+    });
     host.registerWindow(QStringLiteral("manualFm1"), [&host] {
         return new manualFm1(host.session().appPath + QStringLiteral("/用户指南(衡商汇).txt"));
     });

@@ -388,6 +388,8 @@ void BarChart::askSave() {
         return;
     const QString path = isPictureName(*answer) ? *answer : *answer + QStringLiteral(".png");
     // The dialog has asked for the name that was given only.
+    if (path != *answer && !m_prompts.mayWrite(path))
+        return;
     if (path != *answer && QFileInfo::exists(path) &&
         !m_prompts.confirm(QStringLiteral("文件已存在，要替换吗？\n%1").arg(path)))
         return;

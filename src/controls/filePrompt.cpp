@@ -1,6 +1,7 @@
 #include "controls/filePrompt.h"
 
 #include <QDateTime>
+#include <QFileIconProvider>
 #include <QFileSystemModel>
 #include <QIdentityProxyModel>
 #include <QLocale>
@@ -43,10 +44,22 @@ public:
     }
 };
 
+/// Qt's own provider opens a file whose ending it does not know to see its kind, and closing any descriptor of
+/// the open database, under whatever name, drops the locks on it.
+class UnopenedFiles : public QFileIconProvider {
+public:
+    QIcon icon(const QFileInfo& file) const override {
+        return QFileIconProvider::icon(file.isDir() ? Folder : File);
+    }
+    QString type(const QFileInfo& file) const override { return kindText(file); }
+};
+
 } // namespace
 
 FileDialog::FileDialog(const QString& title, const QString& filter, QWidget* parent)
     : QFileDialog(parent, title, QString(), filter) {
+    static UnopenedFiles kinds;
     setOption(QFileDialog::DontUseNativeDialog);
+    setIconProvider(&kinds);
     setProxyModel(new ChineseFiles(this));
 }

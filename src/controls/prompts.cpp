@@ -39,6 +39,21 @@ public:
 
 } // namespace
 
+bool Prompts::mayWrite(const QString& path) {
+    const QString refusal = m_guard ? m_guard(path) : QString();
+    if (!refusal.isEmpty())
+        tell(refusal);
+    return refusal.isEmpty();
+}
+
+std::optional<QString> Prompts::saveFile(const QString& title, const QString& proposal,
+                                         const QString& filter) {
+    auto path = anyFileToSave(title, proposal, filter);
+    while (path && !mayWrite(*path))
+        path = anyFileToSave(title, proposal, filter);
+    return path;
+}
+
 void WindowPrompts::tell(const QString& text, const QString& title) {
     Box(QMessageBox::Information, title, text, {{QMessageBox::Ok, QStringLiteral("确定")}}).exec();
 }
@@ -77,8 +92,8 @@ std::optional<QString> WindowPrompts::input(const QString& text, const QString& 
     return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue()) : std::nullopt;
 }
 
-std::optional<QString> WindowPrompts::saveFile(const QString& title, const QString& proposal,
-                                               const QString& filter) {
+std::optional<QString> WindowPrompts::anyFileToSave(const QString& title, const QString& proposal,
+                                                    const QString& filter) {
     FileDialog dialog(title, filter, QApplication::activeWindow());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDirectory(QFileInfo(proposal).absolutePath());

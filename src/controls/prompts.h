@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 /// Everything that stops the program for an answer goes through here: Qt's own dialogs in the program, a
@@ -29,9 +30,18 @@ public:
                                            const QString& title = QStringLiteral("信息提示")) = 0;
     /// A line of text; nothing where the user cancels.
     virtual std::optional<QString> input(const QString& text, const QString& title) = 0;
-    /// A name for a file to be written; nothing where the user cancels. `filter` as in "CSV (*.csv)".
-    virtual std::optional<QString> saveFile(const QString& title, const QString& proposal,
-                                            const QString& filter) = 0;
+    /// A name for a file to be written; nothing where the user cancels. `filter` as in "CSV (*.csv)". A name
+    /// that may not be written is told and asked for again.
+    std::optional<QString> saveFile(const QString& title, const QString& proposal, const QString& filter);
+    /// The same for a command that refuses such names in words of its own.
+    virtual std::optional<QString> anyFileToSave(const QString& title, const QString& proposal,
+                                                 const QString& filter) = 0;
+    /// Whether this name, made from the user's, may be written; if not, he is told why.
+    bool mayWrite(const QString& path);
+    /// Why a file may not be written, in words for the user; "" if it may.
+    using WriteGuard = std::function<QString(const QString& path)>;
+    /// Every name of a file to be written passes the guard. It opens no file.
+    void guardWriting(WriteGuard guard) { m_guard = std::move(guard); }
     /// A file to be read; nothing where the user cancels. `filter` as in "CSV (*.csv);;所有文件 (*.*)".
     virtual std::optional<QString> openFile(const QString& title, const QString& filter) = 0;
     /// A font with its effects and its colour; nothing where the user cancels.
@@ -39,6 +49,9 @@ public:
     /// One of the machine's printers and how its sheets lie; nothing where the user cancels.
     virtual std::optional<PrinterChoice> setUpPrinter(const QStringList& printers,
                                                       const PrinterChoice& start) = 0;
+
+private:
+    WriteGuard m_guard;
 };
 
 /// The dialogs of the program, in front of the active window.
@@ -50,8 +63,8 @@ public:
     bool confirmLoss(const QString& text, const QString& loss, const QString& title) override;
     std::optional<bool> askOrLeave(const QString& text, const QString& title) override;
     std::optional<QString> input(const QString& text, const QString& title) override;
-    std::optional<QString> saveFile(const QString& title, const QString& proposal,
-                                    const QString& filter) override;
+    std::optional<QString> anyFileToSave(const QString& title, const QString& proposal,
+                                         const QString& filter) override;
     std::optional<QString> openFile(const QString& title, const QString& filter) override;
     std::optional<FontChoice> chooseFont(const QString& title, const FontChoice& start) override;
     std::optional<PrinterChoice> setUpPrinter(const QStringList& printers,

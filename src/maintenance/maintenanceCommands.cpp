@@ -1,6 +1,7 @@
 #include "maintenance/maintenanceCommands.h"
 
 #include "controls/prompts.h"
+#include "data/ownFiles.h"
 #include "maintenance/backup.h"
 #include "maintenance/fileInputFm2.h"
 #include "maintenance/fileInputFm3.h"
@@ -9,14 +10,14 @@
 namespace {
 
 void dataBackup(Session& session, Prompts& prompts) {
-    const auto target =
-        prompts.saveFile(QStringLiteral("选择目标文件"), session.appPath + QStringLiteral("/backup.mdb"),
-                         QStringLiteral("所有文件 (*.*);;mdb文件 (*.mdb)"));
-    if (!target)
+    const auto name =
+        prompts.anyFileToSave(QStringLiteral("选择目标文件"), session.appPath + QStringLiteral("/backup.mdb"),
+                              QStringLiteral("所有文件 (*.*);;mdb文件 (*.mdb)"));
+    if (!name)
         return;
-    prompts.tell(backUpDatabase(session.cn.path(), withDefaultEnding(*target))
-                     ? QStringLiteral("备份成功！")
-                     : QStringLiteral("备份失败！"));
+    const QString target = withDefaultEnding(*name);
+    const bool made = !isOwnFile(target, session.cn.path()) && backUpDatabase(session.cn.path(), target);
+    prompts.tell(made ? QStringLiteral("备份成功！") : QStringLiteral("备份失败！"));
 }
 
 void registerImport(CommandTable& commands, ViewHost& host, Prompts& prompts) {

@@ -1,5 +1,7 @@
 #include "reports/printJob.h"
 
+#include "data/ownFiles.h"
+
 #include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
@@ -45,7 +47,12 @@ public:
 
 protected:
     std::unique_ptr<QPagedPaintDevice> makeDevice() override {
-        m_file = std::make_unique<QSaveFile>(nextPath());
+        const QString path = nextPath();
+        if (!books().isEmpty() && isOwnFile(path, books())) {
+            fail(ownFileRefusal(path));
+            return nullptr;
+        }
+        m_file = std::make_unique<QSaveFile>(path);
         if (!m_file->open(QIODevice::WriteOnly))
             return nullptr;
         m_written.close();

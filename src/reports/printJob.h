@@ -17,6 +17,7 @@ public:
     struct Sheets {
         std::optional<PaperOrientation> orientation; // none: as the printer stands
         QString title;
+        QString books = {}; // the open database: no document takes the place of its files
     };
 
     /// Into PDF files: the first one has the given name, the ones after each endDocument() "name-2.pdf" and
@@ -50,6 +51,7 @@ protected:
     virtual void ended() {}
     void layOut(QPagedPaintDevice& device) const;
     const QString& title() const { return m_sheets.title; }
+    const QString& books() const { return m_sheets.books; }
     /// Keeps the first reason.
     void fail(const QString& fault);
 

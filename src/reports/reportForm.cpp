@@ -125,7 +125,7 @@ void ReportForm::showPage(int page) {
 }
 
 PrintJob::Sheets ReportForm::sheets() const {
-    return {m_report.orientation, windowTitle() + u' ' + m_session.todayText()};
+    return {m_report.orientation, windowTitle() + u' ' + m_session.todayText(), m_session.cn.path()};
 }
 
 bool ReportForm::haveJob() {

@@ -1,6 +1,7 @@
 #include "controls/dataGrid.h"
 #include "support/shopWindow.h"
 
+#include <QFileInfo>
 #include <QPushButton>
 
 namespace {
@@ -181,6 +182,20 @@ TEST_F(MaintenanceViews, ABackupIsToldAndACancelIsSilent) {
     prompts.saveName = books.path();
     prompts.expectMessage("备份失败！");
     drive->choose("dataBackup1");
+    EXPECT_EQ(databaseFault(books.path()), u"");
+}
+
+TEST_F(MaintenanceViews, ABackupOntoTheOwnFilesFailsInItsOwnWords) {
+    start();
+    for (const char* ending : {"", "-journal", "-wal", "-shm", ".lock"}) {
+        prompts.saveName = books.path() + ending;
+        const QFileInfo before(*prompts.saveName);
+        const qint64 size = before.exists() ? before.size() : -1;
+        prompts.expectMessage("备份失败！");
+        drive->choose("dataBackup1");
+        const QFileInfo after(*prompts.saveName);
+        EXPECT_EQ(after.exists() ? after.size() : -1, size) << ending;
+    }
     EXPECT_EQ(databaseFault(books.path()), u"");
 }
 

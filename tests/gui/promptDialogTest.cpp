@@ -27,6 +27,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
 namespace {
 
 QFont reportFont(const char* name, double size, bool bold) {
@@ -232,6 +235,26 @@ TEST(Language, WhatTheFileDialogSaysOfFilesIsChinese) {
         EXPECT_EQ(latinWords(cell(row, 3)), QStringList()) << cell(row, 3).toStdString();
     for (int column = 0; column < 4; ++column)
         EXPECT_EQ(latinWords(list->model()->headerData(column, Qt::Horizontal).toString()), QStringList());
+}
+
+TEST(FileChoice, NoFileOfTheListIsOpened) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("books.of-an-unknown-kind"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("12345") == 5);
+    file.close();
+    const int watch = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    ASSERT_GE(inotify_add_watch(watch, QFile::encodeName(file.fileName()), IN_OPEN), 0);
+    FileDialog dialog("备份", "所有文件 (*.*)", nullptr);
+    dialog.setViewMode(QFileDialog::Detail);
+    dialog.setDirectory(folder.path());
+    dialog.show();
+    auto* list = dialog.findChild<QTreeView*>("treeView");
+    ASSERT_NE(list, nullptr);
+    const auto size = [list] { return list->model()->index(0, 1, list->rootIndex()).data().toString(); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return size() == QStringLiteral("5 字节"); })) << size().toStdString();
+    inotify_event event{};
+    EXPECT_LT(read(watch, &event, sizeof event), 0) << "it was opened";
+    close(watch);
 }
 
 /// Chooses a filter in the dialog that asks for a file, types a name and presses Enter.

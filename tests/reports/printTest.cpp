@@ -2,6 +2,7 @@
 #include "reports/reportRun.h"
 #include "support/errorOf.h"
 #include "support/reportPaper.h"
+#include "support/smallDisk.h"
 
 #include <QFile>
 #include <QImage>
@@ -187,6 +188,42 @@ TEST_F(Printing, AFileThatIsCutIsAFaultAndTheOldOneStays) {
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(end, PrintEnd::Failed);
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    EXPECT_EQ(old.readAll(), "old");
+}
+
+TEST_F(Printing, ADocumentThatGoesOnTakesNoFileOfTheOpenDatabase) {
+    const ReportDescription& report = *findReport(u"showprint_rs15");
+    layout = defaultLayout(report, "标题");
+    open(report, 80);
+    const QString database = folder.filePath("books.mdb");
+    QFile file(database);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("books") == 5);
+    file.close();
+    ASSERT_TRUE(QFile::link(database, folder.filePath("out-2.pdf")));
+    const auto job = PrintJob::toPdf(path(), {report.orientation, QStringLiteral("标题"), database});
+    EXPECT_EQ(printPages(drawing(report), *job, 1, 1, {}), PrintEnd::Done);
+    EXPECT_EQ(printPages(drawing(report), *job, 2, 2, {}), PrintEnd::Failed);
+    EXPECT_EQ(job->fault(),
+              "不能写入 " + folder.filePath("out-2.pdf") + "：这是正在使用的数据文件。请另选一个文件名。");
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "books");
+    EXPECT_EQ(pdfPages(path()), 1);
+}
+
+TEST_F(Printing, ADocumentThatGoesOnAndIsCutLeavesTheOldOneOfItsName) {
+    const ReportDescription& report = *findReport(u"showprint_rs15");
+    layout = defaultLayout(report, "标题");
+    open(report, 80);
+    QFile old(folder.filePath("out-2.pdf"));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+    old.close();
+    const auto job = PrintJob::toPdf(path(), {report.orientation, QStringLiteral("标题")});
+    EXPECT_EQ(printPages(drawing(report), *job, 1, 1, {}), PrintEnd::Done);
+    {
+        const FileSizeLimit full(500);
+        EXPECT_EQ(printPages(drawing(report), *job, 2, 2, {}), PrintEnd::Failed);
+    }
     ASSERT_TRUE(old.open(QIODevice::ReadOnly));
     EXPECT_EQ(old.readAll(), "old");
 }

@@ -74,7 +74,8 @@ public:
     std::optional<QString> input(const QString& text, const QString& title) override {
         return take("input", text, title).answer;
     }
-    std::optional<QString> saveFile(const QString& title, const QString& proposal, const QString&) override {
+    std::optional<QString> anyFileToSave(const QString& title, const QString& proposal,
+                                         const QString&) override {
         ++saveQuestions;
         return m_anything ? answerFile("save", title, proposal) : saveName;
     }
@@ -126,6 +127,7 @@ private:
         }
         if (m_expected.empty()) {
             ADD_FAILURE() << "unexpected " << kind << ": " << text.toStdString();
+            saveName.reset(); // a name that is refused would be asked for without end
             return {};
         }
         const Expected expected = m_expected.front();

@@ -32,8 +32,8 @@ public:
     std::optional<QString> input(const QString& /*text*/, const QString& /*title*/) override {
         return QStringLiteral("80");
     }
-    std::optional<QString> saveFile(const QString& /*title*/, const QString& /*proposal*/,
-                                    const QString& /*filter*/) override {
+    std::optional<QString> anyFileToSave(const QString& /*title*/, const QString& /*proposal*/,
+                                         const QString& /*filter*/) override {
         return m_folder + QStringLiteral("/backup.mdb");
     }
 
