@@ -1,6 +1,7 @@
 // Every figure beside its reference from the same run. bench [CUSTOMERS PRODUCTS LINES]
 #include "engineBench.h"
 #include "importBench.h"
+#include "longTextBench.h"
 #include "periodBench.h"
 #include "recordset/error.h"
 #include "reportBench.h"
@@ -39,6 +40,7 @@ int main(int argc, char** argv) {
         runReportBench(report, path);
         runStatisticsBench(report, path);
         runImportBench(report, folder.path());
+        runLongTextBench(report, folder.path());
         runWindowBench(report, path, smallPath);
     } catch (const RuntimeError& error) {
         std::fprintf(stderr, "%s\n", error.what());

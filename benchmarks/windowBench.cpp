@@ -6,6 +6,7 @@
 #include "controls/prompts.h"
 #include "data/books.h"
 #include "data/schema.h"
+#include "longTextBench.h"
 #include "plainSqlite.h"
 #include "recordset/tableImage.h"
 #include "reportBench.h"
@@ -226,6 +227,8 @@ int measureInThisProcess(int argc, char** argv) {
         measureSqlGrid(path);
     else if (what == u"reports")
         measureReports(path);
+    else if (what == u"everywindow")
+        measureEveryWindow(path);
     else if (what == u"statistics")
         measureStatistics(path);
     else if (what == u"bare")

@@ -4,8 +4,11 @@
 #include "controls/hint.h"
 #include "controls/numberLimit.h"
 #include "recordset/error.h"
+#include "recordset/shownText.h"
 
 #include <QLineEdit>
+
+#include <algorithm>
 
 namespace {
 
@@ -28,12 +31,19 @@ CellEditor::CellEditor(DataGrid* grid)
 
 QWidget* CellEditor::createEditor(QWidget* parent, const QStyleOptionViewItem&,
                                   const QModelIndex& index) const {
+    const qsizetype letters = index.data(Qt::EditRole).toString().size();
+    if (letters > kShownLetters) {
+        showHint(m_grid->viewport(), m_grid->visualRect(index), tooLongHint());
+        return nullptr;
+    }
     auto* editor = new QLineEdit(parent);
     editor->setObjectName(QStringLiteral("cellEditor"));
     editor->setFrame(false);
     const ColumnInfo& column = m_grid->recordset()->fieldInfo(index.column());
+    // A text that is too long for its column is not cut by looking at it; the column refuses it when it is
+    // changed.
     if (column.type == ColumnType::Text)
-        editor->setMaxLength(column.definedSize);
+        editor->setMaxLength(std::max(column.definedSize, int(letters)));
     editor->setAlignment(fieldAlignment(column));
     return editor;
 }

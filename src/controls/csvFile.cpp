@@ -29,7 +29,7 @@ bool writeCsv(const QString& path, const QAbstractItemModel& model, const std::v
     file.write("\xEF\xBB\xBF");
     writeLine([&](int column) { return model.headerData(column, Qt::Horizontal).toString(); });
     for (int row = 0; row < model.rowCount(); ++row)
-        writeLine([&](int column) { return model.index(row, column).data().toString(); });
+        writeLine([&](int column) { return model.index(row, column).data(Qt::EditRole).toString(); });
     // What is still held back reaches the disk here, and commit() does not hear when that fails.
     return file.flush() && file.commit();
 }

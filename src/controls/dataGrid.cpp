@@ -222,7 +222,7 @@ QString DataGrid::selectedText() const {
         QStringList cells;
         for (int column = 0; column < m_model->columnCount(); ++column)
             if (!isColumnHidden(column))
-                cells << m_model->index(row, column).data().toString();
+                cells << m_model->index(row, column).data(Qt::EditRole).toString();
         lines << cells.join(u'\t');
     }
     return lines.join(u'\n');

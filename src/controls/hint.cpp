@@ -47,6 +47,10 @@ bool Hint::eventFilter(QObject* watched, QEvent* event) {
     return QLabel::eventFilter(watched, event);
 }
 
+QString tooLongHint() {
+    return QStringLiteral("文字太长，只显示开头；不能在这里修改，原文保持不变");
+}
+
 void showHint(QWidget* beside, const QString& text) {
     showHint(beside, beside->rect(), text);
 }

@@ -23,6 +23,9 @@ private:
     QPointer<QWidget> m_beside; // may go before the hint does
 };
 
+/// What the hint says at a text of which only the beginning is shown.
+QString tooLongHint();
+
 /// Shows the hint of the widget's window below the widget, or below a part of it.
 void showHint(QWidget* beside, const QString& text);
 void showHint(QWidget* beside, const QRect& place, const QString& text);

@@ -1,6 +1,7 @@
 #include "controls/prompts.h"
 
 #include "controls/filePrompt.h"
+#include "recordset/shownText.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -29,7 +30,8 @@ const Buttons& yesAndNo() {
 class Box : public QMessageBox {
 public:
     Box(Icon icon, const QString& title, const QString& text, const Buttons& buttons)
-        : QMessageBox(icon, title, text, NoButton, QApplication::activeWindow()) {
+        : QMessageBox(icon, beginningOf(title, kCaptionLetters), beginningOf(text), NoButton,
+                      QApplication::activeWindow()) {
         for (const auto& [button, caption] : buttons)
             addButton(button)->setText(caption);
         setDefaultButton(buttons.front().first);
@@ -68,7 +70,7 @@ bool WindowPrompts::ask(const QString& text, const QString& title) {
 
 bool WindowPrompts::confirmLoss(const QString& text, const QString& loss, const QString& title) {
     Box box(QMessageBox::Warning, title, text, okAndCancel());
-    box.setInformativeText(loss);
+    box.setInformativeText(beginningOf(loss));
     box.setDefaultButton(QMessageBox::Cancel);
     return box.exec() == QMessageBox::Ok;
 }
@@ -86,7 +88,7 @@ std::optional<bool> WindowPrompts::askOrLeave(const QString& text, const QString
 std::optional<QString> WindowPrompts::input(const QString& text, const QString& title) {
     QInputDialog dialog(QApplication::activeWindow());
     dialog.setWindowTitle(title);
-    dialog.setLabelText(text);
+    dialog.setLabelText(beginningOf(text));
     dialog.setOkButtonText(QStringLiteral("确定"));
     dialog.setCancelButtonText(QStringLiteral("取消"));
     return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue()) : std::nullopt;

@@ -2,11 +2,29 @@
 
 #include "controls/hint.h"
 #include "controls/numberLimit.h"
+#include "recordset/shownText.h"
 
 #include <QGridLayout>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
+
+void RecordBox::setText(const QString& text) {
+    const qsizetype most = std::min(qsizetype(maxLength()), kShownLetters);
+    const bool beyond = text.size() > most;
+    if (beyond || m_beyond)
+        setReadOnly(beyond);
+    m_beyond = beyond ? std::optional(text) : std::nullopt;
+    QLineEdit::setText(beyond ? shownText(text, most - 1) : text);
+}
+
+void RecordBox::keyPressEvent(QKeyEvent* event) {
+    const bool changes = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete ||
+                         (!event->text().isEmpty() && event->text().front().isPrint());
+    if (m_beyond && changes)
+        showHint(this, tooLongHint());
+    QLineEdit::keyPressEvent(event);
+}
 
 void RecordBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);

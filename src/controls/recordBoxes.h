@@ -11,20 +11,26 @@
 class QGridLayout;
 
 /// A line of text that selects all of it on getting the focus, and knows whether an input method is composing
-/// in it.
+/// in it. Of a text that it cannot hold it shows the beginning, read-only, and gives back the text that it
+/// was given.
 class RecordBox : public QLineEdit {
     Q_OBJECT
 
 public:
     using QLineEdit::QLineEdit;
     bool isComposing() const { return m_composing; }
+    void setText(const QString& text);
+    void clear() { setText({}); }
+    QString text() const { return m_beyond ? *m_beyond : QLineEdit::text(); }
 
 protected:
     void focusInEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    std::optional<QString> m_beyond; // the text given, of which the beginning is shown
     bool m_composing = false;
     bool m_selectOnPress = false;
 };

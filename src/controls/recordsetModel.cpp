@@ -1,5 +1,7 @@
 #include "controls/recordsetModel.h"
 
+#include "recordset/shownText.h"
+
 Qt::Alignment fieldAlignment(const ColumnInfo& column) {
     static const QStringList numbersInTexts{QStringLiteral("折扣"), QStringLiteral("亏_盈"),
                                             QStringLiteral("差额利润率")};
@@ -57,10 +59,19 @@ QString RecordsetModel::cellText(int row, int field) const {
     return fieldText(m_recordset->valueAt(row, field));
 }
 
+QString RecordsetModel::shownCell(int row, int field) const {
+    if (m_overlay)
+        if (const auto shown = m_overlay(m_recordset->rowAt(row), field))
+            return shownText(fieldText(*shown));
+    return m_recordset->shownAt(row, field);
+}
+
 QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= m_rows || index.column() >= m_columns)
         return {};
-    if (role == Qt::DisplayRole || role == Qt::EditRole)
+    if (role == Qt::DisplayRole)
+        return shownCell(index.row(), index.column());
+    if (role == Qt::EditRole)
         return cellText(index.row(), index.column());
     if (role != Qt::TextAlignmentRole)
         return {};

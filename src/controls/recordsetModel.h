@@ -12,7 +12,7 @@
 Qt::Alignment fieldAlignment(const ColumnInfo& column);
 
 /// A recordset as Qt's item views want it: its view row by row, pending edits included. Cells are made into
-/// text only when they are painted.
+/// text only when they are painted; of a long text the beginning is, and Qt::EditRole has the whole.
 class RecordsetModel : public QAbstractTableModel, private RecordsetObserver {
     Q_OBJECT
 
@@ -53,6 +53,7 @@ private:
     void rowChanged(int position) override;
     void currentChanged() override;
     QString cellText(int row, int field) const;
+    QString shownCell(int row, int field) const;
 
     RecordsetPtr m_recordset;
     Overlay m_overlay;

@@ -3,8 +3,8 @@
 #include <QString>
 
 /// Whether writing a file of this name would write into the open database or into what belongs to it: its
-/// journal, its write-ahead log with the shared index, its lock. Every spelling and every link counts, also to
-/// one of them that does not exist at the moment. No file is opened: closing a descriptor of the database
+/// journal, its write-ahead log with the shared index, its lock. Every spelling and every link counts, also
+/// to one of them that does not exist at the moment. No file is opened: closing a descriptor of the database
 /// would drop the locks that its connection holds.
 bool isOwnFile(const QString& path, const QString& databasePath);
 

@@ -10,6 +10,10 @@ QString firstRowText(const RecordsetPtr& recordset, const QString& field) {
     return recordset->hasRows() ? recordset->Fields(field).text() : QString();
 }
 
+QString firstRowShown(const RecordsetPtr& recordset, const QString& field) {
+    return recordset->hasRows() ? recordset->Fields(field).shown() : QString();
+}
+
 } // namespace
 
 Session::Session(const QString& databasePath)
@@ -69,8 +73,8 @@ void Session::readCounters() {
 
 void Session::readCurrent() {
     currentClientNum = firstRowText(clientTable, QStringLiteral("客户编号"));
-    currentClientName = firstRowText(clientTable, QStringLiteral("单位名称"));
-    currentContact = firstRowText(clientTable, QStringLiteral("联系人"));
+    currentClientName = firstRowShown(clientTable, QStringLiteral("单位名称"));
+    currentContact = firstRowShown(clientTable, QStringLiteral("联系人"));
     currentProductNum = firstRowText(buyList, QStringLiteral("产品编号"));
     currentOrderNum = firstRowText(buyList, QStringLiteral("订单号"));
 }
@@ -79,8 +83,8 @@ void Session::takeCustomer(const RecordsetPtr& clients) {
     if (!clients->currentRow())
         return;
     currentClientNum = clients->Fields(QStringLiteral("客户编号")).text();
-    currentClientName = clients->Fields(QStringLiteral("单位名称")).text();
-    currentContact = clients->Fields(QStringLiteral("联系人")).text();
+    currentClientName = clients->Fields(QStringLiteral("单位名称")).shown();
+    currentContact = clients->Fields(QStringLiteral("联系人")).shown();
 }
 
 void Session::refreshCustomer() {

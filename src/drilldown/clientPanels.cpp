@@ -3,6 +3,7 @@
 #include "controls/formParts.h"
 #include "controls/indicatorCard.h"
 #include "drilldown/drillDown.h"
+#include "recordset/shownText.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -72,8 +73,8 @@ ClientLinesPanel::ClientLinesPanel(ViewHost& host, Prompts& /*prompts*/)
 
 void ClientLinesPanel::sourceShown(const RecordsetPtr& cursor, ShowSource /*code*/) {
     m_client = m_session.currentClientNum;
-    m_company->setText(m_session.currentClientName);
-    m_contact->setText(m_session.currentContact);
+    m_company->setText(captionText(m_session.currentClientName));
+    m_contact->setText(captionText(m_session.currentContact));
     if (cursor->isOpen())
         showShares(statisticA(m_session), m_values, m_shares);
 }
@@ -133,8 +134,8 @@ OrderPanel::OrderPanel(ViewHost& host, Prompts& /*prompts*/)
 void OrderPanel::sourceShown(const RecordsetPtr& cursor, ShowSource /*code*/) {
     m_date = m_session.periodDate1;
     m_filter = cursor->isOpen() ? cursor->Filter() : QString();
-    m_company->setText(m_session.currentClientName);
-    m_contact->setText(m_session.currentContact);
+    m_company->setText(captionText(m_session.currentClientName));
+    m_contact->setText(captionText(m_session.currentContact));
     m_count->setText(m_session.orderQuantity);
     m_amount->setText(m_session.orderAmount);
     rowChanged(cursor, false);
@@ -143,7 +144,7 @@ void OrderPanel::sourceShown(const RecordsetPtr& cursor, ShowSource /*code*/) {
 void OrderPanel::rowChanged(const RecordsetPtr& cursor, bool /*chosen*/) {
     // While another order is being chosen, the lines are not those of this one.
     if (cursor->hasRows() && cursor->currentRow() && cursor->Filter() == m_filter)
-        m_order->setText(cursor->Fields(QStringLiteral("订单号")).text());
+        m_order->setText(cursor->Fields(QStringLiteral("订单号")).shown());
 }
 
 void OrderPanel::aboutToPrint(const QString& /*report*/) {

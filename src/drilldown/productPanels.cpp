@@ -6,6 +6,7 @@
 #include "drilldown/drillDown.h"
 #include "drilldown/statisticFm5.h"
 #include "recordset/ignoringErrors.h"
+#include "recordset/shownText.h"
 #include "recordset/textNumber.h"
 
 #include <QAction>
@@ -124,7 +125,7 @@ ProductLinesPanel::ProductLinesPanel(ViewHost& host, Prompts& /*prompts*/)
 
 void ProductLinesPanel::sourceShown(const RecordsetPtr& cursor, ShowSource /*code*/) {
     m_number->setText(m_session.currentProductNum);
-    m_name->setText(m_session.currentProductName);
+    m_name->setText(captionText(m_session.currentProductName));
     const SaleTotals totals = saleTotals(cursor);
     m_count->setText(totals.count);
     m_amount->setText(totals.amount);
@@ -147,5 +148,5 @@ ProductClientsPanel::ProductClientsPanel(ViewHost& host, Prompts& /*prompts*/)
 
 void ProductClientsPanel::sourceShown(const RecordsetPtr& /*cursor*/, ShowSource /*code*/) {
     m_number->setText(m_session.currentProductNum);
-    m_name->setText(m_session.currentProductName);
+    m_name->setText(captionText(m_session.currentProductName));
 }

@@ -24,7 +24,7 @@ std::optional<ProductAsked> productOfRow(const RecordsetPtr& cursor) {
     if (!cursor->hasRows() || !cursor->currentRow())
         return std::nullopt;
     return ProductAsked{cursor->Fields(QStringLiteral("产品编号")).text(),
-                        cursor->Fields(QStringLiteral("品名")).text()};
+                        cursor->Fields(QStringLiteral("品名")).shown()};
 }
 
 bool openProductLines(Session& session, const ProductAsked& product, ShowSource source) {

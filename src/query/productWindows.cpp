@@ -2,6 +2,7 @@
 
 #include "controls/formParts.h"
 #include "controls/prompts.h"
+#include "controls/recordBoxes.h"
 #include "controls/recordPane.h"
 #include "data/sourceTable.h"
 #include "query/queries.h"
@@ -77,8 +78,8 @@ void listProductFm2::pick() {
                                products->Fields(QStringLiteral("成本")).number()};
     if (TopWindow* purchase = m_host.window(QStringLiteral("buyFm1")))
         for (const auto& [index, field] : kFilledBoxes)
-            if (auto* box = purchase->findChild<QLineEdit*>(QStringLiteral("Text4(%1)").arg(index)))
-                box->setText(products->Fields(QString::fromUtf16(field)).text());
+            if (auto* box = purchase->findChild<RecordBox*>(QStringLiteral("Text4(%1)").arg(index)))
+                box->setText(products->Fields(QString::fromUtf16(field)).shown());
     close();
 }
 

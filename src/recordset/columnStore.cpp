@@ -1,6 +1,7 @@
 #include "recordset/columnStore.h"
 
 #include "recordset/error.h"
+#include "recordset/shownText.h"
 #include "recordset/textNumber.h"
 
 #include <bit>
@@ -85,6 +86,12 @@ CellValue ColumnStore::value(std::size_t row) const {
 QString ColumnStore::text(TextPool::Code code) const {
     const std::string_view held = pool.text(code);
     return QString::fromUtf8(held.data(), qsizetype(held.size()));
+}
+
+QString ColumnStore::shown(std::size_t row) const {
+    if (info.type != ColumnType::Text || codes[row] == TextPool::Null)
+        return fieldText(value(row));
+    return shownText(pool.text(codes[row]));
 }
 
 void ColumnStore::set(std::size_t row, const CellValue& value) {

@@ -39,6 +39,8 @@ struct ColumnStore {
 
     CellValue value(std::size_t row) const;
     QString text(TextPool::Code code) const;
+    /// What is shown of a cell: fieldText, of a long text its beginning.
+    QString shown(std::size_t row) const;
     void set(std::size_t row, const CellValue& value);
     void appendNull();
     void reserve(std::size_t rows);

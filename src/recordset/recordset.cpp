@@ -5,6 +5,8 @@
 #include "recordset/error.h"
 #include "recordset/predicate.h"
 #include "recordset/recordsetBefore.h"
+#include "recordset/shownText.h"
+#include "recordset/textNumber.h"
 
 #include <algorithm>
 #include <atomic>
@@ -34,12 +36,26 @@ CellValue Field::Value() const {
     return m_recordset->valueOf(m_recordset->requireRow(), m_index);
 }
 
+QString Field::shown() const {
+    return m_recordset->shownOf(m_recordset->requireRow(), m_index);
+}
+
 CellValue Field::OriginalValue() const {
     return m_recordset->originalOf(m_recordset->requireRow(), m_index);
 }
 
 void Field::setValue(const CellValue& value) {
     m_recordset->assign(m_index, value);
+}
+
+bool Field::isTooLongFor(const QString& boxText) const {
+    const QStringView text = withoutBlanks(boxText);
+    return type() == ColumnType::Text && text.size() > DefinedSize() && text == shown();
+}
+
+void Field::setFromBox(const QString& boxText) {
+    if (!isTooLongFor(boxText))
+        setValue(trimBlanks(boxText));
 }
 
 Recordset::Recordset(Connection& connection)
@@ -265,6 +281,13 @@ CellValue Recordset::valueOf(RowId row, int field) const {
         if (const CellValue* value = m_edits.find(row, imageColumn(field)))
             return *value;
     return originalOf(row, field);
+}
+
+QString Recordset::shownOf(RowId row, int field) const {
+    const CellValue* edit = m_edits.empty() ? nullptr : m_edits.find(row, imageColumn(field));
+    if (edit || isNewRow(row))
+        return edit ? shownText(fieldText(*edit)) : QString();
+    return m_image->shown(row, imageColumn(field));
 }
 
 CellValue Recordset::valueAt(int position, int field) const {

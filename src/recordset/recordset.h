@@ -57,11 +57,18 @@ public:
     void setValue(const CellValue& value);
     void setValue(const QString& text) { setValue(CellValue(text)); }
     void setValue(double number) { setValue(CellValue(number)); }
+    /// Whether a box of this text shows, untouched, a text that is too long for its column, which another
+    /// program put there, or its beginning. Writing the box would cut it.
+    bool isTooLongFor(const QString& boxText) const;
+    /// Writes what a box shows, blanks off both ends, unless the text there is to stay whole.
+    void setFromBox(const QString& boxText);
     /// What the table holds, without this cursor's pending edits; Null on a new row.
     CellValue OriginalValue() const;
     CellValue UnderlyingValue() const { return OriginalValue(); }
     /// Value as boxes show it: Null "", blanks off both ends.
     QString text() const { return fieldText(Value()); }
+    /// The same where it is only looked at: of a long text its beginning.
+    QString shown() const;
     /// Value in arithmetic: Null is 0.
     double number() const { return toNumber(Value()); }
 
@@ -159,6 +166,8 @@ public:
 
     /// Value of a field at a position of the view, from 0.
     CellValue valueAt(int position, int field) const;
+    /// What is shown of it: fieldText, of a long text its beginning.
+    QString shownAt(int position, int field) const { return shownOf(rowAt(position), field); }
     double numberAt(int position, int field) const { return toNumber(valueAt(position, field)); }
     /// Calls `visit(row)` for every row of the view in order, the fast way for walks over all of them.
     template <typename Visit> void eachRow(Visit&& visit) const { m_view.each(visit); }
@@ -241,6 +250,7 @@ private:
     void removeFromView(RowView::Place place);
     void dropNewRow(RowId row);
     CellValue valueOf(RowId row, int field) const;
+    QString shownOf(RowId row, int field) const;
     CellValue originalOf(RowId row, int field) const;
     void assign(int field, const CellValue& value);
     std::vector<RowId> pendingInBaseOrder() const;

@@ -5,6 +5,7 @@
 #include "recordset/dialect.h"
 #include "recordset/error.h"
 #include "recordset/imageLoader.h"
+#include "recordset/shownText.h"
 
 #include <algorithm>
 #include <numeric>
@@ -145,12 +146,22 @@ TextPool::Code TableImage::internText(int column, const QString& text) const {
     return m_columns[std::size_t(column)].pool.intern({utf8.constData(), std::size_t(utf8.size())});
 }
 
-CellValue TableImage::value(Row row, int column) const {
+bool TableImage::isHeld(int column) const {
     if (!m_columns[std::size_t(column)].loaded && (m_rowReads > kMostRowReads || m_dropped))
         loadAllColumns();
-    if (!m_columns[std::size_t(column)].loaded)
-        return storedValue(row, column);
-    return m_columns[std::size_t(column)].value(row);
+    return m_columns[std::size_t(column)].loaded;
+}
+
+CellValue TableImage::value(Row row, int column) const {
+    return isHeld(column) ? m_columns[std::size_t(column)].value(row) : storedValue(row, column);
+}
+
+QString TableImage::shown(Row row, int column) const {
+    if (isHeld(column))
+        return m_columns[std::size_t(column)].shown(row);
+    const CellValue& value = storedValue(row, column);
+    const auto* text = std::get_if<QString>(&value);
+    return text ? shownText(*text) : fieldText(value);
 }
 
 const CellValue& TableImage::storedValue(Row row, int column) const {

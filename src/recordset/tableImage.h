@@ -61,6 +61,8 @@ public:
     /// Gives texts that no row holds yet a code, for keys of pending edits.
     TextPool::Code internText(int column, const QString& text) const;
     CellValue value(Row row, int column) const;
+    /// What is shown of it: fieldText, of a long text its beginning.
+    QString shown(Row row, int column) const;
     qint64 rowid(Row row) const { return m_rowids[row]; }
     /// Slots of these rowids, which are in ascending order; unknown ones are left out.
     std::vector<Row> rowsOf(const std::vector<qint64>& rowids) const;
@@ -114,6 +116,8 @@ private:
     void unload(int column);
     Statement& insertStatement(const CellChanges& cells);
     void fillColumn(ColumnStore& column, const ColumnStore& loaded, const std::vector<qint64>& rowids) const;
+    /// Whether the column is in memory; while it is not, its rows are read one by one.
+    bool isHeld(int column) const;
     const CellValue& storedValue(Row row, int column) const;
     void setCell(Row row, int column, const CellValue& value);
     template <typename Notice> void tell(Notice&& notice);

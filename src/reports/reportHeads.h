@@ -129,7 +129,7 @@ inline QString buyersTitle(const HeadSource& s) {
 inline QString ofClient(const HeadSource& s, const char16_t* field) {
     const RecordsetPtr& clients = s.session.clientTable;
     const bool any = clients->isOpen() && clients->currentRow();
-    return any ? clients->Fields(QString::fromUtf16(field)).text() : QString();
+    return any ? clients->Fields(QString::fromUtf16(field)).shown() : QString();
 }
 /// First and last 日期 of the report's rows, in their order.
 inline QString rowsPeriod(const HeadSource& s) {

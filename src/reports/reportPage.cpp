@@ -1,5 +1,7 @@
 #include "reports/reportPage.h"
 
+#include "recordset/shownText.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -40,7 +42,7 @@ void ReportPageDrawing::setFont(const FontRecord& record) {
 
 void ReportPageDrawing::print(double x, const QString& text) {
     if (!text.isEmpty())
-        m_page.text(x, m_y, text, m_font);
+        m_page.text(x, m_y, beginningOf(text), m_font);
 }
 
 bool ReportPageDrawing::drawTable(int pageIndex) {
@@ -131,7 +133,7 @@ QStringList ReportPageDrawing::labels() const {
 QStringList ReportPageDrawing::cellsOfRow() const {
     QStringList texts;
     for (const int field : m_fields)
-        texts << (field < 0 ? QString() : m_drawing.rows->Fields(field).text());
+        texts << (field < 0 ? QString() : m_drawing.rows->Fields(field).shown());
     return texts;
 }
 

@@ -114,7 +114,7 @@ QStringList Record_display3(Session& session) {
     texts[LineBox::Date] = session.todayText();
     for (const int box : {LineBox::Product, LineBox::Name, LineBox::Place, LineBox::Spec, LineBox::Maker,
                           LineBox::Price, LineBox::Unit, LineBox::Discount})
-        texts[box] = products->Fields(lineColumns()[box]).text();
+        texts[box] = products->Fields(lineColumns()[box]).shown();
     for (const int box : {LineBox::Quantity, LineBox::Due, LineBox::Paid})
         texts[box] = QStringLiteral("0");
     return texts;
@@ -123,7 +123,7 @@ QStringList Record_display3(Session& session) {
 QStringList Record_display5(const RecordsetPtr& basket) {
     QStringList texts;
     for (const QString& column : lineColumns())
-        texts << basket->Fields(column).text();
+        texts << basket->Fields(column).shown();
     return texts;
 }
 
@@ -158,6 +158,8 @@ std::optional<QString> text4_check(const QStringList& boxes) {
 void writeLineBoxes(const RecordsetPtr& line, const QStringList& boxes) {
     for (int box = 0; box < LineBox::Count; ++box) {
         Field target = line->Fields(lineColumns()[box]);
+        if (target.isTooLongFor(boxes[box]))
+            continue;
         if (isNumberBox(box))
             target.setValue(val(boxes[box]));
         else if (box == LineBox::Date)

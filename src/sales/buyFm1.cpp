@@ -8,6 +8,7 @@
 #include "data/losses.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
+#include "recordset/shownText.h"
 #include "recordset/textNumber.h"
 #include "sales/buyFm1Panels.h"
 #include "sales/clientRegister.h"
@@ -120,8 +121,8 @@ void buyFm1::open() {
     record_Clear3();
     const RecordsetPtr& clients = m_session.clientTable;
     if (clients->hasRows() && clients->currentRow()) {
-        m_company->setText(clients->Fields(QStringLiteral("单位名称")).text());
-        m_contact->setText(clients->Fields(QStringLiteral("联系人")).text());
+        m_company->setText(captionText(clients->Fields(QStringLiteral("单位名称")).shown()));
+        m_contact->setText(captionText(clients->Fields(QStringLiteral("联系人")).shown()));
     }
 }
 

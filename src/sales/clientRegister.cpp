@@ -71,7 +71,7 @@ QStringList record_Display(Session& session) {
     if (!clients->hasRows() || !clients->currentRow())
         return QStringList(registerColumns().size(), QString());
     for (int i = 0; i < registerColumns().size(); ++i) {
-        const QString text = clients->Fields(registerColumns()[i]).text();
+        const QString text = clients->Fields(registerColumns()[i]).shown();
         texts << (isNumberBox(i) ? plainNumber(val(text)) : text);
     }
     return texts;
@@ -83,7 +83,7 @@ void record_Write(Session& session, const QStringList& boxes) {
         if (isNumberBox(i))
             field.setValue(val(boxes[i]));
         else
-            field.setValue(trimBlanks(boxes[i]));
+            field.setFromBox(boxes[i]);
     }
     session.clientTable->Fields(QStringLiteral("差额利润")).setValue(0.0);
     session.clientTable->Fields(QStringLiteral("差额利润率")).setValue(QString());

@@ -97,18 +97,17 @@ QStringList displayRecord(Session& session) {
         return clearRecord(session);
     QStringList texts;
     for (const QString& column : productColumns())
-        texts << products->Fields(column).text();
+        texts << products->Fields(column).shown();
     return texts;
 }
 
 void writeRecord(const RecordsetPtr& target, const QStringList& boxes) {
     for (int box = 0; box < ProductBox::Count; ++box) {
         Field field = target->Fields(productColumns()[box]);
-        const QString text = trimBlanks(boxes[box]);
         if (isNumberBox(box))
-            field.setValue(val(text));
+            field.setValue(val(boxes[box]));
         else
-            field.setValue(text);
+            field.setFromBox(boxes[box]);
     }
 }
 

@@ -47,7 +47,7 @@ QStringList oneProductLines(const RecordsetPtr& product) {
     if (!product->hasRows())
         return lines;
     for (int i = 0; i < product->fieldCount(); ++i) {
-        lines << product->Fields(i).Name() + QStringLiteral("----") + product->Fields(i).text();
+        lines << product->Fields(i).Name() + QStringLiteral("----") + product->Fields(i).shown();
         lines << QString();
     }
     return lines;

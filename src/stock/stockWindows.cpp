@@ -4,6 +4,7 @@
 #include "controls/recordPane.h"
 #include "data/cursorMoves.h"
 #include "data/sourceTable.h"
+#include "recordset/shownText.h"
 #include "stock/stockDisplay.h"
 #include "stock/stockPanels.h"
 
@@ -119,7 +120,8 @@ void stockFm3::fill() {
     m_list->addItems(oneProductLines(m_session.oneProduct));
     const bool any = m_session.oneProduct->hasRows();
     m_quantity->setText(any ? m_session.oneProduct->Fields(QStringLiteral("数量")).text() : QString());
-    m_name->setText(any ? m_session.oneProduct->Fields(QStringLiteral("品名")).text() : QString());
+    m_name->setText(any ? captionText(m_session.oneProduct->Fields(QStringLiteral("品名")).shown())
+                        : QString());
 }
 
 statisticFm4::statisticFm4(ViewHost& host, Prompts& prompts)

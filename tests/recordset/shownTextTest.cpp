@@ -1,0 +1,44 @@
+#include "recordset/shownText.h"
+#include "recordset/columnStore.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(ShownText, ATextUpToTheLimitIsWholeWithoutItsBlanks) {
+    EXPECT_EQ(shownText(QStringLiteral("  纸 笔  ")), u"纸 笔");
+    const QString most(kShownLetters, u'长');
+    EXPECT_EQ(shownText(QStringLiteral("  ") + most + QStringLiteral("  ")), most);
+    EXPECT_EQ(shownText(most + u'x'), most + u'…');
+    EXPECT_EQ(beginningOf(QStringLiteral(" 纸 ")), u" 纸 ");
+}
+
+TEST(ShownText, ALetterOfTwoUnitsIsNotTorn) {
+    const QString text = QStringLiteral("ab𠀀c");
+    EXPECT_EQ(shownText(text, 3), u"ab…");
+    EXPECT_EQ(shownText(text, 4), QStringLiteral("ab𠀀…"));
+}
+
+TEST(ShownText, OfBytesIsThatOfTheirText) {
+    for (const QString& letter :
+         {QStringLiteral("x"), QStringLiteral("é"), QStringLiteral("长"), QStringLiteral("𠀀")})
+        for (const int count : {0, 1, 499, 500, 501, 999, 1000, 1001, 4000}) {
+            const QString text = QStringLiteral("  x") + letter.repeated(count) + QStringLiteral("  ");
+            EXPECT_EQ(shownText(text.toUtf8().toStdString()), shownText(text))
+                << letter.toStdString() << count;
+        }
+    EXPECT_EQ(shownText(std::string(100'000, ' ')), u"");
+}
+
+TEST(ShownText, OfACellIsThatOfItsValue) {
+    ColumnStore column;
+    column.info = ColumnInfo::fromDeclaration("a", "TEXT(20)");
+    column.resize(3);
+    column.set(1, QString(4000, u'长'));
+    column.set(2, QStringLiteral(" 纸 "));
+    EXPECT_EQ(column.shown(0), u"");
+    EXPECT_EQ(column.shown(1), QString(kShownLetters, u'长') + u'…');
+    EXPECT_EQ(column.shown(2), u"纸");
+}
+
+} // namespace
