@@ -53,7 +53,7 @@ void rebuildWorkTable(Session& session, RecordsetPtr& cursor, const QString& tab
 void rebuildEmpty(Session& session, RecordsetPtr& cursor, const QString& table, const QString& shapedLike,
                   IgnoringErrors& errors) {
     rebuildWorkTable(session, cursor, table,
-                     {QStringLiteral("Select Top 1 * Into %1 From %2").arg(table, shapedLike),
+                     {QStringLiteral("Select Top 0 * Into %1 From %2").arg(table, shapedLike),
                       QStringLiteral("Delete * From ") + table},
                      errors);
 }

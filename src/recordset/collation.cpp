@@ -12,6 +12,15 @@ QString utf16(std::string_view text) {
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
+/// Letters of a text that its sort key is made of: nearly every text is far shorter. Longer ones whose keys
+/// are alike are compared whole.
+constexpr qsizetype kKeyLetters = 1000;
+constexpr std::size_t kKeyBytes = 4 * kKeyLetters;
+
+QString keyText(std::string_view text) {
+    return utf16(text.substr(0, kKeyBytes)).left(kKeyLetters);
+}
+
 constexpr std::size_t kMostPackedDigits = 18; // 11 to the power of 18 fits into 64 bits
 
 /// A text of ASCII digits as a number whose order is the order of the text, or nothing. The collator orders
@@ -86,8 +95,16 @@ std::vector<quint32> Collation::ranks(const TextPool& pool, const std::vector<Te
     std::vector<QCollatorSortKey> keys;
     keys.reserve(codes.size());
     for (const TextPool::Code code : codes)
-        keys.push_back(m_collator.sortKey(utf16(pool.text(code))));
+        keys.push_back(m_collator.sortKey(keyText(pool.text(code))));
+    // A text of so many bytes may be longer than its key.
+    const auto isLong = [&](quint32 i) { return pool.text(codes[i]).size() > std::size_t(kKeyLetters); };
+    const auto compared = [&](quint32 a, quint32 b) {
+        const int byKey = keys[a].compare(keys[b]);
+        if (byKey != 0 || a == b || (!isLong(a) && !isLong(b)))
+            return byKey;
+        return compare(pool.text(codes[a]), pool.text(codes[b]));
+    };
     std::vector<quint32> order = identity(codes.size());
-    std::sort(order.begin(), order.end(), [&](quint32 a, quint32 b) { return keys[a].compare(keys[b]) < 0; });
-    return ranked(order, [&](quint32 a, quint32 b) { return keys[a].compare(keys[b]) == 0; });
+    std::sort(order.begin(), order.end(), [&](quint32 a, quint32 b) { return compared(a, b) < 0; });
+    return ranked(order, [&](quint32 a, quint32 b) { return compared(a, b) == 0; });
 }

@@ -194,7 +194,7 @@ void reture_OriginalValue(const RecordsetPtr& basket) {
 RecordsetPtr openBasket(Session& session) {
     WriteBatch batch(session.cn);
     if (!session.cn.hasTable(QStringLiteral("buyList2")))
-        runStatement(session.cn, QStringLiteral("Select Top 1 * Into buyList2 From buyList"));
+        runStatement(session.cn, QStringLiteral("Select Top 0 * Into buyList2 From buyList"));
     runStatement(session.cn, QStringLiteral("Delete * From buyList2"));
     batch.finish();
     session.saleShowSource = ShowSource::Lines;

@@ -1,4 +1,5 @@
 #include "recordset/shownText.h"
+#include "recordset/collation.h"
 #include "recordset/columnStore.h"
 
 #include <gtest/gtest.h>
@@ -39,6 +40,15 @@ TEST(ShownText, OfACellIsThatOfItsValue) {
     EXPECT_EQ(column.shown(0), u"");
     EXPECT_EQ(column.shown(1), QString(kShownLetters, u'长') + u'…');
     EXPECT_EQ(column.shown(2), u"纸");
+}
+
+TEST(Collating, TextsThatDifferBehindTheirKeysAreOrderedAsWhole) {
+    const std::string start(1500, 'x');
+    TextPool pool;
+    const std::vector<TextPool::Code> codes{
+        pool.intern(start + "b"), pool.intern(start + "a"),           pool.intern("y"),
+        pool.intern(start),       pool.intern(start.substr(0, 1000)), pool.intern(start + "B")};
+    EXPECT_EQ(Collation().ranks(pool, codes), (std::vector<quint32>{4, 3, 5, 2, 1, 4}));
 }
 
 } // namespace
