@@ -44,8 +44,8 @@ public:
     }
 };
 
-/// Qt's own provider opens a file whose ending it does not know to see its kind, and closing any descriptor of
-/// the open database, under whatever name, drops the locks on it.
+/// Qt's own provider opens a file whose ending it does not know to see its kind, and closing any descriptor
+/// of the open database, under whatever name, drops the locks on it.
 class UnopenedFiles : public QFileIconProvider {
 public:
     QIcon icon(const QFileInfo& file) const override {
