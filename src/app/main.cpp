@@ -134,6 +134,12 @@ std::optional<QString> backupAsked(const QStringList& arguments) {
     std::exit(2);
 }
 
+/// Behind links, where the engine keeps the journal too; the name itself where no file is.
+QString realPath(const QString& path) {
+    const QString real = QFileInfo(path).canonicalFilePath();
+    return real.isEmpty() ? path : real;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -150,7 +156,7 @@ int main(int argc, char** argv) {
     application.setQuitOnLastWindowClosed(false);
     setAppearance(application);
     const QString appPath = QCoreApplication::applicationDirPath();
-    const QString databasePath = appPath + u'/' + databaseFileName();
+    const QString databasePath = realPath(appPath + u'/' + databaseFileName());
     application.setDatabasePath(databasePath);
     const std::optional<QString> backup = backupAsked(application.arguments());
     WindowPrompts prompts;

@@ -104,7 +104,7 @@ QString ReportDialog::chosenBackup() const {
 void ReportDialog::countNext(int row) {
     if (row >= m_backups->rowCount())
         return;
-    const BackupContents contents = contentsOf(m_backups->item(row, 0)->data(Qt::UserRole).toString());
+    const BackupContents contents = backupContents(m_backups->item(row, 0)->data(Qt::UserRole).toString());
     const bool sound = contents.fault.isEmpty();
     m_backups->item(row, 2)->setText(sound ? QString::number(contents.orders) : QStringLiteral("不能读取"));
     m_backups->item(row, 3)->setText(sound ? QString::number(contents.customers) : QString());

@@ -33,19 +33,15 @@ struct FirstRecord {
 };
 
 /// The first record of a journal, https://www.sqlite.org/fileformat2.html#the_rollback_journal; nothing where
-/// there is none to its end. `sound`: whether it is a journal at all.
-std::optional<FirstRecord> firstRecord(QFile& journal, bool& sound) {
+/// there is none to its end.
+std::optional<FirstRecord> firstRecord(QFile& journal) {
     const QByteArray header = bytesAt(journal, 0, 28);
-    sound = header.size() == 28 && header.startsWith(kJournalSign);
-    if (!sound)
+    if (header.size() < 28 || !header.startsWith(kJournalSign))
         return std::nullopt;
     const qint64 sector = numberAt(header, 20);
     const qint64 pageSize = numberAt(header, 24);
-    if (journal.size() < sector + 4 + pageSize + 4)
-        return std::nullopt;
     const QByteArray record = bytesAt(journal, sector, 4 + kPageHeader);
-    sound = pageSize >= 512 && record.size() == 4 + kPageHeader;
-    if (!sound)
+    if (pageSize < 512 || journal.size() < sector + 4 + pageSize + 4 || record.size() < 4 + kPageHeader)
         return std::nullopt;
     return FirstRecord{numberAt(record, 0), markIn(record.mid(4))};
 }
@@ -95,16 +91,13 @@ JournalState journalState(const QString& path) {
         return JournalState::None;
     if (!journal.open(QIODevice::ReadOnly))
         return JournalState::Foreign; // what cannot be looked at is not trusted
-    if (journal.size() == 0)
+    // Its sign is written when all its records are on the disk: before that nothing has reached the file.
+    const QByteArray start = journal.read(kJournalSign.size());
+    if (start.isEmpty() || start[0] == 0)
         return JournalState::Empty;
-    bool sound = false;
-    const auto record = firstRecord(journal, sound);
-    if (!sound)
-        return journal.size() < 28 ? JournalState::Empty : JournalState::Foreign;
-    if (!record)
-        return JournalState::Empty;
+    const auto record = firstRecord(journal);
     const auto mark = markOfFile(path);
-    return mark && belongs(*record, *mark) ? JournalState::Ours : JournalState::Foreign;
+    return record && mark && belongs(*record, *mark) ? JournalState::Ours : JournalState::Foreign;
 }
 
 bool hasStrays(const QString& path) {

@@ -24,7 +24,7 @@ namespace {
 const QString kJournal = QStringLiteral("-journal");
 
 int count(sqlite3* db, const char* sql) {
-    Statement statement(db, QString::fromLatin1(sql));
+    Statement statement(db, QString::fromUtf8(sql));
     return statement.step() ? int(statement.integer(0)) : 0;
 }
 
@@ -103,7 +103,7 @@ Restored swapIn(const QString& copy, const QString& path, BooksLock& lock) {
 
 } // namespace
 
-BackupContents contentsOf(const QString& backup) {
+BackupContents backupContents(const QString& backup) {
     try {
         const DatabaseHandle db = openImmutable(backup);
         return {count(db.get(), "SELECT count(DISTINCT 订单号) FROM buyList"),

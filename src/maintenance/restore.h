@@ -12,7 +12,7 @@ struct BackupContents {
 };
 
 /// Counts without a lock, a journal or a trace beside the file.
-BackupContents contentsOf(const QString& backup);
+BackupContents backupContents(const QString& backup);
 
 /// What came of putting a backup back.
 struct Restored {

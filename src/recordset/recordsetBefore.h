@@ -21,4 +21,5 @@ struct Recordset::Before {
     /// The rows shown, where a Filter or a Sort was worked out before rows changed under it.
     std::optional<RowView> view;
     std::size_t judged = 0;
+    quint64 viewVersion = 0;
 };

@@ -5,9 +5,9 @@ void Recordset::transactionBegun() {
     m_before.reset();
     if (m_image && m_image->isPicture())
         return; // nothing that a transaction changes
-    m_before = std::make_unique<Before>(Before{m_source, m_image, m_fields, m_opening, m_keyset, m_filterText,
-                                               m_sortText, m_sort, m_pageSize, m_edits, m_added, m_insertedAs,
-                                               m_position, currentRow(), std::nullopt, m_judged});
+    m_before = std::make_unique<Before>(Before{
+        m_source, m_image, m_fields, m_opening, m_keyset, m_filterText, m_sortText, m_sort, m_pageSize,
+        m_edits, m_added, m_insertedAs, m_position, currentRow(), std::nullopt, m_judged, m_viewVersion});
     if (!m_filterText.isEmpty() || !m_sort.empty())
         m_before->view = m_view;
 }
@@ -63,6 +63,8 @@ void Recordset::restore(Before& before) {
     m_edits = std::move(before.edits);
     m_added = std::move(before.added);
     m_insertedAs = std::move(before.insertedAs);
+    // The same rows in the same order: boxes beside the row that is current keep what is typed into them.
+    m_viewVersion = before.viewVersion;
     if (before.view) {
         m_view = std::move(*before.view);
         m_judged = before.judged;

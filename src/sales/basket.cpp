@@ -317,7 +317,7 @@ void saveBasket(Session& session, const RecordsetPtr& basket) {
         errors.run([&] { recomputeLine(basket); });
         errors.run([&] { basket->Update(); });
     }
-    batch.finish();
+    errors.run([&] { batch.finish(); });
     if (before)
         basket->moveToRow(*before);
 }

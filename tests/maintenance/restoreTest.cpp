@@ -56,7 +56,7 @@ TEST_F(DailyBackups, OneIsMadeADayWithWhatTheBooksHold) {
     const std::vector<KeptBackup> backups = keptBackups(books.path());
     ASSERT_EQ(backups.size(), 1U);
     EXPECT_EQ(QFileInfo(backups[0].path).fileName(), u"VelmorClientBank-2026-11-22.mdb");
-    EXPECT_EQ(contentsOf(backups[0].path).customers, 1);
+    EXPECT_EQ(backupContents(backups[0].path).customers, 1);
     EXPECT_EQ(rights(backups[0].path), 0600);
     EXPECT_EQ(rights(backupFolder(books.path())), 0700);
     EXPECT_EQ(QDir(backupFolder(books.path())).entryList(QDir::Files | QDir::Hidden).size(), 1);

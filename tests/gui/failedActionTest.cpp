@@ -1,0 +1,147 @@
+// Actions that another program's lock or a full disk ends: file, images and boxes are as before, and the
+// window goes on working.
+#include "controls/dataGrid.h"
+#include "recordset/error.h"
+#include "support/purchaseWindow.h"
+#include "support/smallDisk.h"
+
+#include <QPlainTextEdit>
+
+#include <sqlite3.h>
+
+namespace {
+
+/// Another program that holds the file while it lives.
+class OtherProgram {
+public:
+    OtherProgram(const QString& path, Connection& ours) {
+        sqlite3_busy_timeout(ours.handle(), 0);
+        sqlite3_open(path.toUtf8().constData(), &m_db);
+        EXPECT_EQ(sqlite3_exec(m_db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    }
+    ~OtherProgram() { sqlite3_close(m_db); }
+    OtherProgram(const OtherProgram&) = delete;
+    OtherProgram& operator=(const OtherProgram&) = delete;
+
+private:
+    sqlite3* m_db = nullptr;
+};
+
+class FailedAction : public Purchase {
+protected:
+    /// What the program's dispatch does with an action that ends.
+    template <typename Action> QString endOf(Action&& action) {
+        try {
+            action();
+        } catch (const ActionEnded& action) {
+            session().cn.tellTakenBack();
+            return action.text();
+        }
+        return QStringLiteral("done");
+    }
+    /// The user will not wait.
+    void giveUpAlways() {
+        session().cn.askAgain = [this] {
+            ++asked;
+            return false;
+        };
+    }
+    QString totals() {
+        return books.stored(
+            "SELECT (SELECT sum(数量) FROM productTable) || ' ' || (SELECT count(*) FROM buyList) || ' ' "
+            "|| (SELECT counterNum2 FROM counterCode)");
+    }
+
+    int asked = 0;
+};
+
+TEST_F(FailedAction, AGivenUpSaveOfTheRegisterKeepsWhatIsTypedAndTheStoredRow) {
+    start();
+    giveUpAlways();
+    drive->type("Text3(8)", "改过的名字");
+    const QString stored = books.stored("SELECT 单位名称 FROM clientTable");
+    {
+        const OtherProgram other(books.path(), session().cn);
+        EXPECT_EQ(endOf([&] { drive->click("Command5"); }), u"");
+    }
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(drive->text("Text3(8)"), u"改过的名字");
+    EXPECT_EQ(books.stored("SELECT 单位名称 FROM clientTable"), stored);
+    EXPECT_EQ(session().clientTable->pendingCount(), 0);
+    drive->click("Command5");
+    EXPECT_EQ(books.stored("SELECT 单位名称 FROM clientTable"), u"改过的名字") << "the next try books it";
+}
+
+TEST_F(FailedAction, AGivenUpSettlementLeavesBasketStockAndNumberAndCanBeDoneAgain) {
+    open();
+    put(0, "2");
+    put(1, "1");
+    const QString before = totals();
+    const QString inBasket = basket();
+    const auto order = session().nextOrderNum;
+    giveUpAlways();
+    {
+        const OtherProgram other(books.path(), session().cn);
+        prompts.expectConfirm("购买总数量： 3\n总金额：37\n确认结算吗？", true);
+        EXPECT_EQ(endOf([&] { buy->click("Command6"); }), u"");
+    }
+    EXPECT_EQ(totals(), before);
+    EXPECT_EQ(basket(), inBasket);
+    EXPECT_EQ(session().nextOrderNum, order);
+    EXPECT_EQ(left(0), u"10");
+    EXPECT_EQ(session().productTable->pendingCount() + session().clientTable->pendingCount(), 0);
+}
+
+TEST_F(FailedAction, AFullDiskLeavesTheOldCountAndTheProgramAlive) {
+    start();
+    drive->choose("count_stock1");
+    drive->editCell("DataGrid1", 0, "实物数", "3");
+    drive->click("Command2");
+    const QString counted = books.stored("SELECT 产品编号, 实物数 FROM stock_Count_Bank ORDER BY rowid");
+    drive->choose("management_client");
+    {
+        const FileSizeLimit full(1);
+        const QString said = endOf([&] { drive->choose("count_stock1"); });
+        EXPECT_TRUE(said.contains(u"已全部撤回")) << said.toStdString();
+    }
+    EXPECT_EQ(books.stored("SELECT 产品编号, 实物数 FROM stock_Count_Bank ORDER BY rowid"), counted);
+    drive->choose("count_stock2");
+    EXPECT_EQ(drive->cell("DataGrid1", 0, "实物数"), u"3");
+}
+
+TEST_F(FailedAction, TypedCountsThatCannotBeSavedStayAndTheStatusBarSaysSo) {
+    start();
+    drive->choose("count_stock1");
+    drive->editCell("DataGrid1", 0, "实物数", "3");
+    drive->editCell("DataGrid1", 1, "亏_盈", "少");
+    {
+        const FileSizeLimit full(1);
+        EXPECT_EQ(endOf([&] { drive->click("Command2"); }), u"done");
+    }
+    EXPECT_TRUE(status().contains("没有保存")) << status().toStdString();
+    EXPECT_EQ(drive->cell("DataGrid1", 0, "实物数"), u"3");
+    EXPECT_EQ(session().stock_Count_Bank->pendingCount(), 2);
+    drive->click("Command2");
+    EXPECT_EQ(session().stock_Count_Bank->pendingCount(), 0);
+    EXPECT_EQ(books.stored("SELECT sum(实物数) FROM stock_Count_Bank"), u"3.0");
+}
+
+TEST_F(FailedAction, EditsOfAMaintenanceWindowThatCannotBeSavedStayUnderASearchToo) {
+    start();
+    drive->choose("maintain_Data3");
+    drive->editCell("DataGrid1", 0, "品名", "改一");
+    drive->type("Text2", "p2");
+    drive->click("Command6");
+    drive->editCell("DataGrid1", 0, "规格", "改二");
+    {
+        const FileSizeLimit full(1);
+        EXPECT_EQ(endOf([&] { drive->click("Command2"); }), u"done");
+    }
+    EXPECT_TRUE(status().contains("没有保存")) << status().toStdString();
+    EXPECT_EQ(session().productTable->pendingCount(), 2);
+    EXPECT_EQ(session().productTable->RecordCount(), 1) << "the search stays";
+    drive->click("Command2");
+    EXPECT_EQ(books.stored("SELECT count(*) FROM productTable WHERE 品名 = '改一' OR 规格 = '改二'"), u"2");
+}
+
+} // namespace
