@@ -4,6 +4,7 @@
 #include "controls/prompts.h"
 #include "data/ownFiles.h"
 #include "drilldown/drillCommands.h"
+#include "import/readerProcess.h"
 #include "maintenance/maintenanceCommands.h"
 #include "query/queryCommands.h"
 #include "reports/reportCommands.h"
@@ -18,7 +19,11 @@ void registerAll(MDIForm1& main, Prompts& prompts) {
         return isOwnFile(path, host.session().cn.path()) ? ownFileRefusal(path) : QString();
     });
     host.registerWindow(QStringLiteral("manualFm1"), [&host] {
-        return new manualFm1(host.session().appPath + QStringLiteral("/用户指南(衡商汇).txt"));
+        const QString warning =
+            wallsState() ? QString()
+                         : QStringLiteral("本机的系统内核不支持隔离：导入文件时，读取程序没有隔离保护，"
+                                          "请只导入来历可靠的文件。");
+        return new manualFm1(host.session().appPath + QStringLiteral("/用户指南(衡商汇).txt"), warning);
     });
     main.commands().add(QStringLiteral("help"), [&main](IgnoringErrors&) { main.showHelp(); });
     main.commands().add(QStringLiteral("exit"), [&main](IgnoringErrors&) { main.askExit(); });

@@ -1,7 +1,7 @@
 #include "import/compoundFile.h"
 
 #include "import/byteReader.h"
-#include "import/importSource.h"
+#include "import/tableReader.h"
 
 #include <vector>
 

@@ -3,7 +3,6 @@
 #include "import/byteReader.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
 
@@ -18,24 +17,27 @@ quint32 bigEndian(const QByteArray& bytes, qsizetype at) {
 
 } // namespace
 
-DbfMemo::DbfMemo(const QString& tablePath) {
+QString memoPathOf(const QString& tablePath) {
     const QFileInfo table(tablePath);
     for (const QFileInfo& each : table.dir().entryInfoList(QDir::Files)) {
         const QString ending = each.suffix().toLower();
-        if (each.completeBaseName() != table.completeBaseName() || (ending != u"fpt" && ending != u"dbt") ||
-            each.size() > kLargestMemoFile)
-            continue;
-        QFile file(each.filePath());
-        if (!file.open(QIODevice::ReadOnly))
-            continue;
-        m_file = file.readAll();
-        m_isFoxPro = ending == u"fpt";
-        return;
+        if (each.completeBaseName() == table.completeBaseName() && (ending == u"fpt" || ending == u"dbt") &&
+            each.size() <= kLargestMemoFile)
+            return each.filePath();
     }
+    return {};
 }
 
+bool isFoxProMemo(const QString& path) {
+    return path.endsWith(u"fpt", Qt::CaseInsensitive);
+}
+
+DbfMemo::DbfMemo(const std::optional<MemoFile>& memos)
+    : m_memos(memos)
+    , m_file(memos ? m_memos->file.bytes() : QByteArray()) {}
+
 QByteArray DbfMemo::text(quint32 block) const {
-    return m_isFoxPro ? foxPro(block) : dBase(block);
+    return m_memos && m_memos->isFoxPro ? foxPro(block) : dBase(block);
 }
 
 QByteArray DbfMemo::foxPro(quint32 block) const {

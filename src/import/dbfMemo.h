@@ -1,12 +1,25 @@
 #pragma once
 
-#include <QByteArray>
+#include "import/sourceFile.h"
+
 #include <QString>
 
-/// The memo file beside a dBase or FoxPro table. Without one every memo is empty.
+#include <optional>
+
+/// The memo file beside a table.
+struct MemoFile {
+    SourceFile file;
+    bool isFoxPro = false; // else of dBase
+};
+
+/// Where the memo file beside a dBase or FoxPro table is; empty where there is none.
+QString memoPathOf(const QString& tablePath);
+bool isFoxProMemo(const QString& path);
+
+/// The memos of a table. Without their file every memo is empty.
 class DbfMemo {
 public:
-    explicit DbfMemo(const QString& tablePath);
+    explicit DbfMemo(const std::optional<MemoFile>& memos);
     /// Bytes of the memo that begins at a block; empty where the file does not hold it.
     QByteArray text(quint32 block) const;
 
@@ -14,6 +27,6 @@ private:
     QByteArray foxPro(quint32 block) const;
     QByteArray dBase(quint32 block) const;
 
-    QByteArray m_file;
-    bool m_isFoxPro = false;
+    std::optional<MemoFile> m_memos;
+    QByteArray m_file; // its bytes
 };

@@ -2,20 +2,17 @@
 // types of FoxPro are read here.
 #include "import/byteReader.h"
 #include "import/dbfMemo.h"
-#include "import/importSource.h"
+#include "import/tableReader.h"
 
 #include "recordset/textDate.h"
 #include "recordset/textNumber.h"
 
 #include <QDate>
-#include <QFile>
-#include <QFileInfo>
 #include <QStringDecoder>
 
 #include <shapefil.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 
 namespace {
@@ -25,17 +22,70 @@ struct CloseTable {
 };
 using Table = std::unique_ptr<std::remove_pointer_t<DBFHandle>, CloseTable>;
 
-/// Opens a table whatever its name ends in. The library puts endings of its own choice behind a name and
-/// looks for further files beside it; here each name it asks for but the table's own is a file that lacks.
-DBFHandle openTable(const QString& path) {
-    static thread_local QByteArray name;
-    name = QFile::encodeName(path);
+constexpr int kRowsPerSign = 1000; // rows from one sign of life to the next
+
+/// The library's place in a file, which is read a stretch at a time: the library asks for single records.
+class Cursor {
+public:
+    explicit Cursor(const SourceFile& file)
+        : m_file(file) {}
+
+    SAOffset read(void* bytes, SAOffset size, SAOffset count) {
+        if (size == 0 || count > kLongestStretch / size)
+            return 0;
+        const auto wanted = qint64(size * count);
+        if (m_at < m_start || m_at + wanted > m_start + m_stretch.size()) {
+            m_start = m_at;
+            m_stretch = m_file.read(m_at, std::max(wanted, kStretch));
+        }
+        const qint64 come = std::clamp<qint64>(m_start + m_stretch.size() - m_at, 0, wanted);
+        std::memcpy(bytes, m_stretch.constData() + (come > 0 ? m_at - m_start : 0), std::size_t(come));
+        m_at += come;
+        return SAOffset(come) / size;
+    }
+    SAOffset seek(SAOffset offset, int whence) {
+        m_at = whence == SEEK_SET ? qint64(offset) : (whence == SEEK_CUR ? m_at : m_file.size()) + qint64(offset);
+        m_at = std::max<qint64>(m_at, 0);
+        return 0;
+    }
+    SAOffset place() const { return SAOffset(m_at); }
+
+private:
+    static constexpr qint64 kStretch = 256 << 10;
+    static constexpr SAOffset kLongestStretch = SAOffset(1) << 26;
+
+    const SourceFile& m_file;
+    qint64 m_at = 0;
+    QByteArray m_stretch;
+    qint64 m_start = 0; // of the stretch
+};
+
+Cursor& cursorOf(SAFile file) {
+    return *reinterpret_cast<Cursor*>(file);
+}
+
+/// Opens the table that a cursor stands on. The library puts endings of its own choice behind a name and looks
+/// for further files beside it; here each name it asks for but the table's own is a file that lacks.
+DBFHandle openTable(Cursor& cursor) {
+    static thread_local Cursor* table;
+    table = &cursor;
     SAHooks hooks;
     SASetupDefaultHooks(&hooks);
-    hooks.FOpen = [](const char* asked, const char* access) -> SAFile {
-        return qstrcmp(asked, "source.dbf") == 0 ? reinterpret_cast<SAFile>(std::fopen(name, access))
-                                                 : nullptr;
+    hooks.FOpen = [](const char* asked, const char*) -> SAFile {
+        return qstrcmp(asked, "source.dbf") == 0 ? reinterpret_cast<SAFile>(table) : nullptr;
     };
+    hooks.FRead = [](void* bytes, SAOffset size, SAOffset count, SAFile file) -> SAOffset {
+        return cursorOf(file).read(bytes, size, count);
+    };
+    hooks.FWrite = [](void*, SAOffset, SAOffset, SAFile) -> SAOffset { return 0; };
+    hooks.FSeek = [](SAFile file, SAOffset offset, int whence) -> SAOffset {
+        return cursorOf(file).seek(offset, whence);
+    };
+    hooks.FTell = [](SAFile file) -> SAOffset { return cursorOf(file).place(); };
+    hooks.FFlush = [](SAFile) { return 0; };
+    hooks.FClose = [](SAFile) { return 0; };
+    hooks.Remove = [](const char*) { return -1; };
+    hooks.Error = [](const char*) {};
     return DBFOpenLL("source.dbf", "rb", &hooks);
 }
 
@@ -80,15 +130,14 @@ bool isAscii(const QByteArray& bytes) {
     return std::all_of(bytes.begin(), bytes.end(), [](char c) { return quint8(c) < 0x80; });
 }
 
-class DbfSource : public ImportSource {
+class DbfReader : public TableReader {
 public:
-    explicit DbfSource(const QString& path)
-        : m_path(path)
-        , m_header(headOf(path))
-        , m_memo(path) {
-        if (!QFileInfo(path).isReadable())
-            throw ImportError(QStringLiteral("文件不能打开：%1").arg(path));
-        m_table.reset(openTable(path));
+    DbfReader(const SourceFile& file, const std::optional<MemoFile>& memos)
+        : m_file(file)
+        , m_cursor(m_file)
+        , m_header(m_file.read(0, 32))
+        , m_memo(memos)
+        , m_table(openTable(m_cursor)) {
         if (!m_table)
             throw ImportError(QStringLiteral("不是 dBase 文件，或者文件已损坏。"));
         const char* page = DBFGetCodePage(m_table.get());
@@ -99,32 +148,26 @@ public:
         m_isFoxPro = version >= 0x30 && version <= 0x32;
     }
 
-    QStringList tables() override { return {tableOfFile(m_path)}; }
-
-    SourceRows read(const QString& /*table*/) override {
-        SourceRows rows;
+    void read(const QString& /*table*/, RowSink& sink) override {
         const std::vector<int> fields = shownFields();
         m_isUtf8 = !m_isGbk && looksLikeUtf8(fields);
+        QStringList columns;
         for (const int field : fields)
-            rows.columns << nameOf(field);
+            columns << nameOf(field);
+        sink.begin(columns);
         const int records = recordCount();
-        rows.cells.reserve(std::size_t(records) * fields.size());
         for (int record = 0; record < records; ++record) {
+            if (record % kRowsPerSign == 0)
+                sink.alive();
             const char* tuple = DBFReadTuple(m_table.get(), record);
             if (!tuple || tuple[0] == '*') // a deleted one
                 continue;
             for (const int field : fields)
-                rows.cells.push_back(cell(tuple, field));
+                put(tuple, field, sink);
         }
-        return rows;
     }
 
 private:
-    static QByteArray headOf(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.read(32) : QByteArray();
-    }
-
     /// Records that are wholly in the file, whatever its header promises.
     int recordCount() const {
         const ByteReader header(m_header);
@@ -132,7 +175,7 @@ private:
         const qint64 recordLength = header.u16(10);
         if (recordLength == 0)
             return 0;
-        const qint64 whole = (QFileInfo(m_path).size() - headerLength) / recordLength;
+        const qint64 whole = (m_file.size() - headerLength) / recordLength;
         return int(std::min<qint64>(DBFGetRecordCount(m_table.get()), std::max<qint64>(0, whole)));
     }
 
@@ -176,7 +219,7 @@ private:
                 if (tuple && m_types[std::size_t(field)] == 'C')
                     sample += written(tuple, field) + '\n';
         }
-        return isUtf8(sample);
+        return QByteArrayView(sample).isValidUtf8();
     }
 
     /// A field of a record, not copied.
@@ -233,6 +276,22 @@ private:
         return block == 0 ? QString() : decode(m_memo.text(block));
     }
 
+    void put(const char* tuple, int field, RowSink& sink) const {
+        if (m_types[std::size_t(field)] == 'C') {
+            // Most cells of most tables: what is plain Latin or UTF-8 goes on as it stands.
+            const QByteArray text = written(tuple, field);
+            if (text.isEmpty())
+                return sink.null();
+            if (isAscii(text) || (m_isUtf8 && QByteArrayView(text).isValidUtf8()))
+                return sink.text({text.constData(), std::size_t(text.size())});
+        }
+        const QString text = cell(tuple, field);
+        if (text.isNull())
+            return sink.null();
+        const QByteArray utf8 = text.toUtf8();
+        sink.text({utf8.constData(), std::size_t(utf8.size())});
+    }
+
     QString cell(const char* tuple, int field) const {
         const char type = m_types[std::size_t(field)];
         if (type == 'M')
@@ -256,7 +315,8 @@ private:
         }
     }
 
-    QString m_path;
+    SourceFile m_file;
+    Cursor m_cursor;
     QByteArray m_header;
     DbfMemo m_memo;
     Table m_table;
@@ -269,6 +329,6 @@ private:
 
 } // namespace
 
-std::unique_ptr<ImportSource> openDbfSource(const QString& path) {
-    return std::make_unique<DbfSource>(path);
+std::unique_ptr<TableReader> dbfReader(const SourceFile& file, const std::optional<MemoFile>& memos) {
+    return std::make_unique<DbfReader>(file, memos);
 }

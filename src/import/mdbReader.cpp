@@ -1,10 +1,8 @@
 // Reads Access files through the packaged library, whose every answer may be missing.
-#include "import/importSource.h"
+#include "import/tableReader.h"
 
 #include "recordset/textDate.h"
 #include "recordset/textNumber.h"
-
-#include <QFileInfo>
 
 // The library pulls this one in where it does not compile.
 #include <glib.h>
@@ -26,6 +24,7 @@ constexpr qint64 kJet3Page = 2048;
 constexpr qint64 kJet4Page = 4096;
 constexpr qint64 kLeastRowBytes = 6; // what a row takes in its page at least
 constexpr qint64 kRowsPerSign = 100; // rows from one sign of life to the next
+constexpr quint32 kNull = 0xFFFFFFFF;
 
 // Marks of a row in its page, beside the place where it begins.
 constexpr int kElsewhere = 0x4000; // moved: in its place stands where it is now
@@ -91,21 +90,22 @@ QString valueOf(int type, std::string_view text) {
     }
 }
 
-/// Reads the rows of one table.
-class TableReader {
+/// Reads the rows of one table. They are held until all are read: only then it shows which of them are gone.
+class RowsReader {
 public:
-    TableReader(MdbTableDef& table, qint64 fileSize, const std::function<void()>& signOfLife)
+    RowsReader(MdbTableDef& table, qint64 fileSize, RowSink& sink)
         : m_table(table)
         , m_handle(table.entry->mdb)
         , m_most(fileSize / kLeastRowBytes)
-        , m_signOfLife(signOfLife)
+        , m_sink(sink)
         , m_values(std::make_unique_for_overwrite<char[]>(table.num_cols * (kBindSize + 1)))
         , m_lengths(table.num_cols) {}
 
-    SourceRows read() {
+    void read() {
         mdb_rewind_table(&m_table);
+        QStringList names;
         for (unsigned i = 0; i < m_table.num_cols; ++i) {
-            m_rows.columns << QString::fromUtf8(column(i).name);
+            names << QString::fromUtf8(column(i).name);
             if (mdb_bind_column(&m_table, int(i) + 1, value(i), &m_lengths[i]) < 0)
                 damaged();
         }
@@ -113,21 +113,22 @@ public:
             if (++count > m_most)
                 damaged();
             takeRow();
-            if (count % kRowsPerSign == 0 && m_signOfLife)
-                m_signOfLife();
+            if (count % kRowsPerSign == 0)
+                m_sink.alive();
         }
         const qint64 promised = m_table.num_rows;
-        if (m_rows.rowCount() > promised && !m_moved.empty())
-            dropDeleted();
-        if (m_rows.rowCount() < promised)
+        if (m_count > promised && !m_moved.empty())
+            findDeleted();
+        if (m_count - qint64(m_deleted.size()) < promised)
             damaged();
-        return std::move(m_rows);
+        m_sink.begin(names);
+        hand();
     }
 
 private:
     /// A row that was moved within the file: where it comes in the result, and its page and number there.
     struct Moved {
-        int row;
+        qint64 row;
         quint32 place;
     };
 
@@ -142,11 +143,34 @@ private:
             const int type = column(i).col_type;
             const bool isNull = known && m_fields[i].is_null;
             if (type != MDB_BOOL && (isNull || (m_lengths[i] == 0 && type != MDB_TEXT && type != MDB_MEMO)))
-                m_rows.cells.emplace_back();
+                hold({});
             else if (type == MDB_DATETIME)
-                m_rows.cells.push_back(known ? dateOf(rawDouble(m_fields[i])) : QString());
+                hold(known ? dateOf(rawDouble(m_fields[i])) : QString());
             else
-                m_rows.cells.push_back(valueOf(type, {value(i), std::size_t(std::max(0, m_lengths[i]))}));
+                hold(valueOf(type, {value(i), std::size_t(std::max(0, m_lengths[i]))}));
+        }
+        ++m_count;
+    }
+    void hold(const QString& text) {
+        const QByteArray utf8 = text.toUtf8();
+        m_held.append(utf8.constData(), std::size_t(utf8.size()));
+        m_heldLengths.push_back(text.isNull() ? kNull : quint32(utf8.size()));
+    }
+
+    /// Hands on the rows that are held, but for the deleted ones.
+    void hand() {
+        std::size_t at = 0;
+        auto length = m_heldLengths.begin();
+        for (qint64 row = 0; row < m_count; ++row) {
+            const bool gone = m_deleted.contains(row);
+            for (unsigned i = 0; i < m_table.num_cols; ++i, ++length) {
+                const std::size_t size = *length == kNull ? 0 : *length;
+                if (!gone && *length == kNull)
+                    m_sink.null();
+                else if (!gone)
+                    m_sink.text(std::string_view(m_held).substr(at, size));
+                at += size;
+            }
         }
     }
 
@@ -159,7 +183,7 @@ private:
         if (row < 0 || mdb_find_row(m_handle, row, &start, &size) != 0)
             return false;
         if ((start & kUnlisted) != 0)
-            m_moved.push_back({m_rows.rowCount(), placeOf(row)});
+            m_moved.push_back({m_count, placeOf(row)});
         return mdb_crack_row(&m_table, start & kPlaceMask, size, m_fields.data()) >= 0;
     }
     quint32 placeOf(int row) const { return quint32(m_handle->cur_pg) << 8 | quint32(row); }
@@ -170,21 +194,12 @@ private:
         return mdb_get_double(m_handle->pg_buf, field.start);
     }
 
-    /// Takes out the rows that were moved and then deleted: their old places say so, but the library reads
-    /// the new ones.
-    void dropDeleted() {
+    /// The rows that were moved and then deleted: their old places say so, but the library reads the new ones.
+    void findDeleted() {
         const std::unordered_set<quint32> live = livePlaces();
-        const auto width = std::ptrdiff_t(m_table.num_cols);
-        auto moved = m_moved.begin();
-        auto end = m_rows.cells.begin();
-        for (int row = 0, count = m_rows.rowCount(); row < count; ++row) {
-            const bool wasMoved = moved != m_moved.end() && moved->row == row;
-            if (wasMoved && !live.contains((moved++)->place))
-                continue;
-            const auto from = m_rows.cells.begin() + row * width;
-            end = from == end ? end + width : std::move(from, from + width, end);
-        }
-        m_rows.cells.erase(end, m_rows.cells.end());
+        for (const Moved& moved : m_moved)
+            if (!live.contains(moved.place))
+                m_deleted.insert(moved.row);
     }
 
     /// Where the moved rows are to which the table's pages still lead.
@@ -223,19 +238,24 @@ private:
     MdbTableDef& m_table;
     MdbHandle* m_handle;
     qint64 m_most; // rows that the file has room for
-    const std::function<void()>& m_signOfLife;
+    RowSink& m_sink;
     std::unique_ptr<char[]> m_values;
     std::vector<int> m_lengths;
     std::array<MdbField, kMostColumns + 1> m_fields{}; // as many as the row has are written
     std::vector<Moved> m_moved;
-    SourceRows m_rows;
+    std::unordered_set<qint64> m_deleted;
+    qint64 m_count = 0; // rows held
+    std::string m_held; // their texts, UTF-8
+    std::vector<quint32> m_heldLengths;
 };
 
-class MdbSource : public ImportSource {
+class MdbReader : public TableReader {
 public:
-    explicit MdbSource(const QString& path)
-        : m_fileSize(QFileInfo(path).size())
-        , m_handle(mdb_open(path.toUtf8().constData(), MDB_NOFLAGS)) {
+    explicit MdbReader(const SourceFile& file)
+        : m_file(file)
+        , m_fileSize(file.size())
+        , m_bytes(m_file.bytes())
+        , m_handle(m_fileSize == 0 ? nullptr : open(m_bytes)) {
         if (!m_handle || !m_handle->f)
             damaged();
         const qint64 page = m_handle->f->jet_version == MDB_VER_JET3 ? kJet3Page : kJet4Page;
@@ -255,7 +275,7 @@ public:
         return names;
     }
 
-    SourceRows read(const QString& table) override {
+    void read(const QString& table, RowSink& sink) override {
         MdbCatalogEntry* found = nullptr;
         eachEntry([&](MdbCatalogEntry& entry, const QString& name) {
             if (name == table)
@@ -265,7 +285,7 @@ public:
         if (!definition || !mdb_read_columns(definition.get()) || !definition->columns ||
             definition->num_cols == 0 || definition->num_cols > kMostColumns)
             damaged();
-        return TableReader(*definition, m_fileSize, signOfLife).read();
+        RowsReader(*definition, m_fileSize, sink).read();
     }
 
 private:
@@ -280,12 +300,35 @@ private:
         }
     }
 
+    /// The library takes the bytes for its own and, asked to read, leaves them alone.
+    static MdbHandle* open(const QByteArray& bytes) {
+        return mdb_open_buffer(const_cast<char*>(bytes.constData()), std::size_t(bytes.size()), MDB_NOFLAGS);
+    }
+
+    SourceFile m_file;
     qint64 m_fileSize;
+    QByteArray m_bytes; // of the file
     std::unique_ptr<MdbHandle, CloseHandle> m_handle;
 };
 
 } // namespace
 
-std::unique_ptr<ImportSource> openMdbSource(const QString& path) {
-    return std::make_unique<MdbSource>(path);
+std::unique_ptr<TableReader> mdbReader(const SourceFile& file) {
+    return std::make_unique<MdbReader>(file);
+}
+
+void loadMdbConverters() {
+    // Every encoding that the library knows of old files. A converter that is open keeps what it needs.
+    for (const char* name :
+         {"UCS-2LE",      "UTF-16LE",     "UTF-16BE",     "UTF-32LE",     "UTF-32BE",     "UTF-7",
+          "WINDOWS-874",  "WINDOWS-936",  "WINDOWS-1250", "WINDOWS-1251", "WINDOWS-1252", "WINDOWS-1253",
+          "WINDOWS-1254", "WINDOWS-1255", "WINDOWS-1256", "WINDOWS-1257", "WINDOWS-1258", "CP1252",
+          "CP1361",       "SHIFT-JIS",    "BIG-5",        "BIG5-HKSCS",   "EUC-JP",       "EUC-CN",
+          "EUC-KR",       "KOI8-R",       "KOI8-U",       "IBM437",       "IBM850",       "IBM852",
+          "IBM855",       "IBM860",       "IBM861",       "IBM862",       "IBM865",       "IBM866",
+          "IBM869",       "ISO-8859-1",   "ISO-8859-2",   "ISO-8859-3",   "ISO-8859-4",   "ISO-8859-5",
+          "ISO-8859-6",   "ISO-8859-7",   "ISO-8859-8",   "ISO-8859-9",   "ISO-8859-13",  "ISO-8859-15"}) {
+        iconv_open("UTF-8", name);
+        iconv_open(name, "UTF-8");
+    }
 }

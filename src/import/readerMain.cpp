@@ -1,37 +1,47 @@
-// hengshanghui-reader FILE: tells the tables of an Access file to the program that started it, and then the
-// columns and rows of each table that it is asked for by a line with its name. It may die or fall silent on a
-// damaged file; then the file cannot be read.
+// hengshanghui-reader KIND [MEMOS]: reads the foreign file that is open as descriptor 3, and the memo file
+// beside it as descriptor 4, behind walls, for the program that started it; it tells the tables of the file,
+// and then the columns and rows of each table that it is asked for by a line with its name. It may die or fall
+// silent on a damaged file; then the file cannot be read.
+// hengshanghui-reader --walls: ends with 0 where the kernel has such walls.
 #include "import/tableServer.h"
+#include "import/walls.h"
 
-#include <QFile>
-
-#include <cstdio>
-#include <sys/resource.h>
+#include <cstdlib>
+#include <string_view>
+#include <unistd.h>
 
 namespace {
 
-void limit(int resource, rlim_t value) {
-    const rlimit bound{value, value};
-    setrlimit(resource, &bound);
+constexpr int kFile = 3;
+constexpr int kMemos = 4;
+constexpr std::uint64_t kMostMemory = std::uint64_t(4) << 30; // bytes
+
+std::unique_ptr<TableReader> readerOf(std::string_view kind, std::string_view memos) {
+    const SourceFile file(kFile);
+    if (kind == "txt")
+        return textReader(file);
+    if (kind == "xls")
+        return xlsReader(file);
+    if (kind == "mdb")
+        return mdbReader(file);
+    if (kind != "dbf")
+        throw ImportError(QStringLiteral("没有这种文件的读取程序。"));
+    return dbfReader(file, memos.empty() ? std::nullopt
+                                         : std::optional(MemoFile{SourceFile(kMemos), memos == "fpt"}));
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-#ifndef __SANITIZE_ADDRESS__ // which reserves terabytes of addresses
-    limit(RLIMIT_AS, rlim_t(4) << 30);
-#endif
-    limit(RLIMIT_CPU, 300);
-    limit(RLIMIT_CORE, 0);
-    QFile in;
-    QFile out;
-    if (argc < 2 || !in.open(stdin, QIODevice::ReadOnly) || !out.open(stdout, QIODevice::WriteOnly))
-        return 2;
-    try {
-        serveTables(*openMdbSource(QString::fromLocal8Bit(argv[1])), in, out);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
-    return 0;
+    const std::string_view kind = argc > 1 ? argv[1] : "";
+    const std::string_view memos = argc > 2 ? argv[2] : "";
+    // Behind the walls nothing can be fetched any more.
+    loadTextConverters();
+    if (kind == "mdb")
+        loadMdbConverters();
+    const bool stand = raiseWalls(kMostMemory);
+    if (kind == "--walls")
+        std::_Exit(stand ? 0 : 1);
+    serveTables([&] { return readerOf(kind, memos); }, STDIN_FILENO, STDOUT_FILENO);
+    std::_Exit(0); // tidying up needs more than the walls leave
 }

@@ -2,72 +2,92 @@
 
 #include <QStringDecoder>
 
+#include <algorithm>
+#include <cstring>
+
 namespace {
 
-/// One pass over the text, field by field.
-class Parser {
-public:
-    Parser(const QString& text, QChar delimiter)
-        : m_at(text.cbegin())
-        , m_end(text.cend())
-        , m_delimiter(delimiter) {}
+constexpr qint64 kPiece = qint64(1) << 20;            // bytes
+constexpr std::size_t kLongestField = 32U << 20;      // bytes
+constexpr qsizetype kMostColumns = 4096;
 
-    bool atEnd() const { return m_at == m_end; }
-    /// Puts the fields of the next line at the end of a list; none for an empty line.
-    template <typename List> void line(List& fields) {
-        if (lineEnds())
-            return;
-        do
-            fields.push_back(field());
-        while (takeDelimiter());
-        lineEnds();
+/// The text of a file piece by piece, none cut within a line's end or a sign.
+class Pieces {
+public:
+    Pieces(const SourceFile& file, qint64 start)
+        : m_file(file)
+        , m_at(start) {}
+
+    /// Empty at the end.
+    QByteArray next() {
+        for (qint64 length = kPiece; m_at < m_file.size(); length *= 2) {
+            QByteArray piece = m_file.read(m_at, length);
+            if (piece.size() < std::min(length, m_file.size() - m_at))
+                m_at = m_file.size(); // cut short meanwhile
+            if (m_at + piece.size() < m_file.size()) {
+                // These two are part of no other sign in any encoding read here but UTF-16.
+                const qsizetype end = std::max(piece.lastIndexOf('\n'), piece.lastIndexOf('\r')) + 1;
+                if (end == 0)
+                    continue;
+                piece.truncate(end);
+            }
+            m_at += piece.size();
+            return piece;
+        }
+        return {};
     }
 
 private:
-    bool isLineEnd() const { return *m_at == u'\r' || *m_at == u'\n'; }
-    /// Takes a line end; true also at the end of the text.
-    bool lineEnds() {
-        if (atEnd())
-            return true;
-        if (!isLineEnd())
+    const SourceFile& m_file;
+    qint64 m_at;
+};
+
+bool isUtf8(const SourceFile& file) {
+    Pieces pieces(file, 0);
+    for (QByteArray piece = pieces.next(); !piece.isEmpty(); piece = pieces.next())
+        if (!QByteArrayView(piece).isValidUtf8())
             return false;
-        if (*m_at == u'\r' && m_at + 1 != m_end && m_at[1] == u'\n')
-            ++m_at;
-        ++m_at;
-        return true;
-    }
-    bool takeDelimiter() {
-        if (atEnd() || *m_at != m_delimiter)
-            return false;
-        ++m_at;
-        return true;
-    }
-    QString plain() {
-        const auto* start = m_at;
-        while (!atEnd() && *m_at != m_delimiter && !isLineEnd())
-            ++m_at;
-        return QString(start, m_at - start);
-    }
-    QString field() {
-        if (atEnd() || *m_at != u'"')
-            return plain();
-        QString text;
-        for (++m_at; !atEnd(); ++m_at) {
-            if (*m_at == u'"') {
-                if (m_at + 1 == m_end || m_at[1] != u'"') {
-                    ++m_at;
-                    return text + plain();
-                }
-                ++m_at;
-            }
-            text += *m_at;
-        }
-        return text;
+    return true;
+}
+
+/// The text of a file as UTF-8: by its byte order mark, else strict UTF-8, else the Chinese encoding of
+/// Windows.
+class DecodedPieces {
+public:
+    explicit DecodedPieces(const SourceFile& file)
+        : m_file(file)
+        , m_pieces(file, startOf(file.read(0, 3))) {
+        const QByteArray mark = file.read(0, 3);
+        m_isUtf16 = startOf(mark) == 0 && (mark.startsWith("\xFF\xFE") || mark.startsWith("\xFE\xFF"));
+        m_isUtf8 = !m_isUtf16 && (startOf(mark) > 0 || isUtf8(file));
     }
 
-    const QChar* m_at;
-    const QChar* m_end;
-    QChar m_delimiter;
+    /// Empty at the end.
+    QByteArray next() {
+        if (m_isUtf16)
+            return nextOfUtf16();
+        const QByteArray piece = m_pieces.next();
+        if (!m_isUtf8)
+            return decodeGbk(piece).toUtf8();
+        // A mark promises UTF-8 and does not make it so.
+        return QByteArrayView(piece).isValidUtf8() ? piece : QString::fromUtf8(piece).toUtf8();
+    }
+
+private:
+    static qint64 startOf(const QByteArray& mark) { return mark == "\xEF\xBB\xBF" ? 3 : 0; }
+
+    QByteArray nextOfUtf16() {
+        const QByteArray piece = m_file.read(m_at, kPiece);
+        m_at += piece.size();
+        return QString(m_utf16(piece)).toUtf8();
+    }
+
+    const SourceFile& m_file;
+    Pieces m_pieces;
+    bool m_isUtf16 = false;
+    bool m_isUtf8 = false;
+    qint64 m_at = 0;
+    QStringDecoder m_utf16{QStringDecoder::Utf16};
 };
 
 QStringList columnNames(const QStringList& header) {
@@ -79,64 +99,160 @@ QStringList columnNames(const QStringList& header) {
     return names;
 }
 
-class TextSource : public ImportSource {
+class TextReader : public TableReader {
 public:
-    explicit TextSource(const QString& path)
-        : m_path(path)
-        , m_bytes(contentsOf(path)) {}
+    explicit TextReader(const SourceFile& file)
+        : m_file(file) {}
 
-    QStringList tables() override { return {tableOfFile(m_path)}; }
-    SourceRows read(const QString& /*table*/) override { return parseDelimited(decodeText(m_bytes)); }
+    void read(const QString& /*table*/, RowSink& sink) override {
+        DecodedPieces pieces(m_file);
+        QByteArray piece = pieces.next();
+        DelimitedParser parser(delimiterOf({piece.constData(), std::size_t(piece.size())}), sink);
+        for (; !piece.isEmpty(); piece = pieces.next()) {
+            parser.take({piece.constData(), std::size_t(piece.size())});
+            sink.alive();
+        }
+        parser.finish();
+    }
 
 private:
-    QString m_path;
-    QByteArray m_bytes;
+    SourceFile m_file;
 };
 
 } // namespace
 
-QString decodeText(const QByteArray& bytes) {
-    if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF"))
-        return QStringDecoder(QStringDecoder::Utf16)(bytes);
-    if (bytes.startsWith("\xEF\xBB\xBF"))
-        return QString::fromUtf8(bytes.mid(3));
-    return isUtf8(bytes) ? QString::fromUtf8(bytes) : decodeGbk(bytes);
-}
-
-QChar delimiterOf(const QString& text) {
+char delimiterOf(std::string_view start) {
     int counts[3] = {};
-    const QString candidates = QStringLiteral(",\t;");
+    constexpr std::string_view candidates = ",\t;";
     bool quoted = false;
-    for (const QChar c : text) {
-        if (c == u'"')
+    for (const char c : start) {
+        if (c == '"')
             quoted = !quoted;
-        else if (!quoted && (c == u'\r' || c == u'\n'))
+        else if (!quoted && (c == '\r' || c == '\n'))
             break;
-        else if (const auto index = candidates.indexOf(c); !quoted && index >= 0)
+        else if (const auto index = candidates.find(c); !quoted && index != std::string_view::npos)
             ++counts[index];
     }
     if (counts[1] > counts[0] && counts[1] >= counts[2])
-        return u'\t';
-    return counts[2] > counts[0] ? u';' : u',';
+        return '\t';
+    return counts[2] > counts[0] ? ';' : ',';
 }
 
-SourceRows parseDelimited(const QString& text) {
-    Parser parser(text, delimiterOf(text));
-    QStringList header;
-    while (!parser.atEnd() && header.isEmpty())
-        parser.line(header);
-    SourceRows rows;
-    rows.columns = columnNames(header);
-    const std::size_t width = std::size_t(header.size());
-    while (!parser.atEnd()) {
-        const std::size_t before = rows.cells.size();
-        parser.line(rows.cells);
-        if (rows.cells.size() > before)
-            rows.cells.resize(before + width);
+DelimitedParser::DelimitedParser(char delimiter, RowSink& sink)
+    : m_delimiter(delimiter)
+    , m_sink(sink) {}
+
+void DelimitedParser::take(std::string_view piece) {
+    for (std::size_t at = 0; at < piece.size();) {
+        const std::size_t end = takeRun(piece, at);
+        if (end == at)
+            takeSign(piece[at++]);
+        else
+            at = end;
     }
-    return rows;
 }
 
-std::unique_ptr<ImportSource> openTextSource(const QString& path) {
-    return std::make_unique<TextSource>(path);
+std::size_t DelimitedParser::takeRun(std::string_view piece, std::size_t at) {
+    const char first = piece[at];
+    std::size_t end = at;
+    if (m_state == State::Quoted) {
+        end = std::min(piece.find('"', at), piece.size());
+        keep(piece.substr(at, end - at));
+        return end;
+    }
+    if (m_state == State::QuoteInQuoted || first == '"' || endsField(first))
+        return at;
+    while (end < piece.size() && !endsField(piece[end]))
+        ++end;
+    const std::string_view run = piece.substr(at, end - at);
+    m_state = State::Plain;
+    if (end == piece.size()) {
+        keep(run);
+        return end;
+    }
+    endField(run, piece[end]);
+    return end + 1;
+}
+
+void DelimitedParser::takeSign(char c) {
+    const bool ends = endsField(c);
+    switch (m_state) {
+    case State::LineStart:
+        if (c == '\r' || c == '\n')
+            return;
+        [[fallthrough]];
+    case State::FieldStart:
+        if (ends)
+            return endField({}, c);
+        m_state = State::Quoted; // what is no quote is the start of a run
+        return;
+    case State::QuoteInQuoted:
+        if (ends)
+            return endField({}, c);
+        m_state = c == '"' ? State::Quoted : State::Plain;
+        return keep({&c, 1});
+    case State::Plain:
+        return ends ? endField({}, c) : keep({&c, 1});
+    case State::Quoted: // a run ends only at a quote
+        m_state = State::QuoteInQuoted;
+    }
+}
+
+void DelimitedParser::keep(std::string_view part) {
+    m_field.append(part);
+    if (m_field.size() > kLongestField)
+        throw ImportError(QStringLiteral("有一格的内容太长，不能读取。"));
+}
+
+void DelimitedParser::endField(std::string_view rest, char end) {
+    if (!m_field.empty() || rest.size() > kLongestField) {
+        keep(rest);
+        rest = m_field;
+    }
+    if (m_inHeader) {
+        m_header << QString::fromUtf8(rest.data(), qsizetype(rest.size()));
+        if (m_header.size() > kMostColumns)
+            throw ImportError(QStringLiteral("列数太多，不能读取。"));
+    } else if (m_column++ < m_width) {
+        m_sink.text(rest);
+    }
+    m_field.clear();
+    m_state = State::FieldStart;
+    if (end != m_delimiter)
+        endLine();
+}
+
+void DelimitedParser::endLine() {
+    if (m_inHeader) {
+        m_width = m_header.size();
+        m_sink.begin(columnNames(m_header));
+        m_inHeader = false;
+    } else {
+        for (; m_column < m_width; ++m_column)
+            m_sink.null();
+    }
+    m_column = 0;
+    m_state = State::LineStart;
+}
+
+void DelimitedParser::finish() {
+    if (m_state != State::LineStart)
+        endField({}, '\n');
+    if (m_inHeader)
+        m_sink.begin({});
+}
+
+std::unique_ptr<TableReader> textReader(const SourceFile& file) {
+    return std::make_unique<TextReader>(file);
+}
+
+QString decodeGbk(const QByteArray& bytes) {
+    QStringDecoder decoder("GB18030", QStringDecoder::Flag::Stateless);
+    return decoder.isValid() ? QString(decoder(bytes)) : QString::fromLocal8Bit(bytes);
+}
+
+void loadTextConverters() {
+    // The converter stays with its library once it was used.
+    static const QString read = decodeGbk("\xB4\xF2\xD3\xA1\xD6\xBD\x81\x30\x81\x30") +
+                                QString(QStringDecoder(QStringDecoder::Utf16)("\xFF\xFE\xB8\x7E"));
 }

@@ -3,20 +3,23 @@
 #include "import/biffFormats.h"
 #include "import/biffRecords.h"
 #include "import/compoundFile.h"
-#include "import/importSource.h"
+#include "import/tableReader.h"
 
 #include "recordset/textNumber.h"
 
 #include <QHash>
 
 #include <algorithm>
-#include <map>
+#include <string>
+#include <vector>
 
 namespace {
 
 constexpr int kMostRows = 65536;
 constexpr int kMostColumns = 256;
 constexpr quint16 kBiff8 = 0x0600;
+constexpr int kRecordsPerSign = 20000;            // from one sign of life to the next
+constexpr std::size_t kMostText = std::size_t(1) << 30; // bytes
 
 struct Sheet {
     QString name;
@@ -27,7 +30,7 @@ struct Sheet {
 struct Workbook {
     QByteArray stream;
     std::vector<Sheet> sheets;
-    std::vector<QString> strings;
+    std::vector<std::string> strings; // UTF-8
     std::vector<int> formats;  // of the cell styles
     QHash<int, QString> codes; // of own formats
     bool from1904 = false;
@@ -109,7 +112,7 @@ private:
             const auto text = reader.string();
             if (!text)
                 throw ImportError(QStringLiteral("工作簿的文字表已损坏。"));
-            m_book.strings.push_back(*text);
+            m_book.strings.push_back(text->toStdString());
         }
     }
 
@@ -117,32 +120,50 @@ private:
     RecordReader m_records;
 };
 
-/// The cells of one sheet, sparse.
+/// The cells of one sheet, sparse, in the order in which they come: by rows mostly, not always.
 class SheetReader {
 public:
     SheetReader(const Workbook& book, qsizetype start)
         : m_book(book)
         , m_records(book.stream, start) {}
 
-    SourceRows read() {
+    void read(RowSink& sink) {
         if (!m_records.next() || m_records.type() != Biff::Bof)
             throw ImportError(QStringLiteral("工作表已损坏。"));
         bool ended = false;
         while (!ended && m_records.next()) {
             ended = m_records.type() == Biff::Eof;
             take();
+            if (++m_taken % kRecordsPerSign == 0)
+                sink.alive();
         }
         if (!ended)
             throw ImportError(QStringLiteral("工作表不完整。"));
-        return table();
+        putInOrder();
+        table(sink);
     }
 
 private:
+    /// A cell: its place, and where its text lies among the shared strings or in m_texts.
+    struct Cell {
+        quint32 place; // row * kMostColumns + column
+        quint32 text;
+    };
+    static constexpr quint32 kShared = 0x80000000; // mark of a shared string
+
     ByteReader data() const { return ByteReader(m_records.data()); }
 
-    void put(int row, int column, const QString& text) {
+    void put(int row, int column, quint32 text) {
         if (row < kMostRows && column < kMostColumns)
-            m_cells[std::pair(row, column)] = text;
+            m_cells.push_back({quint32(row) * kMostColumns + quint32(column), text});
+    }
+    void put(int row, int column, const QString& text) {
+        if (m_ends.size() >= kShared || m_texts.size() > kMostText)
+            throw ImportError(QStringLiteral("工作表太大，不能读取。"));
+        const QByteArray utf8 = text.toUtf8();
+        m_texts.append(utf8.constData(), std::size_t(utf8.size()));
+        m_ends.push_back(quint32(m_texts.size()));
+        put(row, column, quint32(m_ends.size() - 1));
     }
     void putHere(const QString& text) { put(data().u16(0), data().u16(2), text); }
     QString number(double value) const { return m_book.numberText(value, data().u16(4)); }
@@ -152,7 +173,7 @@ private:
         case Biff::LabelSst: {
             const quint32 index = data().u32(6);
             if (index < m_book.strings.size())
-                putHere(m_book.strings[index]);
+                put(data().u16(0), data().u16(2), index | kShared);
             return;
         }
         case Biff::Label:
@@ -208,49 +229,76 @@ private:
         }
     }
 
-    /// The cells as a table that begins at the first cell there is; its first row names the columns.
-    SourceRows table() const {
-        SourceRows rows;
-        if (m_cells.empty())
-            return rows;
-        const int top = m_cells.begin()->first.first;
-        const int bottom = m_cells.rbegin()->first.first;
-        int left = kMostColumns;
-        int right = 0;
-        for (const auto& [place, text] : m_cells) {
-            left = std::min(left, place.second);
-            right = std::max(right, place.second);
+    /// By place; of cells written twice the later one counts.
+    void putInOrder() {
+        const auto before = [](const Cell& a, const Cell& b) { return a.place < b.place; };
+        if (!std::is_sorted(m_cells.begin(), m_cells.end(), before))
+            std::stable_sort(m_cells.begin(), m_cells.end(), before);
+        std::size_t kept = 0;
+        for (const Cell& cell : m_cells) {
+            if (kept == 0 || m_cells[kept - 1].place != cell.place)
+                ++kept;
+            m_cells[kept - 1] = cell;
         }
-        for (int column = left; column <= right; ++column) {
-            const QString name = cell(top, column).trimmed();
-            rows.columns << (name.isEmpty() ? QStringLiteral("F%1").arg(column - left + 1) : name);
-        }
-        const std::size_t width = std::size_t(right - left) + 1;
-        rows.cells.resize(std::size_t(bottom - top) * width);
-        for (const auto& [place, text] : m_cells)
-            if (place.first > top)
-                rows.cells[std::size_t(place.first - top - 1) * width + std::size_t(place.second - left)] =
-                    text;
-        rows.trimEnd();
-        return rows;
+        m_cells.resize(kept);
     }
-    QString cell(int row, int column) const {
-        const auto found = m_cells.find(std::pair(row, column));
-        return found == m_cells.end() ? QString() : found->second;
+
+    std::string_view textOf(const Cell& cell) const {
+        if (cell.text & kShared)
+            return m_book.strings[cell.text & ~kShared];
+        const quint32 start = cell.text == 0 ? 0 : m_ends[cell.text - 1];
+        return std::string_view(m_texts).substr(start, m_ends[cell.text] - start);
+    }
+
+    /// The cells as a table that begins at the first cell there is; its first row names the columns. There are
+    /// no cells without a value, so that the last one ends the last row that counts.
+    void table(RowSink& sink) const {
+        if (m_cells.empty())
+            return sink.begin({});
+        quint32 left = kMostColumns;
+        quint32 right = 0;
+        for (const Cell& cell : m_cells) {
+            left = std::min(left, cell.place % kMostColumns);
+            right = std::max(right, cell.place % kMostColumns);
+        }
+        const quint32 top = m_cells.front().place / kMostColumns;
+        auto next = m_cells.begin();
+        QStringList names;
+        for (quint32 column = left; column <= right; ++column) {
+            QString name;
+            if (next != m_cells.end() && next->place == top * kMostColumns + column) {
+                const std::string_view text = textOf(*next++);
+                name = QString::fromUtf8(text.data(), qsizetype(text.size())).trimmed();
+            }
+            names << (name.isEmpty() ? QStringLiteral("F%1").arg(column - left + 1) : name);
+        }
+        sink.begin(names);
+        const quint32 bottom = m_cells.back().place / kMostColumns;
+        for (quint32 row = top + 1; row <= bottom; ++row)
+            for (quint32 column = left; column <= right; ++column) {
+                if (next != m_cells.end() && next->place == row * kMostColumns + column)
+                    sink.text(textOf(*next++));
+                else
+                    sink.null();
+            }
     }
 
     const Workbook& m_book;
     RecordReader m_records;
-    std::map<std::pair<int, int>, QString> m_cells;
+    std::vector<Cell> m_cells;
+    std::string m_texts; // of the cells that share none
+    std::vector<quint32> m_ends;
+    int m_taken = 0;
     bool m_awaited = false;
     int m_awaitedRow = 0;
     int m_awaitedColumn = 0;
 };
 
-class XlsSource : public ImportSource {
+class XlsReader : public TableReader {
 public:
-    explicit XlsSource(const QByteArray& file) {
-        m_book.stream = compoundStream(file, QStringLiteral("Workbook"));
+    explicit XlsReader(const SourceFile& file)
+        : m_file(file) {
+        m_book.stream = compoundStream(m_file.bytes(), QStringLiteral("Workbook"));
         WorkbookReader(m_book).read();
     }
 
@@ -260,23 +308,20 @@ public:
             names << sheet.name;
         return names;
     }
-    SourceRows read(const QString& table) override {
+    void read(const QString& table, RowSink& sink) override {
         for (const Sheet& sheet : m_book.sheets)
             if (sheet.name == table)
-                return SheetReader(m_book, sheet.start).read();
+                return SheetReader(m_book, sheet.start).read(sink);
         throw ImportError(QStringLiteral("没有这个工作表：%1").arg(table));
     }
 
 private:
+    SourceFile m_file;
     Workbook m_book;
 };
 
 } // namespace
 
-std::unique_ptr<ImportSource> openXlsSource(const QString& path) {
-    return openXlsBytes(contentsOf(path));
-}
-
-std::unique_ptr<ImportSource> openXlsBytes(const QByteArray& file) {
-    return std::make_unique<XlsSource>(file);
+std::unique_ptr<TableReader> xlsReader(const SourceFile& file) {
+    return std::make_unique<XlsReader>(file);
 }

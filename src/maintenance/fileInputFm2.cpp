@@ -1,6 +1,7 @@
 #include "maintenance/fileInputFm2.h"
 
 #include "controls/formParts.h"
+#include "controls/longWork.h"
 #include "controls/prompts.h"
 
 #include <QApplication>
@@ -10,6 +11,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScopeGuard>
 
 namespace {
 
@@ -75,6 +77,27 @@ void moveNames(QListWidget* from, QListWidget* to, bool all) {
     }
 }
 
+/// The open database and what lies beside it.
+QStringList ownFiles(const QString& database) {
+    const QString path = QFileInfo(database).canonicalFilePath();
+    QStringList files;
+    for (const char16_t* ending : {u"", u"-journal", u"-wal", u"-shm", u".lock"})
+        files << path + QString::fromUtf16(ending);
+    return files;
+}
+
+/// Runs what waits for a reader, with a way to stop it.
+void waitFor(QLabel* hint, const std::function<void(const std::function<bool()>& shouldStop)>& work) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const auto arrow = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
+    try {
+        LongWork progress(QStringLiteral("正在读取文件，请等待..."), 0);
+        work([&progress] { return !progress.step(0); });
+    } catch (const ImportError& error) {
+        hint->setText(error.text());
+    }
+}
+
 } // namespace
 
 FileInputFm2::FileInputFm2(ImportPlan& plan, ViewHost& host, Prompts& prompts)
@@ -105,6 +128,7 @@ QLayout* FileInputFm2::buildBottom() {
     note->addWidget(m_noteText);
     m_note->hide();
     m_hint = makeLabel(QStringLiteral("importHint"), {}, this);
+    m_hint->setTextFormat(Qt::PlainText); // the names and the words in it may be foreign
     setTextColour(m_hint, QColor(0xB0, 0x44, 0x3A));
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_note);
@@ -205,16 +229,13 @@ void FileInputFm2::openSource(int index) {
         sourceOpened = false;
         return;
     }
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    try {
-        m_source = openImportSource(button.kind, *path);
+    waitFor(m_hint, [&](const std::function<bool()>& shouldStop) {
+        m_source = openImportSource(button.kind, *path, ownFiles(m_session.cn.path()), shouldStop);
+        m_source->shouldStop = nullptr; // it goes with this wait
         m_tables->addItems(m_source->tables());
         if (m_tables->count() == 1)
             m_tables->setCurrentRow(0);
-    } catch (const ImportError& error) {
-        m_hint->setText(error.text());
-    }
-    QApplication::restoreOverrideCursor();
+    });
     m_tables->setEnabled(m_source != nullptr);
     m_take->setEnabled(m_source != nullptr);
 }
@@ -224,13 +245,11 @@ bool FileInputFm2::Com_confirmation() {
     if (!sourceOpened || !m_source || chosen.isEmpty())
         return false;
     m_rows = {};
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    try {
+    waitFor(m_hint, [&](const std::function<bool()>& shouldStop) {
+        m_source->shouldStop = shouldStop;
+        const auto put = qScopeGuard([this] { m_source->shouldStop = nullptr; });
         m_rows = m_source->read(chosen.first()->text());
-    } catch (const ImportError& error) {
-        m_hint->setText(error.text());
-    }
-    QApplication::restoreOverrideCursor();
+    });
     return true;
 }
 
@@ -265,8 +284,7 @@ void FileInputFm2::startRun() {
         return;
     m_plan.sourceColumns = source;
     m_plan.targetColumns = target;
-    m_plan.rows = chosenColumns(m_rows, placesOf(m_sourceRight));
-    m_rows = {}; // this window goes with the run
+    m_plan.rows = m_rows.takeColumns(placesOf(m_sourceRight)); // this window goes with the run
     setEnabled(false);
     TopWindow* run = m_host.openWindow(QStringLiteral("FileInputFm3"), ViewHost::MainWindow::Disabled);
     connect(run, &TopWindow::finished, this, [this] { finish(); });

@@ -86,17 +86,6 @@ QStringList pairableColumns(Session& session, const ImportTarget& target) {
     return columns;
 }
 
-SourceRows chosenColumns(const SourceRows& rows, const std::vector<int>& places) {
-    SourceRows chosen;
-    for (const int place : places)
-        chosen.columns << rows.columns[place];
-    chosen.cells.reserve(std::size_t(rows.rowCount()) * places.size());
-    for (int row = 0; row < rows.rowCount(); ++row)
-        for (const int place : places)
-            chosen.cells.push_back(rows.cell(row, place));
-    return chosen;
-}
-
 QString judgement_field(const ImportPlan& plan, const QString& targetColumn) {
     return plan.sourceColumns.value(plan.targetColumns.indexOf(targetColumn));
 }
@@ -119,21 +108,9 @@ QString judgement_Date(const ImportPlan& plan) {
     return {};
 }
 
-RecordsetPtr sourceRecordset(Session& session, const ImportPlan& plan) {
-    std::vector<ColumnInfo> columns;
-    for (const QString& name : plan.sourceColumns)
-        columns.push_back(ColumnInfo::fromDeclaration(name, QStringLiteral("TEXT(65535)")));
-    auto picture = std::make_shared<TableImage>(columns);
-    std::vector<CellValue> cells(columns.size());
-    for (int row = 0; row < plan.rows.rowCount(); ++row) {
-        for (std::size_t i = 0; i < cells.size(); ++i) {
-            const QString& text = plan.rows.cell(row, int(i));
-            cells[i] = text.isNull() ? CellValue() : CellValue(text);
-        }
-        picture->appendPictureRow(cells);
-    }
+RecordsetPtr sourceRecordset(Session& session, ImportPlan& plan) {
     auto source = std::make_shared<Recordset>(session.cn);
-    source->OpenPicture(picture);
+    source->OpenPicture(plan.rows.picture());
     return source;
 }
 
@@ -185,7 +162,8 @@ void ImportTransfer::giveUp(int start, const QString& fault) {
 void ImportTransfer::transferRow(int row) {
     IgnoringErrors errors;
     for (std::size_t i = 0; i < m_sizes.size(); ++i) {
-        const QStringView text = withoutBlanks(m_plan.rows.cell(row, int(i)));
+        const QString cell = m_plan.rows.cell(row, int(i));
+        const QStringView text = withoutBlanks(cell);
         // A value that its column refuses leaves the cell empty, and the row comes in all the same.
         m_values[i] = CellValue();
         errors.run([&] {

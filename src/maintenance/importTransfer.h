@@ -38,9 +38,6 @@ struct ImportPlan {
     SourceRows rows; // the chosen columns, in the order of sourceColumns
 };
 
-/// The source rows reduced to the columns at these places, in their order.
-SourceRows chosenColumns(const SourceRows& rows, const std::vector<int>& places);
-
 /// The source column paired with a target column, "" without one.
 QString judgement_field(const ImportPlan& plan, const QString& targetColumn);
 
@@ -50,8 +47,8 @@ QString missingPair(const ImportPlan& plan);
 /// The message of the first row whose date does not begin with four digits and "-"; empty if there is none.
 QString judgement_Date(const ImportPlan& plan);
 
-/// Source rows as a recordset, for a grid.
-RecordsetPtr sourceRecordset(Session& session, const ImportPlan& plan);
+/// The plan's rows as a recordset, for a grid; they are not copied.
+RecordsetPtr sourceRecordset(Session& session, ImportPlan& plan);
 
 /// Opens the chosen columns of the target.
 RecordsetPtr targetRecordset(Session& session, const ImportPlan& plan);

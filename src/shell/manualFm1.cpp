@@ -19,7 +19,7 @@ QString readGuide(const QString& path) {
 
 } // namespace
 
-manualFm1::manualFm1(const QString& guidePath)
+manualFm1::manualFm1(const QString& guidePath, const QString& warning)
     : TopWindow(QStringLiteral("manualFm1"), QStringLiteral("帮助")) {
     auto* frame = new QGroupBox(QStringLiteral("操作说明"), this);
     frame->setObjectName(QStringLiteral("Frame1"));
@@ -34,6 +34,8 @@ manualFm1::manualFm1(const QString& guidePath)
     connect(close, &QPushButton::clicked, this, [this] { finish(); });
     auto* column = new QVBoxLayout(this);
     column->addWidget(frame);
+    if (!warning.isEmpty())
+        column->addWidget(makeLabel(QStringLiteral("warning"), warning, this));
     auto* version = new QLabel(programVersion(), this);
     version->setObjectName(QStringLiteral("version"));
     auto* bottom = new QHBoxLayout;

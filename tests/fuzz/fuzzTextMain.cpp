@@ -8,9 +8,13 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
-    const SourceRows rows = parseDelimited(decodeText(bytes));
-    const std::size_t width = std::size_t(rows.columns.size());
-    if (width == 0 ? !rows.cells.empty() : rows.cells.size() % width != 0)
-        std::abort();
+    try {
+        SourceRows rows;
+        textReader(SourceFile(bytes))->read({}, rows);
+        if (rows.cellCount() != std::size_t(rows.rowCount()) * std::size_t(rows.columns.size()))
+            std::abort();
+    } catch (const ImportError&) {
+        // A refusal is a good answer.
+    }
     return 0;
 }

@@ -1,6 +1,6 @@
 // Fuzz target of the Excel reader: cmake -DSHOP_FUZZ=ON with clang, then run fuzz_xls on a copy of the
 // samples.
-#include "import/importSource.h"
+#include "import/tableReader.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -8,11 +8,12 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     try {
-        const auto source = openXlsBytes(QByteArray(reinterpret_cast<const char*>(data), qsizetype(size)));
-        for (const QString& table : source->tables()) {
-            const SourceRows rows = source->read(table);
-            const std::size_t width = std::size_t(rows.columns.size());
-            if (width == 0 ? !rows.cells.empty() : rows.cells.size() % width != 0)
+        const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+        const auto reader = xlsReader(SourceFile(bytes));
+        for (const QString& table : reader->tables()) {
+            SourceRows rows;
+            reader->read(table, rows);
+            if (rows.cellCount() != std::size_t(rows.rowCount()) * std::size_t(rows.columns.size()))
                 std::abort();
         }
     } catch (const ImportError&) {

@@ -1,5 +1,6 @@
 // dBase and FoxPro tables written field by field, as no sample has them.
 #include "import/importSource.h"
+#include "import/readHere.h"
 #include "support/printQt.h"
 
 #include <QDate>
@@ -62,7 +63,7 @@ protected:
         QFile file(folder.filePath("table.dbf"));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(table) == table.size());
         file.close();
-        return openDbfSource(file.fileName())->read(QStringLiteral("table"));
+        return readDbf(file.fileName());
     }
 
     QTemporaryDir folder;
@@ -92,7 +93,7 @@ TEST_F(Dbf, ATimeIsRoundedToTheNearestSecond) {
     const QByteArray day = fourBytes(quint32(QDate(2024, 3, 5).toJulianDay()));
     const SourceRows rows = read(dbfTable(
         0x30, {{"T", 'T', 8}}, {day + fourBytes(48004500), day + fourBytes(48005499), day + fourBytes(499)}));
-    EXPECT_EQ(rows.cells, (std::vector<QString>{"2024-3-5 13:20:05", "2024-3-5 13:20:05", "2024-3-5"}));
+    EXPECT_EQ(cellsOf(rows), (std::vector<QString>{"2024-3-5 13:20:05", "2024-3-5 13:20:05", "2024-3-5"}));
 }
 
 TEST_F(Dbf, AFileThatNamesItsChineseEncodingIsNotGuessedToBeUtf8) {
@@ -110,8 +111,7 @@ TEST_F(Dbf, IsReadWithoutAnyFileInTheTemporaryFolder) {
     const QTemporaryDir temporary;
     const QByteArray before = qgetenv("TMPDIR");
     qputenv("TMPDIR", QFile::encodeName(temporary.path()));
-    const auto source = openDbfSource(QStringLiteral(SAMPLES "/import/products.dbf"));
-    EXPECT_EQ(source->read("products").rowCount(), 150);
+    EXPECT_EQ(readDbf(QStringLiteral(SAMPLES "/import/products.dbf")).rowCount(), 150);
     EXPECT_EQ(QDir(temporary.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System),
               QStringList())
         << "a kill now would leave it there";
@@ -129,7 +129,7 @@ TEST_F(Dbf, IsTheFileOfThatNameWhateverItsEndingAndWhateverStandsBesideIt) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(dbfTable(0x03, {{"OWN", 'C', 1}}, {"a", "b"}));
     file.close();
-    const SourceRows rows = openDbfSource(path)->read("shop");
+    const SourceRows rows = openImportSource(SourceKind::Dbf, path)->read("shop");
     EXPECT_EQ(rows.columns, QStringList{"OWN"});
     EXPECT_EQ(rows.rowCount(), 2);
 }

@@ -1,6 +1,5 @@
 // Access files in states that the samples are not in, made by changing bytes of a sample.
 #include "import/importSource.h"
-#include "import/mdbProcess.h"
 #include "support/jetFile.h"
 #include "support/printQt.h"
 
@@ -18,7 +17,7 @@ protected:
     QString changed() const { return folder.filePath("changed.mdb"); }
     SourceRows read(const JetFile& file, const QString& table = QStringLiteral("商品库存")) {
         EXPECT_TRUE(file.write(changed()));
-        return openMdbInProcess(changed())->read(table);
+        return openImportSource(SourceKind::Mdb, changed())->read(table);
     }
     static QStringList column(const SourceRows& rows, const QString& name) {
         QStringList texts;
@@ -53,7 +52,7 @@ TEST_F(Mdb, ARowThatWasMovedComesOnceAndOneThatWasMovedAndThenDeletedDoesNot) {
     came.sort();
     left.sort();
     EXPECT_EQ(came, left);
-    EXPECT_EQ(rows.cells.size(), std::size_t(rows.rowCount() * rows.columns.size()));
+    EXPECT_EQ(rows.cellCount(), std::size_t(rows.rowCount() * rows.columns.size()));
 }
 
 TEST_F(Mdb, AMovedRowToWhichNothingLeadsStaysWhereTheTableCountsIt) {
@@ -72,7 +71,7 @@ TEST_F(Mdb, ADamagedTableLeavesTheOthersOfItsFileReadable) {
     JetFile several(QStringLiteral(SAMPLES "/import/edge/several_tables.mdb"));
     several.setRowCount(JetFile::kFirstTable, 21);
     ASSERT_TRUE(several.write(changed()));
-    const auto source = openMdbInProcess(changed());
+    const auto source = openImportSource(SourceKind::Mdb, changed());
     EXPECT_THROW(source->read("客户资料"), ImportError);
     EXPECT_EQ(source->read("订单明细").rowCount(), 40);
     EXPECT_THROW(source->read("客户资料"), ImportError);
@@ -104,7 +103,7 @@ TEST_F(Mdb, TablesThatTheEngineKeepsForItselfAreNotListed) {
     JetFile several(QStringLiteral(SAMPLES "/import/edge/several_tables.mdb"));
     ASSERT_GT(several.replaceText("Products", "~TMPCLP1"), 0);
     ASSERT_TRUE(several.write(changed()));
-    QStringList tables = openMdbInProcess(changed())->tables();
+    QStringList tables = openImportSource(SourceKind::Mdb, changed())->tables();
     tables.sort();
     QStringList wanted{"客户资料", "订单明细", "空表", "选项_2024"};
     wanted.sort();
@@ -112,20 +111,11 @@ TEST_F(Mdb, TablesThatTheEngineKeepsForItselfAreNotListed) {
 }
 
 TEST_F(Mdb, ALongTableIsReadWithSignsOfLife) {
-    const auto source = openMdbInProcess(QStringLiteral(SAMPLES "/import/orders.mdb"));
+    const auto source = openImportSource(SourceKind::Mdb, QStringLiteral(SAMPLES "/import/orders.mdb"));
     int signs = 0;
     source->signOfLife = [&signs] { ++signs; };
     EXPECT_EQ(source->read("销售明细").rowCount(), 2000);
     EXPECT_GE(signs, 10);
-}
-
-TEST_F(Mdb, AReaderThatIsSlowButAliveIsWaitedForAndASilentOneIsGivenUp) {
-    constexpr int silence = 2000; // milliseconds
-    const auto source = openMdbInProcess("slow", QStringLiteral(SLOW_READER), silence);
-    const SourceRows rows = source->read("longer than the silence");
-    EXPECT_EQ(rows.rowCount(), 1);
-    EXPECT_EQ(rows.cell(0, 0), u"read");
-    EXPECT_THROW(source->read("silent"), ImportError);
 }
 
 } // namespace

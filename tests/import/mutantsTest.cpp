@@ -109,7 +109,7 @@ TEST_P(Mutants, AreReadOrRefusedInTimeAndWithinMemory) {
             const auto source = openImportSource(kind().kind, path);
             for (const QString& table : source->tables()) {
                 const SourceRows rows = source->read(table);
-                ASSERT_EQ(rows.cells.size(), std::size_t(rows.rowCount()) * std::size_t(rows.columns.size()));
+                ASSERT_EQ(rows.cellCount(), std::size_t(rows.rowCount()) * std::size_t(rows.columns.size()));
             }
             ++read;
         } catch (const ImportError&) {

@@ -1,3 +1,4 @@
+#include "import/readHere.h"
 #include "import/sampleFile.h"
 #include "import/textReader.h"
 #include "recordset/textDate.h"
@@ -109,14 +110,18 @@ TEST(ImportReaders, ADamagedSampleIsRefusedOrGivesTrueRowsAlone) {
     }
 }
 
+SourceRows textOf(const QByteArray& bytes) {
+    return readTable(*textReader(SourceFile(bytes)));
+}
+
 TEST(ImportReaders, ATextSourceWithoutColumnsOrRowsIsEmpty) {
-    EXPECT_EQ(parseDelimited("").rowCount(), 0);
-    EXPECT_EQ(parseDelimited("a,b\r\n").columns, (QStringList{"a", "b"}));
-    EXPECT_EQ(parseDelimited("a,b\r\n\r\n\r\n").rowCount(), 0);
+    EXPECT_EQ(textOf("").rowCount(), 0);
+    EXPECT_EQ(textOf("a,b\r\n").columns, (QStringList{"a", "b"}));
+    EXPECT_EQ(textOf("a,b\r\n\r\n\r\n").rowCount(), 0);
 }
 
 TEST(ImportReaders, QuotesCommasAndLineEndsInsideAFieldBelongToIt) {
-    const SourceRows rows = parseDelimited("a,b\n\"x,\"\"y\"\"\r\nz\",2\n\n3\n\"open");
+    const SourceRows rows = textOf("a,b\n\"x,\"\"y\"\"\r\nz\",2\n\n3\n\"open");
     EXPECT_EQ(rows.rowCount(), 3);
     EXPECT_EQ(rows.cell(0, 0), u"x,\"y\"\r\nz");
     EXPECT_EQ(rows.cell(0, 1), u"2");
@@ -142,32 +147,88 @@ QByteArray movedCells(QByteArray book, int down, int right) {
 }
 
 TEST(ImportReaders, ASheetBeginsAtItsFirstCellWhereverThatStands) {
-    const QByteArray book = contentsOf(QStringLiteral(SAMPLES "/import/edge/builtin_dates.xls"));
-    const auto plain = openXlsBytes(book);
-    const SourceRows rows = plain->read(plain->tables().first());
-    const auto moved = openXlsBytes(movedCells(book, 2, 3));
-    const SourceRows same = moved->read(moved->tables().first());
+    const SourceFile book = bytesOf(QStringLiteral(SAMPLES "/import/edge/builtin_dates.xls"));
+    const auto plain = xlsReader(book);
+    const SourceRows rows = readTable(*plain, plain->tables().first());
+    const auto moved = xlsReader(SourceFile(movedCells(book.bytes(), 2, 3)));
+    const SourceRows same = readTable(*moved, moved->tables().first());
     ASSERT_GT(rows.rowCount(), 0);
     EXPECT_EQ(same.columns, rows.columns);
-    EXPECT_EQ(same.cells, rows.cells);
+    EXPECT_EQ(cellsOf(same), cellsOf(rows));
 }
 
 TEST(ImportReaders, TheDelimiterIsTheOneMostOftenInTheHeaderOutsideQuotes) {
-    EXPECT_EQ(delimiterOf("a,b\tc\td\n,,,,,"), u'\t');
-    EXPECT_EQ(delimiterOf("a;b;c,d"), u';');
-    EXPECT_EQ(delimiterOf("a;b,c"), u',') << "comma on a tie";
-    EXPECT_EQ(delimiterOf("a;b\tc"), u'\t') << "a tab before a semicolon";
-    EXPECT_EQ(delimiterOf("\"a;b;c\",d"), u',');
-    EXPECT_EQ(delimiterOf("a"), u',');
+    EXPECT_EQ(delimiterOf("a,b\tc\td\n,,,,,"), '\t');
+    EXPECT_EQ(delimiterOf("a;b;c,d"), ';');
+    EXPECT_EQ(delimiterOf("a;b,c"), ',') << "comma on a tie";
+    EXPECT_EQ(delimiterOf("a;b\tc"), '\t') << "a tab before a semicolon";
+    EXPECT_EQ(delimiterOf("\"a;b;c\",d"), ',');
+    EXPECT_EQ(delimiterOf("a"), ',');
 }
 
 TEST(ImportReaders, TextIsUtf8ByItsMarkOrStrictlyAndElseOfWindows) {
-    EXPECT_EQ(decodeText("\xEF\xBB\xBF"
-                         "\xE7\xBA\xB8"),
-              u"纸");
-    EXPECT_EQ(decodeText("\xE7\xBA\xB8"), u"纸");
-    EXPECT_EQ(decodeText("\xB4\xF2\xD3\xA1\xD6\xBD"), u"打印纸");
-    EXPECT_EQ(decodeText("\xFF\xFE\xB8\x7E"), u"纸");
+    for (const char* bytes : {"\xEF\xBB\xBF"
+                              "\xE7\xBA\xB8",
+                              "\xE7\xBA\xB8", "\xFF\xFE\xB8\x7E"})
+        EXPECT_EQ(textOf(bytes).columns, QStringList{"纸"});
+    EXPECT_EQ(textOf("\xB4\xF2\xD3\xA1\xD6\xBD").columns, QStringList{"打印纸"});
+}
+
+/// A text of many pieces: a field that is one sign up to sixty times, and the number of its row.
+QByteArray longText(const QByteArray& sign, int rows, const QByteArray& end) {
+    QByteArray text("a,b\r\n");
+    for (int row = 0; row < rows; ++row)
+        text += sign.repeated(row % 61) + ',' + QByteArray::number(row) + (row % 3 == 0 ? "\n" : "\r\n");
+    return text + end;
+}
+
+TEST(ImportReaders, ATextIsTheSameWhereverItIsCutIntoPieces) {
+    constexpr int count = 60000; // nearly 4 MB of two bytes a sign
+    for (const QByteArray& sign :
+         {QByteArray("\xB4\xF2"), QByteArray("\xE7\xBA\xB8"), QByteArray("\x81\x30\x81\x30")}) {
+        const QString decoded = QByteArrayView(sign).isValidUtf8() ? QString::fromUtf8(sign) : decodeGbk(sign);
+        const SourceRows rows =
+            textOf(longText(sign, count, "\"open \"\"x\"\"\r\n,\" y,z\n\nlast,1,2\n3"));
+        ASSERT_EQ(rows.rowCount(), count + 3);
+        int wrong = 0;
+        for (int row = 0; row < count; ++row)
+            wrong +=
+                rows.cell(row, 0) != decoded.repeated(row % 61) || rows.cell(row, 1) != QString::number(row);
+        EXPECT_EQ(wrong, 0);
+        EXPECT_EQ(rows.cell(count, 0), u"open \"x\"\r\n, y");
+        EXPECT_EQ(rows.cell(count, 1), u"z");
+        EXPECT_EQ(rows.cell(count + 1, 1), u"1") << "what is beyond the header's columns is left";
+        EXPECT_TRUE(rows.cell(count + 2, 1).isNull());
+    }
+}
+
+TEST(ImportReaders, OneByteThatIsNoUtf8FarInATextMakesItOneOfWindows) {
+    const SourceRows rows = textOf(longText("\xE7\xBA\xB8", 60000, "\xB4\xF2\xD3\xA1\xD6\xBD,1\n"));
+    EXPECT_EQ(rows.cell(60000, 0), u"打印纸");
+    EXPECT_NE(rows.cell(1, 0), u"纸");
+}
+
+/// A text that comes in pieces of one byte.
+SourceRows byteByByte(std::string_view text) {
+    SourceRows rows;
+    DelimitedParser parser(delimiterOf(text), rows);
+    for (std::size_t i = 0; i < text.size(); ++i)
+        parser.take(text.substr(i, 1));
+    parser.finish();
+    return rows;
+}
+
+TEST(ImportReaders, ATextThatComesByteByByteHasTheSameCells) {
+    for (const char* text :
+         {"a,b\n\"x,\"\"y\"\"\r\nz\",2\n\n3\n\"open", "a;b\r\r\n;\r\"\";\"q\"r\"s;t\r",
+          "\n\n\"a\"\t\tb\"\n\t\"\"\"\"", "\"a\nb\",c\n1,\"\"2\"\"", ",\n,", "a", "\"", "a,b\n,\""}) {
+        const SourceRows whole = textOf(text);
+        const SourceRows pieces = byteByByte(text);
+        EXPECT_EQ(pieces.columns, whole.columns) << text;
+        EXPECT_EQ(cellsOf(pieces), cellsOf(whole)) << text;
+    }
+    EXPECT_EQ(cellsOf(textOf("a;b\r\r\n;\r\"\";\"q\"r\"s;t\r")),
+              (std::vector<QString>{"", "", "", "qr\"s"}));
 }
 
 } // namespace

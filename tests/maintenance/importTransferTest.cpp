@@ -20,8 +20,8 @@ ImportPlan clientPlan(int rows) {
     plan.targetColumns = QStringList{"客户编号", "联系人"};
     plan.rows.columns = plan.sourceColumns;
     for (int i = 0; i < rows; ++i) {
-        plan.rows.cells.push_back(QString::number(i));
-        plan.rows.cells.push_back(QStringLiteral("联系人%1").arg(i));
+        plan.rows.add(QString::number(i));
+        plan.rows.add(QStringLiteral("联系人%1").arg(i));
     }
     return plan;
 }
@@ -60,9 +60,8 @@ TEST_F(Transfer, NumbersAreTheValueOfTheirLeadingDigitsAndTextsAreCut) {
     ImportPlan plan;
     plan.target = findImportTarget(3);
     plan.sourceColumns = plan.targetColumns = QStringList{"产品编号", "单价", "成本", "数量", "品名", "折扣"};
-    plan.rows.columns = plan.sourceColumns;
-    plan.rows.cells = {" p1 ", "12元", "abc",  ".75", QString(80, u'长'), "九折", "p2", QString(),
-                       "",     "-3",   " 纸 ", "90"};
+    plan.rows = SourceRows(plan.sourceColumns, {" p1 ", "12元", "abc",  ".75", QString(80, u'长'), "九折", "p2", QString(),
+                       "",     "-3",   " 纸 ", "90"});
     session().open_rs();
     runAll(plan);
     EXPECT_EQ(stored("SELECT 产品编号, 单价, 成本, 数量, length(品名), 折扣 FROM productTable"),
@@ -74,8 +73,7 @@ TEST_F(Transfer, ARowWithARefusedCellStandsWithoutItAndSilencesTheEnd) {
     ImportPlan plan;
     plan.target = findImportTarget(2);
     plan.sourceColumns = plan.targetColumns = QStringList{"日期", "客户编号", "数量", "实付"};
-    plan.rows.columns = plan.sourceColumns;
-    plan.rows.cells = {"2004-13-45", "7", "1", "2", "2004-1-5", "8", "3", "4"};
+    plan.rows = SourceRows(plan.sourceColumns, {"2004-13-45", "7", "1", "2", "2004-1-5", "8", "3", "4"});
     session().open_rs();
     EXPECT_EQ(judgement_Date(plan), u"");
     runAll(plan);
@@ -88,13 +86,12 @@ TEST_F(Transfer, TheDateTestLooksAtFourDigitsAndADash) {
     ImportPlan plan;
     plan.target = findImportTarget(2);
     plan.sourceColumns = plan.targetColumns = QStringList{"日期"};
-    plan.rows.columns = plan.sourceColumns;
     const std::pair<const char*, bool> dates[] = {
         {"2004-1-1", true},      {"2004-13-45", true}, {" 2004-1-1 ", true}, {"04-1-1", false},
         {"2004/1/1", false},     {"abcd-ef", false},   {"", false},          {"2004年1月", false},
         {"２００４-1-1", false}, {"2004－1-1", false}, {"٢٠٠٤-1-1", false},  {"200４-1-1", false}};
     for (const auto& [date, passes] : dates) {
-        plan.rows.cells = {QStringLiteral("2004-1-1"), QString::fromUtf8(date)};
+        plan.rows = SourceRows(plan.sourceColumns, {QStringLiteral("2004-1-1"), QString::fromUtf8(date)});
         EXPECT_EQ(judgement_Date(plan).isEmpty(), passes) << date;
         EXPECT_TRUE(passes || judgement_Date(plan).startsWith(u"第2记录")) << date;
     }

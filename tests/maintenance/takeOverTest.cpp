@@ -334,7 +334,7 @@ TEST_F(TakeOver, TellsHowFarItIsWhileALongTableIsReadAndFilled) {
     SourceRows& lines = old.books["buyList"];
     lines.columns = QStringList{"订单号"};
     for (int i = 0; i < 5000; ++i)
-        lines.cells.push_back(QString::number(i));
+        lines.add(QString::number(i));
     QStringList steps;
     takeOverFrom(old, path(),
                  [&](int done, int total) { steps << QStringLiteral("%1/%2").arg(done).arg(total); });
