@@ -23,6 +23,7 @@
 namespace {
 
 constexpr int kGlance = 50;              // milliseconds from one look for a stop to the next
+constexpr int kPipe = 1 << 20;           // bytes
 constexpr int kAboveTheReader = 10;      // descriptors from here on are none of the reader's
 constexpr quint32 kMostTables = 65536;
 constexpr quint32 kMostColumns = 4096;
@@ -90,6 +91,7 @@ public:
         if (::pipe2(answers, O_CLOEXEC) != 0)
             return;
         m_answers = Descriptor(answers[0]);
+        ::fcntl(m_answers.number(), F_SETPIPE_SZ, kPipe); // fewer turns from one process to the other
         const Descriptor itsAnswers(answers[1]);
         const std::array held{above(itsRequests), above(itsAnswers), above(file), above(memos)};
         FileActions actions;

@@ -13,6 +13,7 @@ SourceRows::SourceRows(const QStringList& names, const std::vector<QString>& cel
 void SourceRows::begin(const QStringList& names) {
     *this = SourceRows();
     columns = names;
+    m_held.resize(std::size_t(names.size()));
 }
 
 void SourceRows::add(const QString& cell) {
@@ -22,43 +23,31 @@ void SourceRows::add(const QString& cell) {
     text({utf8.constData(), std::size_t(utf8.size())});
 }
 
-ColumnStore& SourceRows::store() {
-    if (m_stores.empty()) {
-        m_stores.resize(std::size_t(columns.size()));
-        for (std::size_t i = 0; i < m_stores.size(); ++i) {
-            m_stores[i].info =
-                ColumnInfo::fromDeclaration(columns[qsizetype(i)], QStringLiteral("TEXT(65535)"));
-            m_stores[i].loaded = true;
-        }
-    }
-    return m_stores[m_next];
-}
-
-void SourceRows::put(TextPool::Code code) {
-    store().codes.push_back(code);
+void SourceRows::step() {
     ++m_cells;
-    if (++m_next == m_stores.size()) {
+    if (++m_next == m_held.size()) {
         m_next = 0;
         ++m_rows;
     }
 }
 
-const ColumnStore& SourceRows::column(int index) const {
-    return m_picture ? m_picture->column(index) : m_stores[std::size_t(index)];
-}
-
-QString SourceRows::cell(int row, int index) const {
-    const ColumnStore& held = column(index);
-    const TextPool::Code code = held.codes[std::size_t(row)];
-    return code == TextPool::Null ? QString() : held.text(code);
+QString SourceRows::cell(int row, int column) const {
+    if (m_picture) {
+        const CellValue value = m_picture->value(Row(row), column);
+        return isNull(value) ? QString() : toText(value);
+    }
+    const SourceColumn& held = m_held[std::size_t(column)];
+    if (held.isNull(std::size_t(row)))
+        return {};
+    const std::string_view text = held.text(std::size_t(row));
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
 SourceRows SourceRows::takeColumns(const std::vector<int>& places) {
     SourceRows taken;
     for (const int place : places) {
         taken.columns << columns[place];
-        if (!m_stores.empty())
-            taken.m_stores.push_back(std::move(m_stores[std::size_t(place)]));
+        taken.m_held.push_back(std::move(m_held[std::size_t(place)]));
     }
     taken.m_rows = places.empty() ? 0 : m_rows;
     taken.m_cells = std::size_t(taken.m_rows) * places.size();
@@ -68,9 +57,12 @@ SourceRows SourceRows::takeColumns(const std::vector<int>& places) {
 
 std::shared_ptr<TableImage> SourceRows::picture() {
     if (!m_picture) {
-        if (m_stores.empty() && !columns.isEmpty())
-            store(); // columns without a row
-        m_picture = std::make_shared<TableImage>(std::exchange(m_stores, {}));
+        std::vector<ColumnStore> stores;
+        for (std::size_t i = 0; i < m_held.size(); ++i)
+            stores.push_back(m_held[i].moveInto(
+                ColumnInfo::fromDeclaration(columns[qsizetype(i)], QStringLiteral("TEXT(65535)"))));
+        m_held.clear();
+        m_picture = std::make_shared<TableImage>(std::move(stores));
     }
     return m_picture;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "recordset/columnStore.h"
+#include "import/sourceColumn.h"
 
 #include <QString>
 #include <QStringList>
@@ -23,8 +23,8 @@ public:
     virtual void alive() {}
 };
 
-/// The rows of a source table, a text a cell. A null text is no value. They are held a column at a time, each
-/// text of a column once, as the grids and queries hold theirs: a million rows are no million strings.
+/// The rows of a source table, a text a cell. A null text is no value. They are held a column at a time: a million
+/// rows are no million strings.
 class SourceRows : public RowSink {
 public:
     SourceRows() = default;
@@ -34,8 +34,14 @@ public:
     QStringList columns;
 
     void begin(const QStringList& names) override;
-    void text(std::string_view text) override { put(store().pool.intern(text)); }
-    void null() override { put(TextPool::Null); }
+    void text(std::string_view text) override {
+        m_held[m_next].add(text);
+        step();
+    }
+    void null() override {
+        m_held[m_next].addNull();
+        step();
+    }
     void add(const QString& cell);
 
     int rowCount() const { return m_rows; }
@@ -45,16 +51,14 @@ public:
 
     /// The columns at these places, in their order. They are moved: what is left here is empty.
     SourceRows takeColumns(const std::vector<int>& places);
-    /// The rows as the fixed picture of a table, for a grid. It and these rows are one from now on; nothing
-    /// is copied, and no row can be added any more.
+    /// The rows as the fixed picture of a table, for a grid. They are moved into it a column at a time, and from
+    /// now on these rows are read there; none can be added any more.
     std::shared_ptr<TableImage> picture();
 
 private:
-    ColumnStore& store();
-    void put(TextPool::Code code);
-    const ColumnStore& column(int index) const;
+    void step();
 
-    std::vector<ColumnStore> m_stores; // until there is a picture
+    std::vector<SourceColumn> m_held; // until there is a picture
     std::shared_ptr<TableImage> m_picture;
     std::size_t m_next = 0; // column of the cell that comes next
     std::size_t m_cells = 0;

@@ -18,7 +18,7 @@ ImportPlan clientPlan(int rows) {
     plan.target = findImportTarget(1);
     plan.sourceColumns = QStringList{"编号", "名字"};
     plan.targetColumns = QStringList{"客户编号", "联系人"};
-    plan.rows.columns = plan.sourceColumns;
+    plan.rows.begin(plan.sourceColumns);
     for (int i = 0; i < rows; ++i) {
         plan.rows.add(QString::number(i));
         plan.rows.add(QStringLiteral("联系人%1").arg(i));

@@ -332,7 +332,7 @@ public:
 TEST_F(TakeOver, TellsHowFarItIsWhileALongTableIsReadAndFilled) {
     LongBooks old;
     SourceRows& lines = old.books["buyList"];
-    lines.columns = QStringList{"订单号"};
+    lines.begin({"订单号"});
     for (int i = 0; i < 5000; ++i)
         lines.add(QString::number(i));
     QStringList steps;
