@@ -2,6 +2,7 @@
 
 #include "bigFiles.h"
 #include "data/schema.h"
+#include "importMemory.h"
 #include "maintenance/importTransfer.h"
 #include "maintenance/takeOver.h"
 
@@ -68,6 +69,41 @@ void readAll(SourceKind kind, const QString& path, const QString& table = {}) {
     source->read(table.isEmpty() ? source->tables().first() : table);
 }
 
+/// The same reader in this process, which no wall protects.
+void readHere(SourceKind kind, const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    const SourceFile source(file.handle());
+    const auto reader = kind == SourceKind::Dbf   ? dbfReader(source)
+                        : kind == SourceKind::Txt ? textReader(source)
+                                                  : xlsReader(source);
+    SourceRows rows;
+    reader->read(reader->tables().first(), rows);
+}
+
+void benchWalls(BenchReport& report, const QString& folder) {
+    struct BigFile {
+        SourceKind kind;
+        const char* name;
+        void (*write)(const QString&, int);
+        int rows;
+    };
+    constexpr BigFile files[] = {{SourceKind::Txt, "txt", writeBigText, kTextRows},
+                                 {SourceKind::Dbf, "dbf", writeBigDbf, kDbfRows},
+                                 {SourceKind::Xls, "xls", writeBigXls, kXlsRows}};
+    for (const BigFile& file : files) {
+        const QString kind = QString::fromLatin1(file.name);
+        const QString path = folder + QStringLiteral("/walled.") + kind;
+        file.write(path, file.rows);
+        alternate(
+            report,
+            QStringLiteral("%1 of %2 rows behind the wall / in this process").arg(kind).arg(file.rows), 1.3,
+            [&] { readAll(file.kind, path); }, [&] { readHere(file.kind, path); });
+        QFile::remove(path);
+    }
+}
+
 void benchReaders(BenchReport& report, const QString& folder) {
     const QString dbf = folder + QStringLiteral("/big.dbf");
     writeBigDbf(dbf, kDbfRows);
@@ -110,5 +146,7 @@ void benchTakeOver(BenchReport& report, const QString& folder) {
 void runImportBench(BenchReport& report, const QString& scratchFolder) {
     benchText(report, scratchFolder);
     benchReaders(report, scratchFolder);
+    benchWalls(report, scratchFolder);
+    benchImportMemory(report, scratchFolder);
     benchTakeOver(report, scratchFolder);
 }

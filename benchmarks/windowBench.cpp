@@ -6,6 +6,7 @@
 #include "controls/prompts.h"
 #include "data/books.h"
 #include "data/schema.h"
+#include "importMemory.h"
 #include "longTextBench.h"
 #include "plainSqlite.h"
 #include "recordset/tableImage.h"
@@ -233,6 +234,8 @@ int measureInThisProcess(int argc, char** argv) {
         measureStatistics(path);
     else if (what == u"bare")
         measureBare(since);
+    else if (what == u"import-memory")
+        measureImportMemory(path);
     else
         measureStart(application, since, path);
     return 0;

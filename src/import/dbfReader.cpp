@@ -44,7 +44,8 @@ public:
         return SAOffset(come) / size;
     }
     SAOffset seek(SAOffset offset, int whence) {
-        m_at = whence == SEEK_SET ? qint64(offset) : (whence == SEEK_CUR ? m_at : m_file.size()) + qint64(offset);
+        m_at = whence == SEEK_SET ? qint64(offset)
+                                  : (whence == SEEK_CUR ? m_at : m_file.size()) + qint64(offset);
         m_at = std::max<qint64>(m_at, 0);
         return 0;
     }
@@ -64,8 +65,8 @@ Cursor& cursorOf(SAFile file) {
     return *reinterpret_cast<Cursor*>(file);
 }
 
-/// Opens the table that a cursor stands on. The library puts endings of its own choice behind a name and looks
-/// for further files beside it; here each name it asks for but the table's own is a file that lacks.
+/// Opens the table that a cursor stands on. The library puts endings of its own choice behind a name and
+/// looks for further files beside it; here each name it asks for but the table's own is a file that lacks.
 DBFHandle openTable(Cursor& cursor) {
     static thread_local Cursor* table;
     table = &cursor;

@@ -4,7 +4,8 @@
 
 #include <QFileInfo>
 
-std::unique_ptr<ImportSource> openImportSource(SourceKind kind, const QString& path, const QStringList& ownFiles,
+std::unique_ptr<ImportSource> openImportSource(SourceKind kind, const QString& path,
+                                               const QStringList& ownFiles,
                                                const std::function<bool()>& shouldStop) {
     return openInProcess(kind, path, ownFiles, shouldStop);
 }

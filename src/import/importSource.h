@@ -31,8 +31,8 @@ public:
 };
 
 /// Opens a source, whose reader runs behind walls in a process of its own. Nothing is opened that is no
-/// ordinary file, nor any of `ownFiles`, by whatever name or link it comes: closing a descriptor of a database
-/// that is in use would drop its locks. Throws ImportError.
+/// ordinary file, nor any of `ownFiles`, by whatever name or link it comes: closing a descriptor of a
+/// database that is in use would drop its locks. Throws ImportError.
 std::unique_ptr<ImportSource> openImportSource(SourceKind kind, const QString& path,
                                                const QStringList& ownFiles = {},
                                                const std::function<bool()>& shouldStop = {});

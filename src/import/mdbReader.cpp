@@ -194,7 +194,8 @@ private:
         return mdb_get_double(m_handle->pg_buf, field.start);
     }
 
-    /// The rows that were moved and then deleted: their old places say so, but the library reads the new ones.
+    /// The rows that were moved and then deleted: their old places say so, but the library reads the new
+    /// ones.
     void findDeleted() {
         const std::unordered_set<quint32> live = livePlaces();
         for (const Moved& moved : m_moved)

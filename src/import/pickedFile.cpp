@@ -37,8 +37,8 @@ Descriptor::~Descriptor() {
 }
 
 Descriptor openPicked(const QString& path, const QStringList& ownFiles) {
-    // A descriptor of the place alone: with it the file is looked at and not opened, and no other can take its
-    // place before it is.
+    // A descriptor of the place alone: with it the file is looked at and not opened, and no other can take
+    // its place before it is.
     const Descriptor place(::open(QFile::encodeName(path).constData(), O_PATH | O_CLOEXEC));
     struct stat file {};
     const auto refuse = [&path](const QString& text) { throw ImportError(text.arg(path)); };

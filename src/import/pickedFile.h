@@ -25,6 +25,6 @@ private:
     int m_number;
 };
 
-/// Opens a file that the user picked, for reading. One that is no ordinary file, that is too large, or that is
-/// one of `ownFiles` under whatever name or link, is refused without being opened. Throws ImportError.
+/// Opens a file that the user picked, for reading. One that is no ordinary file, that is too large, or that
+/// is one of `ownFiles` under whatever name or link, is refused without being opened. Throws ImportError.
 Descriptor openPicked(const QString& path, const QStringList& ownFiles);

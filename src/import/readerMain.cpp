@@ -1,8 +1,8 @@
 // hengshanghui-reader KIND [MEMOS]: reads the foreign file that is open as descriptor 3, and the memo file
 // beside it as descriptor 4, behind walls, for the program that started it; it tells the tables of the file,
-// and then the columns and rows of each table that it is asked for by a line with its name. It may die or fall
-// silent on a damaged file; then the file cannot be read.
-// hengshanghui-reader --walls: ends with 0 where the kernel has such walls.
+// and then the columns and rows of each table that it is asked for by a line with its name. It may die or
+// fall silent on a damaged file; then the file cannot be read. hengshanghui-reader --walls: ends with 0 where
+// the kernel has such walls.
 #include "import/tableServer.h"
 #include "import/walls.h"
 

@@ -22,9 +22,9 @@
 
 namespace {
 
-constexpr int kGlance = 50;              // milliseconds from one look for a stop to the next
-constexpr int kPipe = 1 << 20;           // bytes
-constexpr int kAboveTheReader = 10;      // descriptors from here on are none of the reader's
+constexpr int kGlance = 50;         // milliseconds from one look for a stop to the next
+constexpr int kPipe = 1 << 20;      // bytes
+constexpr int kAboveTheReader = 10; // descriptors from here on are none of the reader's
 constexpr quint32 kMostTables = 65536;
 constexpr quint32 kMostColumns = 4096;
 
@@ -126,7 +126,8 @@ public:
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
     bool ask(const QByteArray& line) {
-        return ::send(m_requests.number(), line.constData(), std::size_t(line.size()), MSG_NOSIGNAL) == line.size();
+        return ::send(m_requests.number(), line.constData(), std::size_t(line.size()), MSG_NOSIGNAL) ==
+               line.size();
     }
 
 private:
@@ -295,7 +296,8 @@ QString readerProgram() {
 }
 
 std::unique_ptr<ImportSource> openInProcess(SourceKind kind, const QString& path, const QStringList& ownFiles,
-                                            const std::function<bool()>& shouldStop, const ReaderBounds& bounds) {
+                                            const std::function<bool()>& shouldStop,
+                                            const ReaderBounds& bounds) {
     return std::make_unique<SourceInProcess>(kind, path, ownFiles, shouldStop, bounds);
 }
 

@@ -23,8 +23,8 @@ public:
     virtual void alive() {}
 };
 
-/// The rows of a source table, a text a cell. A null text is no value. They are held a column at a time: a million
-/// rows are no million strings.
+/// The rows of a source table, a text a cell. A null text is no value. They are held a column at a time: a
+/// million rows are no million strings.
 class SourceRows : public RowSink {
 public:
     SourceRows() = default;
@@ -51,8 +51,8 @@ public:
 
     /// The columns at these places, in their order. They are moved: what is left here is empty.
     SourceRows takeColumns(const std::vector<int>& places);
-    /// The rows as the fixed picture of a table, for a grid. They are moved into it a column at a time, and from
-    /// now on these rows are read there; none can be added any more.
+    /// The rows as the fixed picture of a table, for a grid. They are moved into it a column at a time, and
+    /// from now on these rows are read there; none can be added any more.
     std::shared_ptr<TableImage> picture();
 
 private:

@@ -21,10 +21,11 @@ struct Head {
 };
 inline constexpr quint32 Null = 0xFFFFFFFF;
 inline constexpr quint32 BlockRows = 2000;
-inline constexpr quint32 BlockBytes = 4U << 20;   // of texts, after which a block of rows is sent as it is
+inline constexpr quint32 BlockBytes = 4U << 20;    // of texts, after which a block of rows is sent as it is
 inline constexpr quint32 LongestFrame = 64U << 20; // bytes
 } // namespace Frame
 
-/// Opens a source by `open` and sends its tables to one descriptor, and then the columns and rows of each table
-/// whose name comes in on a line from the other, until none comes. What cannot be read is told there too.
+/// Opens a source by `open` and sends its tables to one descriptor, and then the columns and rows of each
+/// table whose name comes in on a line from the other, until none comes. What cannot be read is told there
+/// too.
 void serveTables(const std::function<std::unique_ptr<TableReader>()>& open, int in, int out);

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr qint64 kPiece = qint64(1) << 20;            // bytes
-constexpr std::size_t kLongestField = 32U << 20;      // bytes
+constexpr qint64 kPiece = qint64(1) << 20;       // bytes
+constexpr std::size_t kLongestField = 32U << 20; // bytes
 constexpr qsizetype kMostColumns = 4096;
 
 /// The text of a file piece by piece, none cut within a line's end or a sign.

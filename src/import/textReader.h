@@ -8,10 +8,10 @@
 /// tie. `start`: a text up to its header line's end or further.
 char delimiterOf(std::string_view start);
 
-/// Takes delimited UTF-8 text apart as it comes; the first line that is not empty names the columns. A quote at
-/// the start of a field opens it, a doubled one inside is one quote, line ends inside belong to the field. Empty
-/// lines are skipped, short ones filled with nulls, long ones cut. Throws ImportError for a line or a field that
-/// no table has.
+/// Takes delimited UTF-8 text apart as it comes; the first line that is not empty names the columns. A quote
+/// at the start of a field opens it, a doubled one inside is one quote, line ends inside belong to the field.
+/// Empty lines are skipped, short ones filled with nulls, long ones cut. Throws ImportError for a line or a
+/// field that no table has.
 class DelimitedParser {
 public:
     DelimitedParser(char delimiter, RowSink& sink);

@@ -39,21 +39,22 @@ void limitResources(std::uint64_t mostMemory) {
     limit(RLIMIT_NOFILE, 0); // what is open stays so
 }
 
-/// What a reader that works needs: its descriptors, its memory, its end. Everything else fails as if it were not
-/// permitted, and does not end the process: libraries ask the system for this and that which they can do
+/// What a reader that works needs: its descriptors, its memory, its end. Everything else fails as if it were
+/// not permitted, and does not end the process: libraries ask the system for this and that which they can do
 /// without, and a file would turn unreadable by the next version of one of them.
 bool allowWork(scmp_filter_ctx filter) {
-    constexpr std::array always{SCMP_SYS(read),          SCMP_SYS(pread64),       SCMP_SYS(lseek),
-                                SCMP_SYS(munmap),        SCMP_SYS(mremap),        SCMP_SYS(brk),
-                                SCMP_SYS(madvise),       SCMP_SYS(futex),         SCMP_SYS(exit),
-                                SCMP_SYS(exit_group),    SCMP_SYS(rt_sigreturn),  SCMP_SYS(rt_sigprocmask),
-                                SCMP_SYS(clock_gettime), SCMP_SYS(gettimeofday),  SCMP_SYS(getrandom),
+    constexpr std::array always{SCMP_SYS(read),          SCMP_SYS(pread64),        SCMP_SYS(lseek),
+                                SCMP_SYS(munmap),        SCMP_SYS(mremap),         SCMP_SYS(brk),
+                                SCMP_SYS(madvise),       SCMP_SYS(futex),          SCMP_SYS(exit),
+                                SCMP_SYS(exit_group),    SCMP_SYS(rt_sigreturn),   SCMP_SYS(rt_sigprocmask),
+                                SCMP_SYS(clock_gettime), SCMP_SYS(gettimeofday),   SCMP_SYS(getrandom),
                                 SCMP_SYS(sched_yield),   SCMP_SYS(restart_syscall)};
     bool added = true;
     for (const int call : always)
         added = seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 0) == 0 && added;
     const auto onlyWhere = [&](int call, const auto&... conditions) {
-        added = seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, sizeof...(conditions), conditions...) == 0 && added;
+        added = seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, sizeof...(conditions), conditions...) == 0 &&
+                added;
     };
     const scmp_arg_cmp noCode = SCMP_A2(SCMP_CMP_MASKED_EQ, PROT_EXEC, 0);
     const scmp_arg_cmp ownCopy = SCMP_A3(SCMP_CMP_MASKED_EQ, MAP_SHARED, 0);

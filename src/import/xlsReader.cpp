@@ -18,7 +18,7 @@ namespace {
 constexpr int kMostRows = 65536;
 constexpr int kMostColumns = 256;
 constexpr quint16 kBiff8 = 0x0600;
-constexpr int kRecordsPerSign = 20000;            // from one sign of life to the next
+constexpr int kRecordsPerSign = 20000;                  // from one sign of life to the next
 constexpr std::size_t kMostText = std::size_t(1) << 30; // bytes
 
 struct Sheet {
@@ -31,8 +31,8 @@ struct Workbook {
     QByteArray stream;
     std::vector<Sheet> sheets;
     std::vector<std::string> strings; // UTF-8
-    std::vector<int> formats;  // of the cell styles
-    QHash<int, QString> codes; // of own formats
+    std::vector<int> formats;         // of the cell styles
+    QHash<int, QString> codes;        // of own formats
     bool from1904 = false;
 
     QString numberText(double number, int style) const {
@@ -250,8 +250,8 @@ private:
         return std::string_view(m_texts).substr(start, m_ends[cell.text] - start);
     }
 
-    /// The cells as a table that begins at the first cell there is; its first row names the columns. There are
-    /// no cells without a value, so that the last one ends the last row that counts.
+    /// The cells as a table that begins at the first cell there is; its first row names the columns. There
+    /// are no cells without a value, so that the last one ends the last row that counts.
     void table(RowSink& sink) const {
         if (m_cells.empty())
             return sink.begin({});

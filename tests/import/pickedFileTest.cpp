@@ -1,6 +1,6 @@
 // Files that the user picks and the program leaves alone.
-#include "import/importSource.h"
 #include "import/pickedFile.h"
+#include "import/importSource.h"
 #include "support/printQt.h"
 
 #include <QDir>
@@ -21,7 +21,9 @@ namespace {
 
 class Picked : public testing::Test {
 protected:
-    QByteArray name(const char* file) const { return QFile::encodeName(folder.filePath(QString::fromUtf8(file))); }
+    QByteArray name(const char* file) const {
+        return QFile::encodeName(folder.filePath(QString::fromUtf8(file)));
+    }
     QString make(const char* file, const QByteArray& contents = "a,b\n1,2\n") const {
         QFile made(folder.filePath(QString::fromUtf8(file)));
         EXPECT_TRUE(made.open(QIODevice::WriteOnly) && made.write(contents) == contents.size());
@@ -88,7 +90,8 @@ TEST_F(Picked, AnOwnFileIsRefusedByAnyAliasAndItsLocksStand) {
     struct flock lock {};
     lock.l_type = F_WRLCK;
     ASSERT_EQ(fcntl(held, F_SETLK, &lock), 0);
-    for (const char* file : {"books.mdb", "soft.txt", "hard.txt", "journal.txt", "round/books.mdb", "round/soft.txt"}) {
+    for (const char* file :
+         {"books.mdb", "soft.txt", "hard.txt", "journal.txt", "round/books.mdb", "round/soft.txt"}) {
         const QString path = folder.filePath(QString::fromUtf8(file));
         EXPECT_EQ(refusal(path, {books, journal, books + ".lock"}),
                   QStringLiteral("这是本系统正在使用的文件，不能导入：%1").arg(path));

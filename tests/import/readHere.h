@@ -19,9 +19,9 @@ inline SourceRows readTable(TableReader& reader, const QString& table = {}) {
 
 inline SourceRows readDbf(const QString& path) {
     const QString memos = memoPathOf(path);
-    const auto reader =
-        dbfReader(bytesOf(path), memos.isEmpty() ? std::nullopt
-                                                 : std::optional(MemoFile{bytesOf(memos), isFoxProMemo(memos)}));
+    const auto reader = dbfReader(
+        bytesOf(path),
+        memos.isEmpty() ? std::nullopt : std::optional(MemoFile{bytesOf(memos), isFoxProMemo(memos)}));
     return readTable(*reader);
 }
 

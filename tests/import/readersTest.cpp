@@ -186,9 +186,9 @@ TEST(ImportReaders, ATextIsTheSameWhereverItIsCutIntoPieces) {
     constexpr int count = 60000; // nearly 4 MB of two bytes a sign
     for (const QByteArray& sign :
          {QByteArray("\xB4\xF2"), QByteArray("\xE7\xBA\xB8"), QByteArray("\x81\x30\x81\x30")}) {
-        const QString decoded = QByteArrayView(sign).isValidUtf8() ? QString::fromUtf8(sign) : decodeGbk(sign);
-        const SourceRows rows =
-            textOf(longText(sign, count, "\"open \"\"x\"\"\r\n,\" y,z\n\nlast,1,2\n3"));
+        const QString decoded =
+            QByteArrayView(sign).isValidUtf8() ? QString::fromUtf8(sign) : decodeGbk(sign);
+        const SourceRows rows = textOf(longText(sign, count, "\"open \"\"x\"\"\r\n,\" y,z\n\nlast,1,2\n3"));
         ASSERT_EQ(rows.rowCount(), count + 3);
         int wrong = 0;
         for (int row = 0; row < count; ++row)
@@ -227,8 +227,7 @@ TEST(ImportReaders, ATextThatComesByteByByteHasTheSameCells) {
         EXPECT_EQ(pieces.columns, whole.columns) << text;
         EXPECT_EQ(cellsOf(pieces), cellsOf(whole)) << text;
     }
-    EXPECT_EQ(cellsOf(textOf("a;b\r\r\n;\r\"\";\"q\"r\"s;t\r")),
-              (std::vector<QString>{"", "", "", "qr\"s"}));
+    EXPECT_EQ(cellsOf(textOf("a;b\r\r\n;\r\"\";\"q\"r\"s;t\r")), (std::vector<QString>{"", "", "", "qr\"s"}));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
-// A reader that is slow, or that lies: each of its tables is one way to do so. It is started as the true one is.
+// A reader that is slow, or that lies: each of its tables is one way to do so. It is started as the true one
+// is.
 #include "import/tableServer.h"
 
 #include <QThread>
@@ -39,103 +40,117 @@ void sayRow() {
         pause();
 }
 
-void tell(std::string_view table) {
-    if (table == "slow") {
-        for (int i = 0; i < 30; ++i) {
-            QThread::msleep(100);
-            sayFrame(Frame::Alive, {});
+void sayHead(quint32 kind, quint32 length) {
+    const Frame::Head head{kind, length};
+    say(&head, sizeof head);
+}
+
+void beSlow() {
+    for (int i = 0; i < 30; ++i) {
+        QThread::msleep(100);
+        sayFrame(Frame::Alive, {});
+    }
+}
+
+/// One frame that no reader sends, after the columns or without them, and nothing more.
+struct WrongFrame {
+    const char* table;
+    bool afterColumns;
+    quint32 kind;
+    std::string content;
+};
+
+void tellWrongFrame(std::string_view table) {
+    const WrongFrame frames[] = {
+        {"huge columns", false, Frame::Columns, numbers({0xFFFFFFFE}) + std::string(1000, '\0')},
+        {"huge rows", true, Frame::Rows, numbers({0xFFFFFFFF, 0})},
+        {"negative length", true, Frame::Rows, numbers({1, 0xFFFFFFFE}) + "x"},
+        {"lengths that overflow", true, Frame::Rows,
+         numbers({4, 0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF}) + "x"},
+        {"short texts", true, Frame::Rows, numbers({2, 1, 2}) + "xy"},
+        {"more texts", true, Frame::Rows, numbers({1, 1}) + "xy"},
+        {"no UTF-8", true, Frame::Rows, numbers({1, 2}) + "\xB4\xF2"},
+        {"a sign in two cells", true, Frame::Rows, numbers({2, 1, 2}) + "\xE7\xBA\xB8"},
+        {"no rows", true, Frame::Rows, numbers({0})},
+        {"columns again", true, Frame::Columns, numbers({1, 1}) + "d"},
+        {"rows without columns", false, Frame::Rows, numbers({1, 4}) + "read"},
+        {"end without columns", false, Frame::End, {}},
+        {"tables again", true, Frame::Tables, numbers({0})},
+        {"unknown frame", false, 77, "x"},
+        {"long refusal", false, Frame::Refused, "<b>" + std::string(1000000, 'x') + "\n\n"}};
+    for (const WrongFrame& frame : frames)
+        if (table == frame.table) {
+            if (frame.afterColumns)
+                sayColumn();
+            sayFrame(frame.kind, frame.content);
+            beSilent();
         }
-    } else if (table == "silent") {
-        beSilent();
-    } else if (table == "dead") {
-        std::_Exit(0);
-    } else if (table == "half a head") {
+}
+
+void tellRowsOfNoColumn() {
+    sayFrame(Frame::Columns, numbers({0}));
+    sayFrame(Frame::Rows, numbers({Frame::BlockRows}));
+    beSilent();
+}
+
+void tellGarbage() {
+    std::string noise;
+    for (unsigned i = 0; i < 100000; ++i)
+        noise += char(i * 2654435761U >> 13);
+    say(noise.data(), noise.size());
+    beSilent();
+}
+
+template <typename Tell> void forEver(Tell&& tell) {
+    for (;;)
+        tell();
+}
+
+void tellEndless(std::string_view what) {
+    if (what == "alive")
+        forEver([] { sayFrame(Frame::Alive, {}); });
+    sayColumn();
+    if (what == "rows")
+        forEver(sayRow);
+    const std::string nulls = numbers({Frame::BlockRows}) + std::string(Frame::BlockRows * 4, '\xFF');
+    forEver([&nulls] { sayFrame(Frame::Rows, nulls); });
+}
+
+void tellCut(std::string_view what) {
+    if (what == "a head")
         say("\x01\x00", 2);
-        std::_Exit(0);
-    } else if (table == "half a frame") {
-        const Frame::Head head{Frame::Columns, 100};
-        say(&head, sizeof head);
+    if (what == "rows") {
+        sayColumn();
+        sayRow();
+    }
+    if (what == "a frame") {
+        sayHead(Frame::Columns, 100);
         say("x", 1);
         beSilent();
-    } else if (table == "dead among rows") {
-        sayColumn();
-        sayRow();
-        std::_Exit(0);
-    } else if (table == "alive for ever") {
-        for (;;)
-            sayFrame(Frame::Alive, {});
-    } else if (table == "endless rows") {
-        for (sayColumn();;)
-            sayRow();
-    } else if (table == "endless nothing") {
-        for (sayColumn();;)
-            sayFrame(Frame::Rows, numbers({0}));
-    } else if (table == "endless columns") {
-        for (;;)
-            sayColumn();
-    } else if (table == "endless nulls") {
-        const std::string block = numbers({Frame::BlockRows}) + std::string(Frame::BlockRows * 4, '\xFF');
-        for (sayColumn();;)
-            sayFrame(Frame::Rows, block);
-    } else if (table == "huge frame") {
-        const Frame::Head head{Frame::Rows, 0xFFFFFFFF};
-        sayColumn();
-        say(&head, sizeof head);
-        beSilent();
-    } else if (table == "huge columns") {
-        sayFrame(Frame::Columns, numbers({0xFFFFFFFE}) + std::string(1000, '\0'));
-        beSilent();
-    } else if (table == "huge rows") {
-        sayColumn();
-        sayFrame(Frame::Rows, numbers({0xFFFFFFFF, 0}));
-        beSilent();
-    } else if (table == "negative length") {
-        sayColumn();
-        sayFrame(Frame::Rows, numbers({1, 0xFFFFFFFE}) + "x");
-        beSilent();
-    } else if (table == "lengths that overflow") {
-        sayColumn();
-        sayFrame(Frame::Rows, numbers({4, 0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF}) + "x");
-        beSilent();
-    } else if (table == "short texts") {
-        sayColumn();
-        sayFrame(Frame::Rows, numbers({2, 1, 2}) + "xy");
-        beSilent();
-    } else if (table == "more texts") {
-        sayColumn();
-        sayFrame(Frame::Rows, numbers({1, 1}) + "xy");
-        beSilent();
-    } else if (table == "no UTF-8") {
-        sayColumn();
-        sayFrame(Frame::Rows, numbers({1, 2}) + "\xB4\xF2");
-        beSilent();
-    } else if (table == "a sign in two cells") {
-        sayColumn();
-        sayFrame(Frame::Rows, numbers({2, 1, 2}) + "\xE7\xBA\xB8");
-        beSilent();
-    } else if (table == "rows without columns") {
-        sayRow();
-        beSilent();
-    } else if (table == "rows of no column") {
-        sayFrame(Frame::Columns, numbers({0}));
-        sayFrame(Frame::Rows, numbers({2000}));
-        beSilent();
-    } else if (table == "end without columns") {
-        sayFrame(Frame::End, {});
-        beSilent();
-    } else if (table == "unknown frame") {
-        sayFrame(77, "x");
-        beSilent();
-    } else if (table == "garbage") {
-        std::string noise;
-        for (unsigned i = 0; i < 100000; ++i)
-            noise += char(i * 2654435761U >> 13);
-        say(noise.data(), noise.size());
-        beSilent();
-    } else if (table == "long refusal") {
-        sayFrame(Frame::Refused, "<b>" + std::string(1000000, 'x') + "\n\n");
-        beSilent();
     }
+    std::_Exit(0);
+}
+
+void tell(std::string_view table) {
+    constexpr std::string_view endless = "endless ";
+    constexpr std::string_view cut = "cut in ";
+    if (table == "slow")
+        beSlow();
+    else if (table == "silent")
+        beSilent();
+    else if (table.starts_with(endless))
+        tellEndless(table.substr(endless.size()));
+    else if (table.starts_with(cut))
+        tellCut(table.substr(cut.size()));
+    else if (table == "rows of no column")
+        tellRowsOfNoColumn();
+    else if (table == "garbage")
+        tellGarbage();
+    else if (table == "huge frame") {
+        sayHead(Frame::Columns, 0xFFFFFFFF);
+        beSilent();
+    } else
+        tellWrongFrame(table);
     sayColumn();
     sayRow();
     sayFrame(Frame::End, {});

@@ -104,10 +104,9 @@ void trySettings() {
     say("become another user", ::syscall(SYS_setuid, 0));
     say("raise a limit", ::syscall(SYS_prlimit64, 0, 0, nullptr, nullptr));
     say("change its settings", ::prctl(PR_SET_DUMPABLE, 1, 0, 0, 0));
-    say("make memory for code", mmap(nullptr, 4096, PROT_READ | PROT_EXEC, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0) ==
-                                        MAP_FAILED
-                                    ? -1
-                                    : 0);
+    say("make memory for code",
+        mmap(nullptr, 4096, PROT_READ | PROT_EXEC, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0) == MAP_FAILED ? -1
+                                                                                                     : 0);
     void* page = mmap(nullptr, 4096, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     say("turn memory into code", ::mprotect(page, 4096, PROT_READ | PROT_EXEC));
     say("take down a wall", ::syscall(SYS_seccomp, 0, 0, nullptr));

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int kNoWalls = 4;   // exit code of the probe
+constexpr int kNoWalls = 4; // exit code of the probe
 constexpr int kNobody = 65534;
 
 class Walls : public testing::Test {

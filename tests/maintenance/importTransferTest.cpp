@@ -60,8 +60,8 @@ TEST_F(Transfer, NumbersAreTheValueOfTheirLeadingDigitsAndTextsAreCut) {
     ImportPlan plan;
     plan.target = findImportTarget(3);
     plan.sourceColumns = plan.targetColumns = QStringList{"产品编号", "单价", "成本", "数量", "品名", "折扣"};
-    plan.rows = SourceRows(plan.sourceColumns, {" p1 ", "12元", "abc",  ".75", QString(80, u'长'), "九折", "p2", QString(),
-                       "",     "-3",   " 纸 ", "90"});
+    plan.rows = SourceRows(plan.sourceColumns, {" p1 ", "12元", "abc", ".75", QString(80, u'长'), "九折",
+                                                "p2", QString(), "", "-3", " 纸 ", "90"});
     session().open_rs();
     runAll(plan);
     EXPECT_EQ(stored("SELECT 产品编号, 单价, 成本, 数量, length(品名), 折扣 FROM productTable"),
