@@ -61,12 +61,27 @@ TEST_F(LyingReader, OneThatIsSlowButAliveIsWaitedFor) {
 }
 
 TEST_F(LyingReader, IsRefusedWhateverItSaysAndTheNextTableIsReadByANewOne) {
-    const char* lies[] = {
-        "cut in nothing",    "cut in a head",       "cut in rows",     "huge frame",
-        "huge columns",      "huge rows",           "negative length", "lengths that overflow",
-        "short texts",       "more texts",          "no UTF-8",        "a sign in two cells",
-        "no rows",           "columns again",       "tables again",    "rows without columns",
-        "rows of no column", "end without columns", "unknown frame",   "garbage"};
+    const char* lies[] = {"cut in nothing",
+                          "cut in a head",
+                          "cut in rows",
+                          "huge frame",
+                          "huge columns",
+                          "huge rows",
+                          "negative length",
+                          "lengths that overflow",
+                          "short texts",
+                          "more texts",
+                          "no UTF-8",
+                          "a sign in two cells",
+                          "no rows",
+                          "too many rows",
+                          "columns again",
+                          "tables again",
+                          "rows without columns",
+                          "rows of no column",
+                          "end without columns",
+                          "unknown frame",
+                          "garbage"};
     const auto liar = source();
     const long before = memory();
     QElapsedTimer clock;

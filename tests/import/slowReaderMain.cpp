@@ -72,6 +72,8 @@ void tellWrongFrame(std::string_view table) {
         {"no UTF-8", true, Frame::Rows, numbers({1, 2}) + "\xB4\xF2"},
         {"a sign in two cells", true, Frame::Rows, numbers({2, 1, 2}) + "\xE7\xBA\xB8"},
         {"no rows", true, Frame::Rows, numbers({0})},
+        {"too many rows", true, Frame::Rows,
+         numbers({Frame::BlockRows + 1}) + std::string((Frame::BlockRows + 1) * sizeof(quint32), '\0')},
         {"columns again", true, Frame::Columns, numbers({1, 1}) + "d"},
         {"rows without columns", false, Frame::Rows, numbers({1, 4}) + "read"},
         {"end without columns", false, Frame::End, {}},
