@@ -31,12 +31,8 @@ ColumnStore SourceColumn::moveInto(const ColumnInfo& info) {
     ColumnStore store;
     store.info = info;
     store.loaded = true;
+    store.pool = TextPool(std::exchange(m_bytes, {}), std::exchange(m_ends, {}));
     store.codes = std::exchange(m_codes, {});
-    std::vector<Code> codes(m_ends.size());
-    for (std::size_t code = 1; code < codes.size(); ++code)
-        codes[code] = store.pool.intern(held(Code(code)));
-    for (Code& code : store.codes)
-        code = codes[code];
     *this = SourceColumn();
     return store;
 }

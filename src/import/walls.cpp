@@ -43,12 +43,12 @@ void limitResources(std::uint64_t mostMemory) {
 /// not permitted, and does not end the process: libraries ask the system for this and that which they can do
 /// without, and a file would turn unreadable by the next version of one of them.
 bool allowWork(scmp_filter_ctx filter) {
-    constexpr std::array always{SCMP_SYS(read),          SCMP_SYS(pread64),        SCMP_SYS(lseek),
-                                SCMP_SYS(munmap),        SCMP_SYS(mremap),         SCMP_SYS(brk),
-                                SCMP_SYS(madvise),       SCMP_SYS(futex),          SCMP_SYS(exit),
-                                SCMP_SYS(exit_group),    SCMP_SYS(rt_sigreturn),   SCMP_SYS(rt_sigprocmask),
-                                SCMP_SYS(clock_gettime), SCMP_SYS(gettimeofday),   SCMP_SYS(getrandom),
-                                SCMP_SYS(sched_yield),   SCMP_SYS(restart_syscall)};
+    constexpr std::array always{SCMP_SYS(read),          SCMP_SYS(pread64),         SCMP_SYS(lseek),
+                                SCMP_SYS(munmap),        SCMP_SYS(mremap),          SCMP_SYS(brk),
+                                SCMP_SYS(madvise),       SCMP_SYS(futex),           SCMP_SYS(exit),
+                                SCMP_SYS(exit_group),    SCMP_SYS(rt_sigreturn),    SCMP_SYS(rt_sigprocmask),
+                                SCMP_SYS(clock_gettime), SCMP_SYS(gettimeofday),    SCMP_SYS(getrandom),
+                                SCMP_SYS(sched_yield),   SCMP_SYS(restart_syscall), SCMP_SYS(sigaltstack)};
     bool added = true;
     for (const int call : always)
         added = seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 0) == 0 && added;

@@ -13,6 +13,8 @@
 #include <QPushButton>
 #include <QScopeGuard>
 
+#include <malloc.h>
+
 namespace {
 
 /// A kind of source: its button, the names it takes, and what it says to others.
@@ -86,6 +88,13 @@ QStringList ownFiles(const QString& database) {
     return files;
 }
 
+/// From now on what is large goes back to the system as soon as it is given up: the columns that grow in an
+/// import would leave holes as large as themselves.
+void giveBackMemory() {
+    constexpr int large = 1 << 20; // bytes
+    mallopt(M_MMAP_THRESHOLD, large);
+}
+
 /// Runs what waits for a reader, with a way to stop it.
 void waitFor(QLabel* hint, const std::function<void(const std::function<bool()>& shouldStop)>& work) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
@@ -106,6 +115,7 @@ FileInputFm2::FileInputFm2(ImportPlan& plan, ViewHost& host, Prompts& prompts)
     , m_host(host)
     , m_session(host.session())
     , m_prompts(prompts) {
+    giveBackMemory();
     auto* column = new QVBoxLayout(this);
     column->addLayout(buildSource());
     column->addWidget(makeLabel(QStringLiteral("Label4"), QStringLiteral("建立字段对应关系"), this));
@@ -284,7 +294,9 @@ void FileInputFm2::startRun() {
         return;
     m_plan.sourceColumns = source;
     m_plan.targetColumns = target;
-    m_plan.rows = m_rows.takeColumns(placesOf(m_sourceRight)); // this window goes with the run
+    // This window goes with the run, and what it read by is needed no more.
+    m_plan.rows = m_rows.takeColumns(placesOf(m_sourceRight));
+    m_source.reset();
     setEnabled(false);
     TopWindow* run = m_host.openWindow(QStringLiteral("FileInputFm3"), ViewHost::MainWindow::Disabled);
     connect(run, &TopWindow::finished, this, [this] { finish(); });

@@ -2,6 +2,8 @@
 
 #include "recordset/error.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace {
@@ -63,7 +65,14 @@ TextPool::TextPool()
     : m_ends(1, 0)
     , m_slots(kFirstSlots) {}
 
+TextPool::TextPool(std::string bytes, std::vector<std::uint32_t> ends)
+    : m_bytes(std::move(bytes))
+    , m_ends(std::move(ends))
+    , m_hasCaseVariants(true) {} // a text under two codes is found as variants are
+
 TextPool::Code TextPool::intern(std::string_view text) {
+    if (m_slots.empty())
+        placeAll();
     const std::uint32_t hash = foldedHash(text);
     const std::size_t mask = m_slots.size() - 1;
     std::size_t at = hash & mask;
@@ -87,6 +96,8 @@ TextPool::Code TextPool::intern(std::string_view text) {
 }
 
 template <typename Visit> void TextPool::visitChain(std::string_view text, Visit&& visit) const {
+    if (m_slots.empty())
+        placeAll();
     const std::uint32_t hash = foldedHash(text);
     const std::size_t mask = m_slots.size() - 1;
     for (std::size_t at = hash & mask; m_slots[at].code != Null; at = (at + 1) & mask)
@@ -128,13 +139,21 @@ std::size_t TextPool::memory() const {
 void TextPool::grow() {
     std::vector<Slot> old(m_slots.size() * 2);
     old.swap(m_slots);
+    for (const Slot& slot : old)
+        if (slot.code != Null)
+            place(slot);
+}
+
+void TextPool::place(Slot slot) const {
     const std::size_t mask = m_slots.size() - 1;
-    for (const Slot& slot : old) {
-        if (slot.code == Null)
-            continue;
-        std::size_t at = slot.hash & mask;
-        while (m_slots[at].code != Null)
-            at = (at + 1) & mask;
-        m_slots[at] = slot;
-    }
+    std::size_t at = slot.hash & mask;
+    while (m_slots[at].code != Null)
+        at = (at + 1) & mask;
+    m_slots[at] = slot;
+}
+
+void TextPool::placeAll() const {
+    m_slots.resize(std::bit_ceil(std::max(kFirstSlots, m_ends.size() * 2)));
+    for (Code code = 1; code <= last(); ++code)
+        place({code, foldedHash(text(code))});
 }

@@ -18,6 +18,9 @@ public:
     static constexpr Code Null = 0;
 
     TextPool();
+    /// Texts that another kept, one behind the other: the text of code c goes from ends[c - 1] to ends[c].
+    /// One text may stand under several codes. What finds them is made when one is looked for.
+    TextPool(std::string bytes, std::vector<std::uint32_t> ends);
 
     Code intern(std::string_view text);
     /// The code of exactly this text, Null if it is not held.
@@ -42,9 +45,11 @@ private:
 
     template <typename Visit> void visitChain(std::string_view text, Visit&& visit) const;
     void grow();
+    void place(Slot slot) const;
+    void placeAll() const;
 
     std::string m_bytes;
     std::vector<std::uint32_t> m_ends; // m_ends[c] is where the text of code c ends
-    std::vector<Slot> m_slots;
+    mutable std::vector<Slot> m_slots; // none until a text is looked for
     bool m_hasCaseVariants = false;
 };
