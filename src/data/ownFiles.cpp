@@ -26,21 +26,20 @@ bool isSamePlace(const QFileInfo& one, const QFileInfo& other) {
 
 } // namespace
 
-bool isOwnFile(const QString& path, const QString& databasePath) {
-    static const QStringList endings{QString(),
-                                     QStringLiteral("-journal"),
-                                     QStringLiteral("-wal"),
-                                     QStringLiteral("-shm"),
-                                     QStringLiteral(".lock"),
-                                     QStringLiteral(".unfinished")};
-    const QFileInfo target = behindLinks(path);
+QStringList ownFiles(const QString& databasePath) {
     // What belongs to a database stands beside the file itself, not beside a link to it.
     const QString database = behindLinks(databasePath).absoluteFilePath();
-    for (const QString& ending : endings) {
-        const QString own = database + ending;
+    QStringList names{database};
+    for (const char16_t* ending : {u"-journal", u"-wal", u"-shm", u".lock", u".unfinished"})
+        names << database + QString::fromUtf16(ending);
+    return names;
+}
+
+bool isOwnFile(const QString& path, const QString& databasePath) {
+    const QFileInfo target = behindLinks(path);
+    for (const QString& own : ownFiles(databasePath))
         if (isSameFile(path, own) || isSamePlace(target, QFileInfo(own)))
             return true;
-    }
     return isSamePlace(target, QFileInfo(databasePath));
 }
 

@@ -3,6 +3,7 @@
 #include "controls/formParts.h"
 #include "controls/longWork.h"
 #include "controls/prompts.h"
+#include "data/ownFiles.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -77,15 +78,6 @@ void moveNames(QListWidget* from, QListWidget* to, bool all) {
         else
             ++i;
     }
-}
-
-/// The open database and what lies beside it.
-QStringList ownFiles(const QString& database) {
-    const QString path = QFileInfo(database).canonicalFilePath();
-    QStringList files;
-    for (const char16_t* ending : {u"", u"-journal", u"-wal", u"-shm", u".lock"})
-        files << path + QString::fromUtf16(ending);
-    return files;
 }
 
 /// From now on what is large goes back to the system as soon as it is given up: the columns that grow in an

@@ -88,8 +88,8 @@ TEST(FailingWrites, LeaveBooksAndMemoryWholeAndAreToldAsTheyAre) {
     ASSERT_TRUE(check.step());
     EXPECT_EQ(check.text(0), u"ok");
     EXPECT_GT(failures, stepCount() / 3);
-    std::printf("%d failing calls, %d reports, %d actions ended, %d behind the commit\n", failures, ended,
-                lived, booked);
+    std::printf("%d failing calls, %d reports, %d actions ended, %d behind the commit\n", failures, reports,
+                ends, booked);
 }
 
 } // namespace

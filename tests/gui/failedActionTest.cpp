@@ -30,9 +30,9 @@ private:
 class FailedAction : public Purchase {
 protected:
     /// What the program's dispatch does with an action that ends.
-    template <typename Action> QString endOf(Action&& action) {
+    template <typename Work> QString endOf(Work&& work) {
         try {
-            action();
+            work();
         } catch (const ActionEnded& action) {
             session().cn.tellTakenBack();
             return action.text();
