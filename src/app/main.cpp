@@ -26,12 +26,17 @@
 
 namespace {
 
+/// The start ends here, with nothing left behind.
+struct StartEnded {
+    int code;
+};
+
 /// Ends with the report where something is wrong; before any window.
 void require(const QString& fault, const QString& path, WayBack wayBack) {
     if (fault.isEmpty())
         return;
     showReport(fault, path, wayBack);
-    std::exit(1);
+    throw StartEnded{1};
 }
 
 /// Moves away what the engine would take for the file's own and is not, and says so.
@@ -55,7 +60,7 @@ void acceptOldBooks(const QString& path, BooksLock& lock, Prompts& prompts) {
     if (result.outcome == OldBooks::Refused)
         showReport(result.fault);
     if (result.outcome == OldBooks::Refused || result.outcome == OldBooks::Declined)
-        std::exit(result.outcome == OldBooks::Refused ? 1 : 0);
+        throw StartEnded{result.outcome == OldBooks::Refused ? 1 : 0};
 }
 
 /// Puts a backup back that the command line names.
@@ -131,7 +136,7 @@ std::optional<QString> backupAsked(const QStringList& arguments) {
     if (arguments.size() == 1)
         return std::nullopt;
     std::fputs("usage: hengshanghui [--version | --restore FILE]\n", stderr);
-    std::exit(2);
+    throw StartEnded{2};
 }
 
 /// Behind links, where the engine keeps the journal too; the name itself where no file is.
@@ -158,12 +163,14 @@ int main(int argc, char** argv) {
     const QString appPath = QCoreApplication::applicationDirPath();
     const QString databasePath = realPath(appPath + u'/' + databaseFileName());
     application.setDatabasePath(databasePath);
-    const std::optional<QString> backup = backupAsked(application.arguments());
-    WindowPrompts prompts;
-    BooksLock lock(databasePath);
-    prepareFile(databasePath, backup, lock, prompts);
     try {
+        const std::optional<QString> backup = backupAsked(application.arguments());
+        WindowPrompts prompts;
+        BooksLock lock(databasePath);
+        prepareFile(databasePath, backup, lock, prompts);
         return run(application, appPath, databasePath, lock, prompts);
+    } catch (const StartEnded& ended) {
+        return ended.code;
     } catch (const std::exception& error) {
         endWithReport(reportText(error, databasePath), databasePath, WayBack::Restore);
     }

@@ -290,6 +290,7 @@ void buyFm1::confirmLine() {
 bool buyFm1::storeLine() {
     const QuietWalk walk(m_basket);
     const bool fresh = m_lineMode == NewLine;
+    WriteBatch batch(m_session.cn);
     try {
         if (fresh)
             m_basket->AddNew();
@@ -302,6 +303,7 @@ bool buyFm1::storeLine() {
         return false;
     }
     m_basket->Update();
+    batch.finish();
     return true;
 }
 

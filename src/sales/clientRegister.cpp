@@ -101,8 +101,10 @@ void addClient(Session& session, const QStringList& boxes) {
 }
 
 void saveClient(Session& session, const QStringList& boxes) {
+    WriteBatch batch(session.cn);
     record_Write(session, boxes);
     session.clientTable->Update();
+    batch.finish();
 }
 
 void deleteClient(Session& session) {

@@ -128,7 +128,7 @@ TEST_F(Start, WithTheAccessFileOfAnotherProgram) {
 TEST_F(Start, WithOldBooksAndNoReaderForThem) {
     QFile::copy(QStringLiteral(SAMPLES "/legacy/VelmorClientBank.mdb"), path());
     QFile::remove(reader());
-    expectEnd("找不到读取 Access 文件的程序");
+    expectEnd("找不到读取文件的程序");
 }
 
 TEST_F(Start, WithATruncatedFile) {
@@ -206,7 +206,7 @@ TEST_F(Start, DamageThatOnlyTheCheckSeesEndsItBehindTheWindowAndNothingIsWritten
     sqlite3_finalize(root);
     sqlite3_close(db);
     QFile file(path());
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek((page - 1) * 4096 + 100));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek((page - 1) * 4096));
     file.write(QByteArray(200, '\x7f'));
     file.close();
     expectEnd("已损坏");

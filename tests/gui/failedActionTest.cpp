@@ -79,17 +79,22 @@ TEST_F(FailedAction, AGivenUpSettlementLeavesBasketStockAndNumberAndCanBeDoneAga
     const QString before = totals();
     const QString inBasket = basket();
     const auto order = session().nextOrderNum;
+    const QString shown = left(0) + u'/' + left(1);
     giveUpAlways();
     {
         const OtherProgram other(books.path(), session().cn);
         prompts.expectConfirm("购买总数量： 3\n总金额：37\n确认结算吗？", true);
-        EXPECT_EQ(endOf([&] { buy->click("Command6"); }), u"");
+        EXPECT_EQ(endOf([&] { buy->click("Command1"); }), u"");
     }
     EXPECT_EQ(totals(), before);
     EXPECT_EQ(basket(), inBasket);
     EXPECT_EQ(session().nextOrderNum, order);
-    EXPECT_EQ(left(0), u"10");
+    EXPECT_EQ(left(0) + u'/' + left(1), shown);
     EXPECT_EQ(session().productTable->pendingCount() + session().clientTable->pendingCount(), 0);
+    prompts.expectConfirm("购买总数量： 3\n总金额：37\n确认结算吗？", true);
+    buy->click("Command1");
+    EXPECT_EQ(books.stored("SELECT count(DISTINCT 订单号) || ' ' || count(*) FROM buyList"), u"1 2");
+    EXPECT_EQ(basket(), u"");
 }
 
 TEST_F(FailedAction, AFullDiskLeavesTheOldCountAndTheProgramAlive) {
