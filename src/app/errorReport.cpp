@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QScopeGuard>
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,13 +15,14 @@
 
 namespace {
 
+bool standing = false; // a report is on the screen
+
 /// Shown and printed to its end, whatever signs a stored text brings in.
 QString printable(QString text) {
     return text.replace(QChar(u'\0'), QChar(0x2400));
 }
 
-/// The same process runs the program from its beginning: its locks are gone with its descriptors, so that no
-/// other copy comes in between.
+/// The same process runs the program from its beginning; its locks go with its descriptors.
 void startAnew(const QStringList& arguments) {
     std::vector<QByteArray> words{QFile::encodeName(QCoreApplication::applicationFilePath())};
     for (const QString& argument : arguments)
@@ -62,10 +64,16 @@ QString reportText(const std::exception& error, const QString& databasePath) {
     return printable(lines.join(u'\n'));
 }
 
+bool reportStands() {
+    return standing;
+}
+
 void showReport(const QString& text, const QString& databasePath, WayBack wayBack) {
     print(text);
-    if (!hasScreen())
+    if (!hasScreen() || standing)
         return;
+    standing = true;
+    const auto gone = qScopeGuard([] { standing = false; });
     ReportDialog dialog(printable(text));
     if (wayBack == WayBack::Restore)
         dialog.offerBackups(databasePath);

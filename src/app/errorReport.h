@@ -18,6 +18,9 @@ enum class WayBack {
 /// user ends it; where he takes the way back, the program starts anew and this does not return.
 void showReport(const QString& text, const QString& databasePath = {}, WayBack wayBack = WayBack::None);
 
+/// Whether a report is on the screen: what fails behind it is told no more.
+bool reportStands();
+
 /// Something to be known before there is a window: printed to stderr and, where there is a screen, shown.
 void showNote(const QString& text);
 

@@ -72,6 +72,11 @@ void restore(const QString& backup, const QString& path, BooksLock& lock) {
                  : QStringLiteral("已经恢复备份。原来的数据文件保留为：%1").arg(result.kept));
 }
 
+/// Whether rights are not what keeps the file from being used.
+bool isWritable(const QString& path) {
+    return QFileInfo(path).isWritable() && QFileInfo(QFileInfo(path).absolutePath()).isWritable();
+}
+
 /// Goes through what must be right before the file is opened. The lock is held afterwards.
 void prepareFile(const QString& path, const std::optional<QString>& backup, BooksLock& lock,
                  Prompts& prompts) {
@@ -82,7 +87,8 @@ void prepareFile(const QString& path, const std::optional<QString>& backup, Book
     if (backup)
         restore(*backup, path, lock);
     acceptOldBooks(path, lock, prompts);
-    require(databaseFault(path), path, WayBack::Restore);
+    const QString fault = databaseFault(path);
+    require(fault, path, lock.isUsedByOthers() || !isWritable(path) ? WayBack::Reopen : WayBack::Restore);
 }
 
 /// What the open books ask of the user, or tell him.
@@ -99,6 +105,8 @@ void wire(ShopApplication& application, MDIForm1& main, StartJobs& jobs, Prompts
             prompts.tell(text, QStringLiteral("衡商汇"));
     };
     jobs.onDamage = [path = books.path()](const QString& fault) {
+        if (reportStands())
+            return;
         endWithReport(
             QStringLiteral("数据库 %1 已损坏，程序必须结束，没有写入任何内容。\n%2").arg(path, fault), path,
             WayBack::Restore);

@@ -11,7 +11,11 @@ bool ShopApplication::notify(QObject* receiver, QEvent* event) {
             onActionEnded(ended.text());
         return true;
     } catch (const std::exception& error) {
+        if (reportStands())
+            return true;
+        // What the file itself did may ask for a backup, at the start whatever was read from it.
+        const bool ofFile = !m_opened || dynamic_cast<const DatabaseLost*>(&error);
         endWithReport(reportText(error, m_databasePath), m_databasePath,
-                      m_opened ? WayBack::Reopen : WayBack::Restore);
+                      ofFile ? WayBack::Restore : WayBack::Reopen);
     }
 }

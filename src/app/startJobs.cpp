@@ -3,10 +3,31 @@
 #include "data/immutableFile.h"
 #include "maintenance/dailyBackup.h"
 #include "recordset/connection.h"
+#include "recordset/error.h"
 
 #include <QCursor>
+#include <QDateTime>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QScopeGuard>
+
+namespace {
+
+constexpr int kMostChecks = 5;
+
+/// What is wrong with the file; a finding is looked at again where another program wrote meanwhile.
+QString checkedFault(const QString& path) {
+    QString fault;
+    for (int i = 0; i < kMostChecks; ++i) {
+        const QDateTime before = QFileInfo(path).lastModified();
+        fault = structureFault(path);
+        if (fault.isEmpty() || QFileInfo(path).lastModified() == before)
+            break;
+    }
+    return fault;
+}
+
+} // namespace
 
 StartJobs::StartJobs(Connection& connection, const QDate& today)
     : m_connection(connection)
@@ -26,7 +47,7 @@ void StartJobs::start() {
 }
 
 void StartJobs::work(const QString& path, const QDate& today) {
-    const QString fault = structureFault(path);
+    const QString fault = checkedFault(path);
     m_promise.set_value(fault);
     if (!fault.isEmpty()) {
         QMetaObject::invokeMethod(
@@ -51,8 +72,10 @@ void StartJobs::waitForCheck() {
         const auto restore = qScopeGuard([] { QGuiApplication::restoreOverrideCursor(); });
         m_found.wait();
     }
-    if (!m_found.get().isEmpty())
-        tellDamage(m_found.get());
+    if (m_found.get().isEmpty())
+        return;
+    tellDamage(m_found.get());
+    throw DatabaseLost(QStringLiteral("数据文件已损坏，没有写入。%1").arg(m_found.get()));
 }
 
 void StartJobs::tellDamage(const QString& fault) {

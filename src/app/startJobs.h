@@ -27,7 +27,7 @@ public:
     std::function<void(const QString& fault)> onNoBackup;
 
     void start();
-    /// Waits for the check; tells onDamage where it found something.
+    /// Waits for the check. Tells onDamage, and throws DatabaseLost, where it found something.
     void waitForCheck();
 
 private:

@@ -1,22 +1,46 @@
 #include "app/startUp.h"
 
 #include "data/books.h"
+#include "recordset/error.h"
 #include "shell/MDIForm1.h"
 
 #include <QFileInfo>
 #include <QStatusBar>
 
-void startShop(MDIForm1& main) {
+namespace {
+
+/// Recounts the totals; what the status bar says of it, "" where nothing changed. Totals that cannot be
+/// written now are put right by the next start.
+QString recount(MDIForm1& main) {
     Session& session = main.host().session();
-    openBooks(session);
-    const int changed = recountTotals(session, [&main](int done, int total) {
-        main.showProgress(QStringLiteral("正在核对客户累计"), done, total);
-    });
+    try {
+        const int changed = recountTotals(session, [&main](int done, int total) {
+            main.showProgress(QStringLiteral("正在核对客户累计"), done, total);
+        });
+        return changed == 0
+                   ? QString()
+                   : QStringLiteral("核对客户累计：%1 位客户的累计和购物记录不符，已经按购物记录改正。")
+                         .arg(changed);
+    } catch (const ActionEnded& ended) {
+        session.cn.tellTakenBack();
+        return QStringLiteral("客户累计和购物记录不符，这次没有改正。") + ended.text();
+    } catch (const DatabaseLost& lost) {
+        if (lost.outcome() == Outcome::Unknown)
+            throw;
+        session.cn.tellTakenBack();
+        return QStringLiteral("客户累计和购物记录不符，这次没有改正。") + lost.text();
+    }
+}
+
+} // namespace
+
+void startShop(MDIForm1& main) {
+    openBooks(main.host().session());
+    const QString note = recount(main);
     main.endProgress();
     main.host().show(QStringLiteral("dataInputFm1"));
-    if (changed > 0)
-        main.statusBar()->showMessage(
-            QStringLiteral("核对客户累计：%1 位客户的累计和购物记录不符，已经按购物记录改正。").arg(changed));
+    if (!note.isEmpty())
+        main.statusBar()->showMessage(note);
 }
 
 QString databaseFileName() {

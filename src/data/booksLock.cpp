@@ -18,24 +18,31 @@ namespace {
 constexpr off_t kLockedByte = off_t(1) << 40;
 constexpr off_t kEngineLocks = 0x40000000;
 constexpr off_t kEngineLocksLength = 512;
+constexpr int kMostTries = 100;
 
 QByteArray encoded(const QString& path) {
     return QFile::encodeName(path);
 }
 
+/// Whether a path still leads to the file that is open.
+bool isBehind(const QString& path, int descriptor) {
+    struct stat opened {};
+    struct stat named {};
+    return fstat(descriptor, &opened) == 0 && stat(encoded(path).constData(), &named) == 0 &&
+           opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
+}
+
 /// The file behind a path may be replaced between its opening and its locking: then the new one is opened.
 int openRegular(const QString& path) {
-    for (;;) {
+    for (int tries = 0; tries < kMostTries; ++tries) {
         const int descriptor = ::open(encoded(path).constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
         if (descriptor < 0)
             return ::open(encoded(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-        struct stat opened {};
-        struct stat named {};
-        if (fstat(descriptor, &opened) == 0 && stat(encoded(path).constData(), &named) == 0 &&
-            opened.st_ino == named.st_ino && opened.st_dev == named.st_dev)
+        if (isBehind(path, descriptor))
             return descriptor;
         ::close(descriptor);
     }
+    return -1;
 }
 
 struct flock lockOf(off_t start, off_t length) {
@@ -82,10 +89,14 @@ BooksLock::BooksLock(const QString& databasePath)
     bool known = false;
     if (m_descriptor < 0)
         return; // a file that cannot be opened is told by who looks at it closer
-    if (takeByteLock(m_descriptor, known))
+    if (!takeByteLock(m_descriptor, known)) {
+        if (!known)
+            takeLockFile();
+    } else if (isBehind(m_path, m_descriptor)) {
         sayWhoHolds();
-    else if (!known)
-        takeLockFile();
+    } else {
+        m_fault = heldText(); // another copy has just put a file in its place
+    }
 }
 
 BooksLock::~BooksLock() {
@@ -132,8 +143,8 @@ void BooksLock::sayWhoHolds() {
                             QCoreApplication::applicationName().toUtf8() + '\n' +
                             QSysInfo::machineHostName().toUtf8() + '\n';
     struct stat found {};
-    if (fstat(file, &found) == 0 && S_ISREG(found.st_mode) && ftruncate(file, 0) == 0 &&
-        ::write(file, text.constData(), size_t(text.size())) < 0)
+    if (fstat(file, &found) == 0 && S_ISREG(found.st_mode) && fchmod(file, 0600) == 0 &&
+        ftruncate(file, 0) == 0 && ::write(file, text.constData(), size_t(text.size())) < 0)
         std::fprintf(stderr, "%s\n", qUtf8Printable(lockFileName(m_path))); // it holds without a name
     ::close(file);
 }
@@ -147,11 +158,17 @@ bool BooksLock::isUsedByOthers() const {
     return m_descriptor >= 0 && fcntl(m_descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
 
+/// Where no file stood when the lock was asked for, one that came meanwhile keeps the name.
+bool BooksLock::putInPlace(const QString& made) const {
+    if (m_descriptor >= 0)
+        return std::rename(encoded(made).constData(), encoded(m_path).constData()) == 0;
+    return ::link(encoded(made).constData(), encoded(m_path).constData()) == 0 && QFile::remove(made);
+}
+
 bool BooksLock::replaceBy(const QString& made) {
     const int fresh = openRegular(made);
     bool known = false;
-    if (fresh < 0 || (!takeByteLock(fresh, known) && known) ||
-        std::rename(encoded(made).constData(), encoded(m_path).constData()) != 0) {
+    if (fresh < 0 || (!takeByteLock(fresh, known) && known) || !putInPlace(made)) {
         if (fresh >= 0)
             ::close(fresh);
         return false;

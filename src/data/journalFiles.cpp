@@ -1,5 +1,6 @@
 #include "data/journalFiles.h"
 
+#include "data/booksLock.h"
 #include "recordset/error.h"
 #include "recordset/fileMark.h"
 
@@ -89,6 +90,8 @@ JournalState journalState(const QString& path) {
     QFile journal(journalOf(path));
     if (!journal.exists())
         return JournalState::None;
+    if (!kindFault(journal.fileName()).isEmpty())
+        return JournalState::Foreign; // a pipe, say: not even looked into
     if (!journal.open(QIODevice::ReadOnly))
         return JournalState::Foreign; // what cannot be looked at is not trusted
     // Its sign is written when all its records are on the disk: before that nothing has reached the file.
@@ -105,8 +108,6 @@ bool hasStrays(const QString& path) {
 }
 
 QStringList putStraysAside(const QString& path) {
-    if (journalState(path) == JournalState::Empty && !QFile::remove(journalOf(path)))
-        fail(ErrorNumber::Engine, QStringLiteral("文件不能删除"), journalOf(path));
     QStringList names;
     for (const QString& ending : strayEndings(path)) {
         names << strayName(path, ending);

@@ -6,7 +6,7 @@
 /// What stands beside a database file as its rollback journal.
 enum class JournalState {
     None,
-    Empty,   // no record in it: nothing of an action had reached the file
+    Empty,   // nothing of an action has reached the file; the engine passes over it
     Ours,    // of the action that was broken off in this file; the engine takes it back
     Foreign, // of another file, or of this name's file before another one was put in its place
 };
@@ -16,8 +16,8 @@ enum class JournalState {
 JournalState journalState(const QString& databasePath);
 
 /// Moves what the engine would take for the file's own and is not to names that say so: a foreign journal,
-/// and any write-ahead log with its index, which this system never writes. A journal without a record is
-/// removed. Gives the new names. Throws RuntimeError(Engine) where one cannot be moved: the file must not be
+/// and any write-ahead log with its index, which this system never writes. Gives the new
+/// names. Throws RuntimeError(Engine) where one cannot be moved: the file must not be
 /// opened.
 QStringList putStraysAside(const QString& databasePath);
 

@@ -18,19 +18,45 @@ QString firstRowShown(const RecordsetPtr& recordset, const QString& field) {
 
 Session::Session(const QString& databasePath)
     : cn(databasePath) {
-    for (RecordsetPtr* slot :
-         {&clientTable,  &buyList,      &productTable, &productTable2,  &buyList2,
-          &clientTable2, &clientTable3, &clerkClients, &productClients, &productLines,
-          &tempTable2,   &buyList3,     &product_Bank, &product_Bank2,  &stock_Count_Bank,
-          &return_Bank,  &return_Bank2, &no_use_Bank,  &no_use_Bank2,   &out_of_Bank,
-          &out_of_Bank2, &counterCode,  &orderTable,   &saleTable,      &buy_Frequence_Table,
-          &month_Table,  &orderTotals,  &clerkTotals,  &oneProduct,     &scratch})
+    for (RecordsetPtr* slot : slotPlaces())
         *slot = std::make_shared<Recordset>(cn);
-    // Numbers that an action had given out are free again when it is taken back.
-    cn.onTakenBack = [this] {
-        if (counterCode->isOpen())
-            readCounters();
-    };
+    cn.enrol(this);
+}
+
+std::vector<RecordsetPtr*> Session::slotPlaces() {
+    return {&clientTable,  &buyList,      &productTable, &productTable2,  &buyList2,
+            &clientTable2, &clientTable3, &clerkClients, &productClients, &productLines,
+            &tempTable2,   &buyList3,     &product_Bank, &product_Bank2,  &stock_Count_Bank,
+            &return_Bank,  &return_Bank2, &no_use_Bank,  &no_use_Bank2,   &out_of_Bank,
+            &out_of_Bank2, &counterCode,  &orderTable,   &saleTable,      &buy_Frequence_Table,
+            &month_Table,  &orderTotals,  &clerkTotals,  &oneProduct,     &scratch};
+}
+
+Session::~Session() {
+    cn.leave(this);
+}
+
+void Session::transactionBegun() {
+    m_before = {cursors(), nextClientNum, nextOrderNum, nextProductNum};
+}
+
+void Session::transactionTakenBack() noexcept {
+    if (m_before.cursors.empty())
+        return;
+    std::size_t i = 0;
+    for (RecordsetPtr* slot : slotPlaces())
+        *slot = m_before.cursors[i++];
+    nextClientNum = m_before.nextClientNum;
+    nextOrderNum = m_before.nextOrderNum;
+    nextProductNum = m_before.nextProductNum;
+    m_before = {};
+}
+
+std::vector<RecordsetPtr> Session::cursors() {
+    std::vector<RecordsetPtr> cursors;
+    for (const RecordsetPtr* slot : slotPlaces())
+        cursors.push_back(*slot);
+    return cursors;
 }
 
 void Session::reopenIfThere(RecordsetPtr& slot, const QString& table) {

@@ -46,10 +46,13 @@ using Evaluation = std::array<Indicator, 4>;
 
 /// The one connection, the shared cursors and the process values, handed by reference to views and routines.
 /// What one view did to a shared cursor (a filter, a position, a sort) is what the next one finds.
-class Session {
+class Session : private TransactionClient {
 public:
     /// Opens the database. Throws RuntimeError.
     explicit Session(const QString& databasePath);
+    ~Session() override;
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
 
     Connection cn;
     /// Directory of the program, without a separator at its end.
@@ -195,6 +198,25 @@ public:
     void takeCustomer(const RecordsetPtr& clients);
     /// Name and contact of the customer in hand as his row has them now; they stay where he has none.
     void refreshCustomer();
+
+private:
+    /// The shared cursors and the next numbers as they were when an action began: where it is taken back, no
+    /// slot holds a cursor that it opened.
+    struct Before {
+        std::vector<RecordsetPtr> cursors;
+        std::optional<double> nextClientNum;
+        std::optional<double> nextOrderNum;
+        std::optional<qint32> nextProductNum;
+    };
+
+    void transactionBegun() override;
+    void transactionKept() override { m_before = {}; }
+    void transactionTakenBack() noexcept override;
+    void tellTakenBack() override {}
+    std::vector<RecordsetPtr*> slotPlaces();
+    std::vector<RecordsetPtr> cursors();
+
+    Before m_before;
 };
 
 /// A counter as boxes, keys and conditions show it: "1001", "" while it is unset.

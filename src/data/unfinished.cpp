@@ -5,11 +5,19 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMutex>
+#include <QMutexLocker>
 #include <QRandomGenerator>
 
 namespace {
 
 const QString kSign = QStringLiteral(".hengshanghui-");
+
+/// A backup by hand and the day's may be at the list at once.
+QMutex& listMutex() {
+    static QMutex mutex;
+    return mutex;
+}
 
 QString listOf(const QString& databasePath) {
     return databasePath + QStringLiteral(".unfinished");
@@ -48,10 +56,12 @@ void removeWithJournal(const QString& path) {
 NotedName::NotedName(const QString& databasePath, const QString& path)
     : m_list(listOf(databasePath))
     , m_path(path) {
+    const QMutexLocker held(&listMutex());
     writeNames(m_list, namesIn(m_list) << m_path);
 }
 
 NotedName::~NotedName() {
+    const QMutexLocker held(&listMutex());
     QStringList names = namesIn(m_list);
     names.removeAll(m_path);
     writeNames(m_list, names);

@@ -99,7 +99,8 @@ QString saveQuietly(Session& session, const RecordsetPtr& cursor) {
         return {};
     } catch (const ActionEnded& ended) {
         session.cn.tellTakenBack();
-        return QStringLiteral("修改没有保存，仍然留在表格里。") + ended.text();
+        return ended.isBooked() ? ended.text()
+                                : QStringLiteral("修改没有保存，仍然留在表格里。") + ended.text();
     }
 }
 

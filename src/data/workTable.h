@@ -27,7 +27,8 @@ void fillTableFrom(Connection& connection, const QString& table, const QString& 
                    const std::vector<qint64>& rowids, const Progress& progress = {});
 
 /// Writes the pending edits of a cursor, errors passed over: a row that is refused stays pending. Where the
-/// disk fails, or another program holds the file, all rows stay so, and the answer says why; else it is empty.
+/// disk fails, or another program holds the file, all rows stay so, and the answer says why; else it is
+/// empty.
 QString saveQuietly(Session& session, const RecordsetPtr& cursor);
 
 /// Rows that belong into a work table of the same columns: the table that they are in, and their rowids in

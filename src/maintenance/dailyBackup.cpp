@@ -9,7 +9,9 @@
 #include <QStorageInfo>
 
 #include <algorithm>
+#include <chrono>
 #include <set>
+#include <thread>
 #include <utility>
 
 namespace {
@@ -18,6 +20,8 @@ constexpr int kDays = 7;
 constexpr int kWeeks = 4;
 constexpr int kMonths = 12;
 constexpr int kMostTries = 20;
+constexpr int kMostWaits = 100;
+constexpr std::chrono::milliseconds kWait(50);
 
 QString nameOf(const QString& databasePath, const QDate& day) {
     return QDir(backupFolder(databasePath))
@@ -59,10 +63,19 @@ void thinOut(const QString& databasePath, qint64 room) {
     }
 }
 
+enum class Copied { Yes, Failed, NeverStill };
+
+/// Waits until no transaction is under way, some seconds at most.
+bool standsStill(const std::function<unsigned()>& writeCount) {
+    for (int i = 0; i < kMostWaits && writeCount() % 2 != 0; ++i)
+        std::this_thread::sleep_for(kWait);
+    return writeCount() % 2 == 0;
+}
+
 /// A commit in between makes the copy anew; while one is under way it is not begun.
-bool makeCopy(const QString& databasePath, const QString& target,
-              const std::function<unsigned()>& writeCount) {
-    for (int i = 0; i < kMostTries; ++i) {
+Copied makeCopy(const QString& databasePath, const QString& target,
+                const std::function<unsigned()>& writeCount) {
+    for (int i = 0; i < kMostTries && standsStill(writeCount); ++i) {
         const unsigned before = writeCount();
         bool moved = false;
         const auto stoodStill = [&] {
@@ -70,11 +83,12 @@ bool makeCopy(const QString& databasePath, const QString& target,
             return !moved;
         };
         if (backUpStill(databasePath, target, stoodStill))
-            return true;
+            return Copied::Yes;
         if (!moved)
-            return false;
+            return Copied::Failed;
+        std::this_thread::sleep_for(kWait);
     }
-    return false;
+    return Copied::NeverStill;
 }
 
 } // namespace
@@ -125,10 +139,17 @@ QString backUpDaily(const QString& databasePath, const QDate& today,
     const qint64 room = roomFor(keptBackups(databasePath), freeBytes(backupFolder(databasePath)));
     if (QFileInfo(databasePath).size() > room)
         return QStringLiteral("今天的自动备份没有做成：磁盘空间不足。");
-    if (!makeCopy(databasePath, target, writeCount))
+    // The oldest make room for it first.
+    thinOut(databasePath, room - QFileInfo(databasePath).size());
+    switch (makeCopy(databasePath, target, writeCount)) {
+    case Copied::Failed:
         return QStringLiteral("今天的自动备份没有做成：文件夹“备份”不能写入，或者磁盘已满。");
-    thinOut(databasePath, room);
-    return {};
+    case Copied::NeverStill:
+        return QStringLiteral("今天的自动备份没有做成：数据一直在改动。");
+    default:
+        thinOut(databasePath, room);
+        return {};
+    }
 }
 
 qint64 freeBytesOf(const QString& folder) {

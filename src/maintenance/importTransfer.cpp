@@ -145,16 +145,18 @@ void ImportTransfer::run(int milliseconds) {
             transferRow(m_done++);
         batch.finish();
     } catch (const DatabaseLost& lost) {
-        giveUp(start, lost.text());
+        if (lost.outcome() == Outcome::Unknown)
+            throw;
+        giveUp(lost.outcome() == Outcome::Booked ? m_done : start, lost.text());
     } catch (const ActionEnded& ended) {
-        giveUp(start, ended.text());
+        giveUp(ended.isBooked() ? m_done : start, ended.text());
     }
 }
 
-/// The block went back as a whole, a full disk mostly: what was committed before it stands.
-void ImportTransfer::giveUp(int start, const QString& fault) {
+/// The block went back as a whole, a full disk mostly: what was committed before it, `done` rows, stands.
+void ImportTransfer::giveUp(int done, const QString& fault) {
     m_session.cn.tellTakenBack();
-    m_done = start;
+    m_done = done;
     m_clean = false;
     m_fault = fault;
 }

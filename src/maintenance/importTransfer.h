@@ -70,7 +70,7 @@ public:
 
 private:
     void transferRow(int row);
-    void giveUp(int start, const QString& fault);
+    void giveUp(int done, const QString& fault);
 
     Session& m_session;
     const ImportPlan& m_plan;

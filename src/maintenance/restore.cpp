@@ -119,12 +119,14 @@ Restored restoreBackup(const QString& backup, const QString& path, BooksLock& lo
         return failed(QStringLiteral("%1\n%2。").arg(backup, fault));
     if (isSameFile(backup, path))
         return failed(QStringLiteral("选中的就是正在使用的数据文件。"));
+    if (lock.isUsedByOthers())
+        return failed(QStringLiteral("数据文件正被另一个程序使用（已锁定）。"));
     const Unfinished copy(path, unfinishedName(QFileInfo(path).absolutePath()));
     if (!copyPrivately(backup, copy.path()) || (journalState(backup) == JournalState::Ours &&
                                                 !copyPrivately(backup + kJournal, copy.path() + kJournal)))
         return failed(QStringLiteral("备份不能读取，或者磁盘已满。"));
-    if (const QString fault = faultOfCopy(copy.path()); !fault.isEmpty())
-        return failed(fault);
+    if (QString fault = faultOfCopy(copy.path()); !fault.isEmpty())
+        return failed(fault.replace(copy.path(), backup));
     QFile::remove(copy.path() + kJournal); // empty by now
     takeRightsOf(path, copy.path());
     if (!flushFile(copy.path()))

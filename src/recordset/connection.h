@@ -62,12 +62,11 @@ public:
     /// that reads the file without a lock and wants to know whether it stood still.
     const std::atomic<unsigned>& writeCount() const { return m_writeCount; }
 
-    /// Runs once before the first transaction; unset, or after it has run, there is nothing to wait for.
+    /// Runs before the first transaction, and again before the next where it throws; unset, or after it has
+    /// come to its end, there is nothing to wait for.
     std::function<void()> beforeFirstWrite;
     /// Asked where another program holds the file: true to try once more. Unset is never.
     std::function<bool()> askAgain;
-    /// Called when an action was taken back and all cursors are as before it.
-    std::function<void()> onTakenBack;
 
     void enrol(TransactionClient* client) { m_clients.push_back(client); }
     void leave(TransactionClient* client) { std::erase(m_clients, client); }
@@ -87,6 +86,8 @@ private:
     void rollBack();
     void closeTransaction();
     void runWhenFree(const char* sql);
+    bool asked();
+    void refuseWhileAsking() const;
     void endFailedStatement(Statement& statement);
     [[noreturn]] void endFailedCommit(const QString& words);
 
@@ -99,6 +100,7 @@ private:
     void takeBack();
     void forgetImages();
     void tellClientsOfRollback();
+    template <typename Call> void forEachClient(Call&& call);
 
     QString m_path;
     sqlite3* m_db = nullptr;
@@ -111,6 +113,7 @@ private:
     std::atomic<unsigned> m_writeCount = 0;
     bool m_noted = false;  // images and cursors know how they were when the batch began
     bool m_open = false;   // a transaction of ours, whatever the engine has made of it since
+    bool m_asking = false; // the user is asked whether to wait
     bool m_failed = false; // the disk or the file failed since the batch began, or nobody waits for another
     FileMark m_mark;       // that the transaction writes
     QString m_untold;      // a commit that failed while another exception was on its way

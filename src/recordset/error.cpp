@@ -10,11 +10,13 @@ RuntimeError::RuntimeError(int number, QString text, QString statement)
     m_what = QStringLiteral("%1: %2%3").arg(m_number).arg(m_text, tail).toUtf8();
 }
 
-DatabaseLost::DatabaseLost(const QString& text)
-    : m_what(text.toUtf8()) {}
+DatabaseLost::DatabaseLost(const QString& text, Outcome outcome)
+    : m_what(text.toUtf8())
+    , m_outcome(outcome) {}
 
-ActionEnded::ActionEnded(const QString& text)
-    : m_what(text.toUtf8()) {}
+ActionEnded::ActionEnded(const QString& text, bool booked)
+    : m_what(text.toUtf8())
+    , m_booked(booked) {}
 
 void fail(int number, const QString& text, const QString& statement) {
     throw RuntimeError(number, text, statement);

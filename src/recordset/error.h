@@ -43,29 +43,39 @@ private:
     QByteArray m_what;
 };
 
-/// The disk or the file failed: full, not readable, not writable, damaged. Never passed over. What the action
-/// had written was taken back, in the file and in memory, unless the text says that it was booked.
+/// What became of an action under which the disk failed.
+enum class Outcome {
+    TakenBack, // nothing of it is in the file, nor in memory
+    Booked,    // all of it is in the file and in memory
+    Unknown,   // the file could not be asked; memory is as before the action
+};
+
+/// The disk or the file failed: full, not readable, not writable, damaged. Never passed over.
 class DatabaseLost : public std::exception {
 public:
-    explicit DatabaseLost(const QString& text);
+    explicit DatabaseLost(const QString& text, Outcome outcome = Outcome::TakenBack);
+    Outcome outcome() const { return m_outcome; }
     QString text() const { return QString::fromUtf8(m_what); }
     const char* what() const noexcept override { return m_what.constData(); }
 
 private:
     QByteArray m_what;
+    Outcome m_outcome;
 };
 
-/// The action ends here with nothing of it done, and the program goes on: a disk that failed where errors are
-/// passed over, or a user who would not wait for another program any longer.
+/// The action ends here and the program goes on: a disk that failed where errors are passed over, or a user
+/// who would not wait for another program any longer. Nothing of it is done, unless it is booked.
 class ActionEnded : public std::exception {
 public:
     /// `text`: what the user is to be told; empty where he knows.
-    explicit ActionEnded(const QString& text);
+    explicit ActionEnded(const QString& text, bool booked = false);
+    bool isBooked() const { return m_booked; }
     QString text() const { return QString::fromUtf8(m_what); }
     const char* what() const noexcept override { return m_what.constData(); }
 
 private:
     QByteArray m_what;
+    bool m_booked;
 };
 
 [[noreturn]] void fail(int number, const QString& text, const QString& statement = {});

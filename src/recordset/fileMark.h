@@ -23,7 +23,8 @@ FileMark markIn(const QByteArray& page);
 /// DatabaseLost.
 FileMark writeFreshMark(sqlite3* db);
 
-/// Gives a file that was just made, or copied, a mark that no journal knows. Throws RuntimeError, DatabaseLost.
+/// Gives a file that was just made, or copied, a mark that no journal knows. Throws RuntimeError,
+/// DatabaseLost.
 void markAsNew(sqlite3* db);
 
 /// The mark that the file holds now. Throws RuntimeError, DatabaseLost.

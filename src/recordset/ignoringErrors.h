@@ -5,7 +5,7 @@
 /// The last run-time error of a routine that passes over its failed statements, one object for each
 /// activation of the routine. Each statement runs singly through run() or test(), so that the one after a
 /// failed one still runs. Only RuntimeError is passed over; a disk that fails ends the routine's action, and
-/// the program lives.
+/// the program lives where it is known what the file holds.
 class IgnoringErrors {
 public:
     /// Runs one statement; false where it failed. Throws ActionEnded where the disk or the file failed.
@@ -17,7 +17,10 @@ public:
             m_number = error.number();
             return false;
         } catch (const DatabaseLost& lost) {
-            throw ActionEnded(lost.text());
+            // Where nobody knows what the file holds, the program must read it anew.
+            if (lost.outcome() == Outcome::Unknown)
+                throw;
+            throw ActionEnded(lost.text(), lost.outcome() == Outcome::Booked);
         }
     }
 

@@ -89,6 +89,8 @@ bool Statement::step() {
         return true;
     if (code == SQLITE_DONE)
         return false;
+    // Else the next use would go on with the old bindings; the engine's words outlive the reset.
+    sqlite3_reset(m_statement);
     failEngine(m_db, m_sql, m_lost);
 }
 

@@ -2,14 +2,22 @@
 #include "recordset/error.h"
 #include "recordset/tableImage.h"
 
+#include <QScopeGuard>
+
 #include <sqlite3.h>
 
 #include <algorithm>
 #include <utility>
 
 void Connection::write(Statement& statement) {
+    refuseWhileAsking();
     if (!m_untold.isEmpty())
         throw DatabaseLost(std::exchange(m_untold, {}));
+    // What the engine has rolled back by itself would go on as if nothing had been before it.
+    if (m_open && !inTransaction()) {
+        m_failed = true;
+        throw DatabaseLost(QStringLiteral("写入失败，本次操作已全部撤回。"));
+    }
     try {
         if (!m_open)
             begin();
@@ -39,8 +47,9 @@ void Connection::write(const QString& sql) {
 }
 
 void Connection::begin() {
-    if (const auto wait = std::exchange(beforeFirstWrite, nullptr))
-        wait();
+    if (beforeFirstWrite)
+        beforeFirstWrite();
+    beforeFirstWrite = nullptr;
     runWhenFree("BEGIN IMMEDIATE");
     m_open = true;
     ++m_writeCount;
@@ -52,7 +61,7 @@ void Connection::runWhenFree(const char* sql) {
     while (sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr) != SQLITE_OK) {
         if ((sqlite3_errcode(m_db) & 0xff) != SQLITE_BUSY)
             failEngine(m_db, QString::fromLatin1(sql), &m_failed);
-        if (askAgain && askAgain())
+        if (askAgain && asked())
             continue;
         m_failed = true;
         throw ActionEnded(
@@ -60,6 +69,19 @@ void Connection::runWhenFree(const char* sql) {
                 ? QString()
                 : QStringLiteral("数据文件正被另一个程序使用（已锁定），本次操作没有记入，请稍后再试。"));
     }
+}
+
+/// Asks the user. Nothing is written while his answer is waited for.
+bool Connection::asked() {
+    m_asking = true;
+    const auto done = qScopeGuard([this] { m_asking = false; });
+    return askAgain();
+}
+
+void Connection::refuseWhileAsking() const {
+    if (m_asking)
+        throw ActionEnded(
+            QStringLiteral("数据文件正被另一个程序使用（已锁定），本次操作没有记入，请稍后再试。"));
 }
 
 void Connection::commit() {
@@ -87,13 +109,15 @@ void Connection::endFailedCommit(const QString& words) {
         if (!m_noted)
             forgetImages(); // the rows in memory do not follow a statement that fails
         forgetBefore();
-        throw DatabaseLost(QStringLiteral("写入磁盘时出错，但本次操作已经全部记入。%1").arg(words));
+        throw DatabaseLost(QStringLiteral("写入磁盘时出错，但本次操作已经全部记入。%1").arg(words),
+                           Outcome::Booked);
     }
     restore();
+    if (mark)
+        throw DatabaseLost(QStringLiteral("写入磁盘失败，本次操作已全部撤回。%1").arg(words));
     throw DatabaseLost(
-        (mark ? QStringLiteral("写入磁盘失败，本次操作已全部撤回。%1")
-              : QStringLiteral("写入磁盘失败，也读不出本次操作是否已经记入，请重新打开后查看。%1"))
-            .arg(words));
+        QStringLiteral("写入磁盘失败，也读不出本次操作是否已经记入，请重新打开后查看。%1").arg(words),
+        Outcome::Unknown);
 }
 
 void Connection::rollBack() {
@@ -123,13 +147,19 @@ void Connection::noteBefore() {
     m_noted = true;
 }
 
+/// Each of those that are there now, and still there when their turn comes: one may let go of another.
+template <typename Call> void Connection::forEachClient(Call&& call) {
+    for (TransactionClient* client : std::vector(m_clients))
+        if (std::find(m_clients.begin(), m_clients.end(), client) != m_clients.end())
+            call(*client);
+}
+
 void Connection::forgetBefore() {
     if (!std::exchange(m_noted, false))
         return;
     for (const auto& image : std::as_const(m_imagesBefore))
         image->transactionKept();
-    for (TransactionClient* client : m_clients)
-        client->transactionKept();
+    forEachClient([](TransactionClient& client) { client.transactionKept(); });
     m_imagesBefore.clear();
 }
 
@@ -156,19 +186,15 @@ void Connection::forgetImages() {
 }
 
 void Connection::tellClientsOfRollback() {
-    for (TransactionClient* client : m_clients)
-        client->transactionTakenBack();
-    if (onTakenBack)
-        onTakenBack();
+    forEachClient([](TransactionClient& client) { client.transactionTakenBack(); });
 }
 
 void Connection::tellTakenBack() {
-    for (TransactionClient* client : std::vector(m_clients))
-        if (std::find(m_clients.begin(), m_clients.end(), client) != m_clients.end())
-            client->tellTakenBack();
+    forEachClient([](TransactionClient& client) { client.tellTakenBack(); });
 }
 
 void Connection::beginBatch() {
+    refuseWhileAsking();
     if (m_batchDepth == 0)
         noteBefore();
     ++m_batchDepth;

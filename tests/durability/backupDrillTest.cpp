@@ -142,15 +142,15 @@ TEST_F(BackupDrill, AForeignWriteAheadLogIsNeverTakenIn) {
     EXPECT_FALSE(hasStrays(path));
 }
 
-TEST_F(BackupDrill, AJournalWithoutARecordGoesAndOneOfASecondStrayGetsANameOfItsOwn) {
+TEST_F(BackupDrill, AJournalThatIsNotWrittenToItsEndStaysAndASecondStrayGetsANameOfItsOwn) {
     const auto put = [this](const char* ending, const QByteArray& bytes) {
         QFile file(path + QString::fromUtf8(ending));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     };
     put("-journal", QByteArray(700, '\0')); // as it is before its records are on the disk
     EXPECT_EQ(journalState(path), JournalState::Empty);
-    EXPECT_EQ(putStraysAside(path), QStringList());
-    EXPECT_FALSE(QFile::exists(path + "-journal"));
+    EXPECT_EQ(putStraysAside(path), QStringList()) << "another program may be at it";
+    EXPECT_TRUE(QFile::exists(path + "-journal"));
     for (const char* name : {".不属于此文件-journal", ".不属于此文件2-journal"}) {
         put("-journal", QByteArray(2000, 'x'));
         EXPECT_EQ(journalState(path), JournalState::Foreign) << "not a journal at all";
