@@ -1,5 +1,5 @@
-#include "maintenance/tableMaintenance.h"
 #include "data/workTable.h"
+#include "maintenance/tableMaintenance.h"
 #include "support/testBooks.h"
 
 #include <gtest/gtest.h>
