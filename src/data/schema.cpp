@@ -94,7 +94,7 @@ bool hasJournal(const QString& path) {
 }
 
 QString accessFault(const QString& path) {
-    if (const QString fault = kindFault(path); !fault.isEmpty())
+    if (QString fault = kindFault(path); !fault.isEmpty())
         return fault;
     const QFileInfo info(path);
     if (!info.isReadable())
@@ -139,7 +139,7 @@ QString schemaFault(sqlite3* db) {
     // A work copy may be missing, but one that is there is read.
     for (const QString& table : tableNames(model.get()))
         if (there.contains(table, Qt::CaseInsensitive))
-            if (const QString fault = tableFault(db, model.get(), table); !fault.isEmpty())
+            if (QString fault = tableFault(db, model.get(), table); !fault.isEmpty())
                 return fault;
     return {};
 }

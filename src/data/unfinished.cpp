@@ -83,11 +83,11 @@ QString unfinishedName(const QString& folder) {
 void clearUnfinished(const QString& databasePath) {
     // Whatever the list says, nothing goes but a half-made file by its sign and a name that is one too many.
     for (const QString& name : namesIn(listOf(databasePath))) {
+        const QString journal = databasePath + QStringLiteral("-journal");
         if (QFileInfo(name).fileName().startsWith(kSign))
             removeWithJournal(name);
-        else if (name != databasePath && isSameFile(name, databasePath))
-            QFile::remove(name);
-        else if (isSameFile(name, databasePath + QStringLiteral("-journal")))
+        else if ((name != databasePath && isSameFile(name, databasePath)) ||
+                 (name != journal && isSameFile(name, journal)))
             QFile::remove(name);
     }
     QFile::remove(listOf(databasePath));

@@ -33,7 +33,7 @@ public:
     SAOffset read(void* bytes, SAOffset size, SAOffset count) {
         if (size == 0 || count > kLongestStretch / size)
             return 0;
-        const auto wanted = qint64(size * count);
+        const qint64 wanted = qint64(size) * qint64(count);
         if (m_at < m_start || m_at + wanted > m_start + m_stretch.size()) {
             m_start = m_at;
             m_stretch = m_file.read(m_at, std::max(wanted, kStretch));
