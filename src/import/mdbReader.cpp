@@ -319,6 +319,7 @@ std::unique_ptr<TableReader> mdbReader(const SourceFile& file) {
 }
 
 void loadMdbConverters() {
+    static std::vector<iconv_t> held;
     // Every encoding that the library knows of old files. A converter that is open keeps what it needs.
     for (const char* name :
          {"UCS-2LE",      "UTF-16LE",     "UTF-16BE",     "UTF-32LE",     "UTF-32BE",     "UTF-7",
@@ -329,7 +330,7 @@ void loadMdbConverters() {
           "IBM855",       "IBM860",       "IBM861",       "IBM862",       "IBM865",       "IBM866",
           "IBM869",       "ISO-8859-1",   "ISO-8859-2",   "ISO-8859-3",   "ISO-8859-4",   "ISO-8859-5",
           "ISO-8859-6",   "ISO-8859-7",   "ISO-8859-8",   "ISO-8859-9",   "ISO-8859-13",  "ISO-8859-15"}) {
-        iconv_open("UTF-8", name);
-        iconv_open(name, "UTF-8");
+        held.push_back(iconv_open("UTF-8", name));
+        held.push_back(iconv_open(name, "UTF-8"));
     }
 }

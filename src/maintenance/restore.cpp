@@ -35,8 +35,7 @@ bool copyPrivately(const QString& from, const QString& to) {
 
 /// Why the copy of a backup cannot serve; empty if it can. A journal that is its own is rolled in here.
 QString faultOfCopy(const QString& copy) {
-    const QString fault = databaseFault(copy);
-    if (!fault.isEmpty())
+    if (QString fault = databaseFault(copy); !fault.isEmpty())
         return fault;
     if (const QString structure = structureFault(copy); !structure.isEmpty())
         return QStringLiteral("文件已损坏（%1）").arg(structure);
