@@ -15,6 +15,7 @@
 #include <cmath>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 namespace {
 
