@@ -34,7 +34,7 @@ Acknowledged workUntilCut(CutDisk& disk, const QString& path, unsigned seed, std
 QStringList faultsAfterCut(const QString& path, const Acknowledged& acknowledged) {
     try {
         return faultsOfBooks(path, acknowledged);
-    } catch (const RuntimeError& error) {
+    } catch (const std::exception& error) {
         return {QString::fromUtf8(error.what())};
     }
 }
