@@ -5,6 +5,8 @@
 #include "recordset/error.h"
 #include "support/printQt.h"
 
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -41,7 +43,8 @@ QStringList faultsAfterCut(const QString& path, const Acknowledged& acknowledged
 
 TEST(PowerCut, AfterEveryCutTheBooksHoldWholeActionsAndEveryAcknowledgedOne) {
     CutDisk disk;
-    const QString path = "shop.mdb";
+    const QTemporaryDir folder; // the engine never sees it: its disk is in memory
+    const QString path = folder.filePath("shop.mdb");
     createDatabase(path);
     std::mt19937 random(11);
     int orders = 0;
@@ -60,7 +63,8 @@ TEST(PowerCut, ADiskThatLiesAboutSyncIsFoundOut) {
     int damaged = 0;
     for (int cut = 0; cut < 20; ++cut) {
         CutDisk disk;
-        const QString path = "shop.mdb";
+        const QTemporaryDir folder; // the engine never sees it: its disk is in memory
+        const QString path = folder.filePath("shop.mdb");
         createDatabase(path);
         std::mt19937 random(unsigned(cut) + 1);
         disk.lieAboutSync();

@@ -227,7 +227,9 @@ TEST_F(Transaction, TakenBackADroppedTableAndItsCursorStandAgainAndANewOneIsGone
 
 TEST_F(Transaction, AfterAllRowsWentAndCameBackEveryCellIsThatOfTheFile) {
     const RecordsetPtr rows = open();
-    connection().image("t")->update(1, {{2, CellValue(20.0)}});
+    rows->MoveNext();
+    rows->Fields("数量").setValue(20.0);
+    rows->Update();
     try {
         WriteBatch batch(connection());
         rows->MoveFirst();
