@@ -48,8 +48,9 @@ QString databaseFileName() {
 }
 
 QString strayNote(const QStringList& names) {
-    QString text = QStringLiteral("数据文件旁边有不属于它的日志文件（多半是换上备份以前的文件留下的），"
-                                  "没有使用，已经改名放在一边：\n");
+    QString text = QStringLiteral(
+        "数据文件旁边有不属于它的日志文件（多半是换上备份以前的文件留下的，也可能是别的程序没有写完的），"
+        "没有使用，已经改名放在一边：\n");
     for (const QString& name : names)
         text += QFileInfo(name).fileName() + u'\n';
     return text.trimmed();

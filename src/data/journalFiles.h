@@ -16,9 +16,8 @@ enum class JournalState {
 JournalState journalState(const QString& databasePath);
 
 /// Moves what the engine would take for the file's own and is not to names that say so: a foreign journal,
-/// and any write-ahead log with its index, which this system never writes. Gives the new
-/// names. Throws RuntimeError(Engine) where one cannot be moved: the file must not be
-/// opened.
+/// and any write-ahead log with its index, which this system never writes. Gives the new names. Throws
+/// RuntimeError(Engine) where one cannot be moved: the file must not be opened.
 QStringList putStraysAside(const QString& databasePath);
 
 /// Whether there is anything that putStraysAside would move.

@@ -24,8 +24,17 @@ bool isOfTheDisk(int code) {
 
 } // namespace
 
+QString lockedByAnother() {
+    return QStringLiteral("数据文件正被另一个程序使用（已锁定），本次操作没有记入，请稍后再试。");
+}
+
 void failEngine(sqlite3* db, const QString& sql, bool* lost) {
     const QString words = QString::fromUtf8(sqlite3_errmsg(db));
+    if ((sqlite3_errcode(db) & 0xff) == SQLITE_BUSY) {
+        if (lost)
+            *lost = true; // what the action did before it waited in vain is taken back
+        throw ActionEnded(lockedByAnother());
+    }
     if (!isOfTheDisk(sqlite3_errcode(db)))
         fail(ErrorNumber::Engine, words, sql);
     if (lost)

@@ -11,8 +11,12 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
+/// What the user is told of another program that holds the file.
+QString lockedByAnother();
+
 /// Throws what the storage engine's last failure on this connection is: DatabaseLost where the disk or the
-/// file failed, and sets `*lost` then; else RuntimeError(Engine) with the engine's words.
+/// file failed, ActionEnded where another program holds the file, and sets `*lost` in both; else
+/// RuntimeError(Engine) with the engine's words.
 [[noreturn]] void failEngine(sqlite3* db, const QString& sql, bool* lost = nullptr);
 
 /// A prepared SQLite statement. Finalised with the object.

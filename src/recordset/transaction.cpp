@@ -64,10 +64,7 @@ void Connection::runWhenFree(const char* sql) {
         if (askAgain && asked())
             continue;
         m_failed = true;
-        throw ActionEnded(
-            askAgain
-                ? QString()
-                : QStringLiteral("数据文件正被另一个程序使用（已锁定），本次操作没有记入，请稍后再试。"));
+        throw ActionEnded(askAgain ? QString() : lockedByAnother());
     }
 }
 
@@ -80,8 +77,7 @@ bool Connection::asked() {
 
 void Connection::refuseWhileAsking() const {
     if (m_asking)
-        throw ActionEnded(
-            QStringLiteral("数据文件正被另一个程序使用（已锁定），本次操作没有记入，请稍后再试。"));
+        throw ActionEnded(lockedByAnother());
 }
 
 void Connection::commit() {

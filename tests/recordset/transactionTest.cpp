@@ -329,6 +329,18 @@ TEST_F(Transaction, GivingUpTakesTheActionBackAndEndsNothingElse) {
     }
 }
 
+TEST_F(Transaction, AFileThatCannotBeReadForAnotherProgramEndsTheActionAndTheProgramLives) {
+    Other other(file.path());
+    sqlite3_busy_timeout(connection().handle(), 0);
+    other.run("BEGIN EXCLUSIVE");
+    IgnoringErrors errors;
+    EXPECT_THROW(open(), ActionEnded);
+    EXPECT_THROW(errors.run([&] { connection().hasTable("t"); }), ActionEnded);
+    other.run("COMMIT");
+    EXPECT_EQ(inMemory(), u"a1.0,b2.0,c3.0");
+    EXPECT_FALSE(connection().hasTable("other")) << "a statement that waited in vain asks anew";
+}
+
 TEST_F(Transaction, ItsCountIsOddWhileItIsUnderWay) {
     const RecordsetPtr rows = open();
     const unsigned before = connection().writeCount();
