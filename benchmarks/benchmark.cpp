@@ -6,6 +6,12 @@
 #include <chrono>
 #include <cstdio>
 
+namespace {
+
+constexpr int kRounds = 5;
+
+} // namespace
+
 void BenchReport::add(BenchRow row) {
     const double ratio = row.reference > 0 ? row.ours / row.reference : 0;
     QString verdict = QStringLiteral("reported");
@@ -67,4 +73,29 @@ QMap<QString, double> childFigures(const QString& what, const QString& path) {
             figures[QString::fromLatin1(words[0])] = words[1].toDouble();
     }
     return figures;
+}
+
+ChildPairs::ChildPairs(const QString& ours, const QString& theirs, const QString& path,
+                       const std::function<void()>& before) {
+    for (int i = 0; i < kRounds; ++i) {
+        if (before)
+            before();
+        collect(m_ours, childFigures(ours, path));
+        if (before)
+            before();
+        collect(m_theirs, childFigures(theirs, path));
+    }
+}
+
+double ChildPairs::ours(const char* name) const {
+    return median(m_ours.value(QString::fromLatin1(name)));
+}
+
+double ChildPairs::theirs(const char* name) const {
+    return median(m_theirs.value(QString::fromLatin1(name)));
+}
+
+void ChildPairs::collect(Figures& to, const QMap<QString, double>& from) {
+    for (auto figure = from.begin(); figure != from.end(); ++figure)
+        to[figure.key()].push_back(figure.value());
 }

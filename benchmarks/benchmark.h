@@ -45,3 +45,20 @@ void say(const char* name, double value);
 
 /// The figures that a process of its own says about `what` over the shop at `path`.
 QMap<QString, double> childFigures(const QString& what, const QString& path);
+
+/// Figures of several alternating runs of two kinds of child over one shop, the medians of each.
+class ChildPairs {
+public:
+    /// `before` runs, unmeasured, ahead of each child.
+    ChildPairs(const QString& ours, const QString& theirs, const QString& path,
+               const std::function<void()>& before = {});
+    double ours(const char* name) const;
+    double theirs(const char* name) const;
+
+private:
+    using Figures = QMap<QString, std::vector<double>>;
+    static void collect(Figures& to, const QMap<QString, double>& from);
+
+    Figures m_ours;
+    Figures m_theirs;
+};

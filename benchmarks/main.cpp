@@ -6,6 +6,7 @@
 #include "recordset/error.h"
 #include "reportBench.h"
 #include "saleBench.h"
+#include "startBench.h"
 #include "statisticsBench.h"
 #include "support/sampleData.h"
 #include "windowBench.h"
@@ -41,7 +42,8 @@ int main(int argc, char** argv) {
         runStatisticsBench(report, path);
         runImportBench(report, folder.path());
         runLongTextBench(report, folder.path());
-        runWindowBench(report, path, smallPath);
+        runWindowBench(report, path);
+        runStartBench(report, path, smallPath);
     } catch (const RuntimeError& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

@@ -2,9 +2,9 @@
 
 #include "benchmark.h"
 
-/// Grids and the start of the program over the shop at `path`, each measured in a process of its own.
-void runWindowBench(BenchReport& report, const QString& path, const QString& smallPath);
+/// Grids over the shop at `path`, each measured in a process of its own.
+void runWindowBench(BenchReport& report, const QString& path);
 
-/// What such a process does: one of "grid", "sqlgrid", "bare", "start" over a file. Prints "name value"
-/// lines.
+/// What a process of its own measures, by its second argument, over the file that is the third. Prints
+/// "name value" lines.
 int measureInThisProcess(int argc, char** argv);

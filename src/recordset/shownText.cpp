@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr std::size_t kMostBytes = 4; // of a letter in UTF-8
-
 std::string_view withoutBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
     if (first == std::string_view::npos)
@@ -30,6 +28,6 @@ QString shownText(QStringView text, qsizetype letters) {
 QString shownText(std::string_view utf8) {
     const std::string_view whole = withoutBlanks(utf8);
     // A letter that the end cuts lies behind what is shown.
-    const std::string_view read = whole.substr(0, kMostBytes * std::size_t(kShownLetters + 1));
+    const std::string_view read = whole.substr(0, kMostShownBytes);
     return shownText(QString::fromUtf8(read.data(), qsizetype(read.size())));
 }

@@ -8,6 +8,8 @@
 /// Letters of a text that grids, boxes and paper show at most. The widest column takes far fewer; a longer
 /// text was put into the file by another program.
 inline constexpr qsizetype kShownLetters = 1000;
+/// Bytes in UTF-8 of which at least so many letters come.
+inline constexpr std::size_t kMostShownBytes = 4 * std::size_t(kShownLetters + 1);
 /// Letters of a text within a line of a label or a caption.
 inline constexpr qsizetype kCaptionLetters = 100;
 

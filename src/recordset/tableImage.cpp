@@ -7,6 +7,8 @@
 #include "recordset/imageLoader.h"
 #include "recordset/shownText.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <numeric>
 
@@ -153,40 +155,43 @@ bool TableImage::isHeld(int column) const {
 }
 
 CellValue TableImage::value(Row row, int column) const {
-    return isHeld(column) ? m_columns[std::size_t(column)].value(row) : storedValue(row, column);
+    if (isHeld(column))
+        return m_columns[std::size_t(column)].value(row);
+    const ReadRow& read = readRow(row);
+    return read.cut[std::size_t(column)] ? this->column(column).value(row) : read.cells[std::size_t(column)];
 }
 
 QString TableImage::shown(Row row, int column) const {
     if (isHeld(column))
         return m_columns[std::size_t(column)].shown(row);
-    const CellValue& value = storedValue(row, column);
+    const CellValue& value = readRow(row).cells[std::size_t(column)];
     const auto* text = std::get_if<QString>(&value);
     return text ? shownText(*text) : fieldText(value);
 }
 
-const CellValue& TableImage::storedValue(Row row, int column) const {
+const TableImage::ReadRow& TableImage::readRow(Row row) const {
     const auto held = m_readRows.find(row);
     if (held != m_readRows.end())
-        return held->second[std::size_t(column)];
+        return held->second;
     if (m_readRows.size() >= kMostRowsKept)
         m_readRows.clear();
     ++m_rowReads;
     Statement& statement =
         m_connection->cached(QStringLiteral("SELECT * FROM %1 WHERE rowid = ?").arg(quotedName(m_table)));
     statement.bind(1, m_rowids[row]);
-    std::vector<CellValue>& cells = m_readRows[row];
-    cells.resize(m_columns.size());
-    try {
-        if (statement.step())
-            for (int i = 0; i < columnCount(); ++i)
-                cells[std::size_t(i)] = statement.value(i, info(i).type);
-    } catch (...) {
-        statement.reset();
-        m_readRows.erase(row);
-        throw;
-    }
-    statement.reset();
-    return cells[std::size_t(column)];
+    const auto reset = qScopeGuard([&statement] { statement.reset(); });
+    ReadRow read{std::vector<CellValue>(m_columns.size()), std::vector<char>(m_columns.size())};
+    if (statement.step())
+        for (int i = 0; i < columnCount(); ++i)
+            readCell(statement, i, read);
+    return m_readRows[row] = std::move(read);
+}
+
+void TableImage::readCell(const Statement& statement, int column, ReadRow& read) const {
+    const auto at = std::size_t(column);
+    const ColumnType type = info(column).type;
+    read.cut[at] = type == ColumnType::Text && statement.bytes(column).size() > kMostShownBytes;
+    read.cells[at] = read.cut[at] ? shownText(statement.bytes(column)) : statement.value(column, type);
 }
 
 std::vector<Row> TableImage::rowsOf(const std::vector<qint64>& rowids) const {

@@ -111,6 +111,12 @@ private:
         std::optional<std::vector<char>> all; // marks of all rows before they went at once
     };
 
+    /// A row that was read by itself. Of a text longer than is shown it holds the beginning.
+    struct ReadRow {
+        std::vector<CellValue> cells;
+        std::vector<char> cut; // by column
+    };
+
     void requireWritable() const;
     void noteCells(Row row, const CellChanges& cells);
     void unload(int column);
@@ -118,7 +124,8 @@ private:
     void fillColumn(ColumnStore& column, const ColumnStore& loaded, const std::vector<qint64>& rowids) const;
     /// Whether the column is in memory; while it is not, its rows are read one by one.
     bool isHeld(int column) const;
-    const CellValue& storedValue(Row row, int column) const;
+    const ReadRow& readRow(Row row) const;
+    void readCell(const Statement& statement, int column, ReadRow& read) const;
     void setCell(Row row, int column, const CellValue& value);
     template <typename Notice> void tell(Notice&& notice);
 
@@ -139,7 +146,7 @@ private:
     mutable std::vector<std::vector<quint32>> m_ranks;
     /// Rows read one by one while their columns are not in memory: what a grid shows before anything else is
     /// asked.
-    mutable std::unordered_map<Row, std::vector<CellValue>> m_readRows;
+    mutable std::unordered_map<Row, ReadRow> m_readRows;
     mutable int m_rowReads = 0;
     std::vector<int> m_insertedColumns; // of the statement that inserted last
     Statement* m_insertStatement = nullptr;

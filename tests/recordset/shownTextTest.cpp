@@ -1,6 +1,7 @@
 #include "recordset/shownText.h"
 #include "recordset/collation.h"
 #include "recordset/columnStore.h"
+#include "support/scratchFile.h"
 
 #include <gtest/gtest.h>
 
@@ -40,6 +41,21 @@ TEST(ShownText, OfACellIsThatOfItsValue) {
     EXPECT_EQ(column.shown(0), u"");
     EXPECT_EQ(column.shown(1), QString(kShownLetters, u'长') + u'…');
     EXPECT_EQ(column.shown(2), u"纸");
+}
+
+TEST(ShownText, OfARowReadByItselfIsShortAndItsValueWhole) {
+    ScratchFile file(
+        QStringLiteral("CREATE TABLE t (品名 TEXT(20), 数量 REAL);"
+                       "INSERT INTO t VALUES (' ' || replace(hex(zeroblob(2000)), '00', '长'), 3);"
+                       "INSERT INTO t VALUES (' 纸 ', 4);"));
+    const RecordsetPtr rows = file.open(QStringLiteral("Select * From t"));
+    const int name = rows->fieldIndex(QStringLiteral("品名"));
+    EXPECT_EQ(rows->shownAt(0, name), QString(kShownLetters, u'长') + u'…');
+    EXPECT_EQ(rows->shownAt(1, name), u"纸");
+    EXPECT_EQ(rows->numberAt(0, rows->fieldIndex(QStringLiteral("数量"))), 3);
+    EXPECT_EQ(toText(rows->valueAt(0, name)), u' ' + QString(2000, u'长'));
+    EXPECT_EQ(toText(rows->valueAt(1, name)), u" 纸 ");
+    EXPECT_EQ(rows->shownAt(0, name), QString(kShownLetters, u'长') + u'…');
 }
 
 TEST(Collating, TextsThatDifferBehindTheirKeysAreOrderedAsWhole) {
