@@ -19,6 +19,8 @@
 
 namespace {
 
+constexpr qint64 kVersionByte = 0x14; // of the file: which engine wrote it
+constexpr char kJet3Version = 0;
 constexpr std::size_t kBindSize = 131072; // bytes of the longest value
 constexpr int kMostColumns = 255;
 constexpr qint64 kJet3Page = 2048;
@@ -319,19 +321,26 @@ std::unique_ptr<TableReader> mdbReader(const SourceFile& file) {
     return std::make_unique<MdbReader>(file);
 }
 
-void loadMdbConverters() {
-    static std::vector<iconv_t> held;
-    // Every encoding that the library knows of old files. A converter that is open keeps what it needs.
-    for (const char* name :
-         {"UCS-2LE",      "UTF-16LE",     "UTF-16BE",     "UTF-32LE",     "UTF-32BE",     "UTF-7",
-          "WINDOWS-874",  "WINDOWS-936",  "WINDOWS-1250", "WINDOWS-1251", "WINDOWS-1252", "WINDOWS-1253",
-          "WINDOWS-1254", "WINDOWS-1255", "WINDOWS-1256", "WINDOWS-1257", "WINDOWS-1258", "CP1252",
-          "CP1361",       "SHIFT-JIS",    "BIG-5",        "BIG5-HKSCS",   "EUC-JP",       "EUC-CN",
-          "EUC-KR",       "KOI8-R",       "KOI8-U",       "IBM437",       "IBM850",       "IBM852",
-          "IBM855",       "IBM860",       "IBM861",       "IBM862",       "IBM865",       "IBM866",
-          "IBM869",       "ISO-8859-1",   "ISO-8859-2",   "ISO-8859-3",   "ISO-8859-4",   "ISO-8859-5",
-          "ISO-8859-6",   "ISO-8859-7",   "ISO-8859-8",   "ISO-8859-9",   "ISO-8859-13",  "ISO-8859-15"}) {
+void loadMdbConverters(const SourceFile& file) {
+    static std::vector<iconv_t> held; // a converter that is open keeps what it needs
+    const auto hold = [](const char* name) {
         held.push_back(iconv_open("UTF-8", name));
         held.push_back(iconv_open(name, "UTF-8"));
-    }
+    };
+    hold("UCS-2LE");
+    // Later files hold their texts in that alone; of an older one the library takes the encoding that it
+    // names.
+    const QByteArray version = file.read(kVersionByte, 1);
+    if (!version.isEmpty() && version[0] != kJet3Version)
+        return;
+    for (const char* name :
+         {"UTF-16LE",     "UTF-16BE",     "UTF-32LE",     "UTF-32BE",     "UTF-7",        "WINDOWS-874",
+          "WINDOWS-936",  "WINDOWS-1250", "WINDOWS-1251", "WINDOWS-1252", "WINDOWS-1253", "WINDOWS-1254",
+          "WINDOWS-1255", "WINDOWS-1256", "WINDOWS-1257", "WINDOWS-1258", "CP1252",       "CP1361",
+          "SHIFT-JIS",    "BIG-5",        "BIG5-HKSCS",   "EUC-JP",       "EUC-CN",       "EUC-KR",
+          "KOI8-R",       "KOI8-U",       "IBM437",       "IBM850",       "IBM852",       "IBM855",
+          "IBM860",       "IBM861",       "IBM862",       "IBM865",       "IBM866",       "IBM869",
+          "ISO-8859-1",   "ISO-8859-2",   "ISO-8859-3",   "ISO-8859-4",   "ISO-8859-5",   "ISO-8859-6",
+          "ISO-8859-7",   "ISO-8859-8",   "ISO-8859-9",   "ISO-8859-13",  "ISO-8859-15"})
+        hold(name);
 }

@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
     // Behind the walls nothing can be fetched any more.
     loadTextConverters();
     if (kind == "mdb")
-        loadMdbConverters();
+        loadMdbConverters(SourceFile(kFile));
     const bool stand = raiseWalls(kMostMemory);
     if (kind == "--walls")
         std::_Exit(stand ? 0 : 1);

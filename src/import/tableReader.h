@@ -40,7 +40,8 @@ std::unique_ptr<TableReader> mdbReader(const SourceFile& file);
 
 /// Loads what a reader would fetch from other files when it is at work, and keeps it.
 void loadTextConverters();
-void loadMdbConverters();
+/// The same for the Access file that will be read.
+void loadMdbConverters(const SourceFile& file);
 
 /// Chinese text in the encoding of Windows programs.
 QString decodeGbk(const QByteArray& bytes);
