@@ -114,17 +114,26 @@ bool BooksLock::takeByteLock(int descriptor, bool& known) {
     return false;
 }
 
+bool BooksLock::tryLockFile() {
+    constexpr int patience = 100; // milliseconds
+    if (!m_fallback->tryLock(patience))
+        return false;
+    // A file system that knows no rights keeps its own.
+    QFile::setPermissions(lockFileName(m_path), QFile::ReadOwner | QFile::WriteOwner);
+    return true;
+}
+
 void BooksLock::takeLockFile() {
     m_fallback = std::make_unique<QLockFile>(lockFileName(m_path));
     m_fallback->setStaleLockTime(0); // only a lock whose process is gone is stale, however old it is
-    if (m_fallback->tryLock(100))
+    if (tryLockFile())
         return;
     qint64 process = 0;
     QString host;
     QString program;
     const bool garbled = m_fallback->error() == QLockFile::LockFailedError &&
                          !m_fallback->getLockInfo(&process, &host, &program);
-    if (garbled && QFile::remove(lockFileName(m_path)) && m_fallback->tryLock(100))
+    if (garbled && QFile::remove(lockFileName(m_path)) && tryLockFile())
         return;
     m_fault = m_fallback->error() == QLockFile::LockFailedError
                   ? heldText()

@@ -31,6 +31,7 @@ public:
 private:
     bool takeByteLock(int descriptor, bool& known);
     void takeLockFile();
+    bool tryLockFile();
     bool putInPlace(const QString& made) const;
     void sayWhoHolds();
     QString heldText() const;

@@ -18,6 +18,8 @@
 
 namespace {
 
+constexpr qint64 kBlock = 1 << 20; // bytes
+
 DatabaseHandle openDatabase(const QString& path, int flags) {
     sqlite3* db = nullptr;
     const int code = sqlite3_open_v2(path.toUtf8().constData(), &db, flags, nullptr);
@@ -91,6 +93,23 @@ bool backUp(const QString& source, const QString& target, const OpenSource& open
 }
 
 } // namespace
+
+bool copyPrivately(const QString& from, const QString& to) {
+    QFile source(from);
+    QFile copy(to);
+    if (!source.open(QIODevice::ReadOnly) ||
+        !copy.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
+        return false;
+    bool whole = true;
+    while (whole && !source.atEnd()) {
+        const QByteArray block = source.read(kBlock);
+        whole = !block.isEmpty() && copy.write(block) == block.size();
+    }
+    whole = copy.flush() && whole;
+    if (!whole)
+        copy.remove();
+    return whole;
+}
 
 bool flushFile(const QString& path) {
     const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);

@@ -18,5 +18,9 @@ bool backUpStill(const QString& source, const QString& target, const std::functi
 /// The name with ".mdb" behind it where it has no ending.
 QString withDefaultEnding(const QString& name);
 
+/// Copies a file under a name that is free; only its owner may read the copy. False, and nothing under the
+/// name, where it fails. Not for the books while they are open: closing them drops the engine's locks.
+bool copyPrivately(const QString& from, const QString& to);
+
 /// Whether a file's contents are on the disk, or the file system does not know how to tell. Throws nothing.
 bool flushFile(const QString& path);

@@ -28,11 +28,6 @@ int count(sqlite3* db, const char* sql) {
     return statement.step() ? int(statement.integer(0)) : 0;
 }
 
-/// A copy that only its owner may read.
-bool copyPrivately(const QString& from, const QString& to) {
-    return QFile::copy(from, to) && QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner);
-}
-
 /// Why the copy of a backup cannot serve; empty if it can. A journal that is its own is rolled in here.
 QString faultOfCopy(const QString& copy) {
     if (QString fault = databaseFault(copy); !fault.isEmpty())
@@ -58,7 +53,7 @@ QString keptName(const QString& path) {
 
 bool giveSecondName(const QString& path, const QString& name) {
     return ::link(QFile::encodeName(path).constData(), QFile::encodeName(name).constData()) == 0 ||
-           QFile::copy(path, name);
+           copyPrivately(path, name);
 }
 
 /// Gives the old books, and what belongs to them, a second name; both names lead to them until the new file

@@ -235,7 +235,7 @@ void swapIn(const QString& made, const QString& path, const QString& kept, Books
     const NotedName second(path, kept);
     const QByteArray oldName = QFile::encodeName(path);
     const QByteArray secondName = QFile::encodeName(kept);
-    if (::link(oldName.constData(), secondName.constData()) != 0 && !QFile::copy(path, kept))
+    if (::link(oldName.constData(), secondName.constData()) != 0 && !copyPrivately(path, kept))
         fail(ErrorNumber::Engine, QStringLiteral("旧文件不能改名保留"), kept);
     try {
         flush(kept);

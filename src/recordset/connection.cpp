@@ -7,8 +7,6 @@
 
 #include <sqlite3.h>
 
-#include <mutex>
-
 namespace {
 
 int countCommit(void* counter) {
@@ -43,11 +41,9 @@ int compareTexts(void* collation, int sizeA, const void* a, int sizeB, const voi
                                                        {static_cast<const char*>(b), std::size_t(sizeB)});
 }
 
-/// Allocation counters are guarded by one lock that two loading threads would fight for.
-void configureOnce() {
-    static std::once_flag once;
-    std::call_once(once, [] { sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0); });
-}
+/// Allocation counters are guarded by one lock that two loading threads would fight for. The engine takes
+/// this only before its first use, whoever that is.
+[[maybe_unused]] const int kUncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
 
 } // namespace
 
@@ -60,7 +56,6 @@ void registerSqlFunctions(sqlite3* db) {
 
 Connection::Connection(const QString& path)
     : m_path(path) {
-    configureOnce();
     try {
         openHandle();
         setPragmas();

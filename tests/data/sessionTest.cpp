@@ -277,4 +277,10 @@ TEST_F(StartFault, AReadOnlyFileAndAReadOnlyFolder) {
     EXPECT_TRUE(readOnlyFolder.contains(u"文件夹是只读的")) << readOnlyFolder.toStdString();
 }
 
+TEST(Engine, KeepsNoCountersThatTwoLoadingThreadsWouldFightFor) {
+    EXPECT_FALSE(databaseFault(QStringLiteral("no such file")).isEmpty()) << "whoever asks it first";
+    const TestBooks books;
+    EXPECT_EQ(sqlite3_memory_used(), 0);
+}
+
 } // namespace

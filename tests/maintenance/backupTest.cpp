@@ -12,6 +12,19 @@
 
 namespace {
 
+/// What `work` gives where no file may grow beyond so many bytes.
+bool onAFullDisk(rlim_t bytes, const std::function<bool()>& work) {
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{bytes, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const bool done = work();
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    return done;
+}
+
 class Backup : public testing::Test {
 protected:
     Backup() { books.addClient("7", "甲"); }
@@ -81,14 +94,7 @@ TEST_F(Backup, AFolderThatCannotBeWrittenLeavesTheOldCopy) {
 
 TEST_F(Backup, AFullDiskLeavesTheOldCopyAndNothingHalf) {
     write(target(), "old");
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{20000, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    const bool made = backUp(target());
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
+    const bool made = onAFullDisk(20000, [this] { return backUp(target()); });
     EXPECT_FALSE(made);
     EXPECT_EQ(contents(target()), "old");
     EXPECT_EQ(files(), QStringList{"copy.mdb"});
@@ -107,6 +113,26 @@ TEST_F(Backup, ADamagedDatabaseIsNotPassedOffAsACopy) {
 TEST_F(Backup, ANameWithoutAnEndingGetsOne) {
     EXPECT_EQ(withDefaultEnding("/x/备份"), u"/x/备份.mdb");
     EXPECT_EQ(withDefaultEnding("/x/a.bak"), u"/x/a.bak");
+}
+
+TEST_F(Backup, APlainCopyIsWholePrivateAndTakesNoNameThatIsTaken) {
+    const QByteArray much = QByteArray(3'000'000, 'a') + "end";
+    write(target("source"), much);
+    ASSERT_TRUE(copyPrivately(target("source"), target()));
+    EXPECT_EQ(contents(target()), much);
+    EXPECT_EQ(QFile::permissions(target()) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    write(target("source"), "other");
+    EXPECT_FALSE(copyPrivately(target("source"), target()));
+    EXPECT_EQ(contents(target()), much) << "it was there first";
+    EXPECT_FALSE(copyPrivately(target("missing"), target("new.mdb")));
+    EXPECT_EQ(files(), (QStringList{"copy.mdb", "source"}));
+}
+
+TEST_F(Backup, APlainCopyOntoAFullDiskLeavesNothing) {
+    write(target("source"), QByteArray(3'000'000, 'a'));
+    const bool copied = onAFullDisk(2'000'000, [this] { return copyPrivately(target("source"), target()); });
+    EXPECT_FALSE(copied);
+    EXPECT_EQ(files(), QStringList{"source"});
 }
 
 } // namespace
