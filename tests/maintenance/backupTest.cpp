@@ -1,4 +1,5 @@
 #include "maintenance/backup.h"
+#include "support/smallDisk.h"
 #include "support/testBooks.h"
 
 #include <QDir>
@@ -6,24 +7,9 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
-
-/// What `work` gives where no file may grow beyond so many bytes.
-bool onAFullDisk(rlim_t bytes, const std::function<bool()>& work) {
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{bytes, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    const bool done = work();
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    return done;
-}
 
 class Backup : public testing::Test {
 protected:
@@ -94,7 +80,10 @@ TEST_F(Backup, AFolderThatCannotBeWrittenLeavesTheOldCopy) {
 
 TEST_F(Backup, AFullDiskLeavesTheOldCopyAndNothingHalf) {
     write(target(), "old");
-    const bool made = onAFullDisk(20000, [this] { return backUp(target()); });
+    const bool made = [this] {
+        const FileSizeLimit full(20000);
+        return backUp(target());
+    }();
     EXPECT_FALSE(made);
     EXPECT_EQ(contents(target()), "old");
     EXPECT_EQ(files(), QStringList{"copy.mdb"});
@@ -130,7 +119,10 @@ TEST_F(Backup, APlainCopyIsWholePrivateAndTakesNoNameThatIsTaken) {
 
 TEST_F(Backup, APlainCopyOntoAFullDiskLeavesNothing) {
     write(target("source"), QByteArray(3'000'000, 'a'));
-    const bool copied = onAFullDisk(2'000'000, [this] { return copyPrivately(target("source"), target()); });
+    const bool copied = [this] {
+        const FileSizeLimit full(2'000'000);
+        return copyPrivately(target("source"), target());
+    }();
     EXPECT_FALSE(copied);
     EXPECT_EQ(files(), QStringList{"source"});
 }
