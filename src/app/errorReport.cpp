@@ -50,12 +50,16 @@ bool hasScreen() {
 } // namespace
 
 QString reportText(const std::exception& error, const QString& databasePath) {
-    QStringList lines{QStringLiteral("程序遇到错误，必须结束。已保存的数据不受影响。"), QString()};
+    const auto* lost = dynamic_cast<const DatabaseLost*>(&error);
+    QStringList lines{lost && lost->isOfTheFile()
+                          ? QStringLiteral("数据文件读不出来或者已损坏，程序必须结束。")
+                          : QStringLiteral("程序遇到错误，必须结束。已保存的数据不受影响。"),
+                      QString()};
     if (const auto* runtime = dynamic_cast<const RuntimeError*>(&error)) {
         lines << QStringLiteral("错误 %1：%2").arg(runtime->number()).arg(runtime->text());
         if (!runtime->statement().isEmpty())
             lines << QStringLiteral("语句：%1").arg(runtime->statement());
-    } else if (const auto* lost = dynamic_cast<const DatabaseLost*>(&error)) {
+    } else if (lost) {
         lines << QStringLiteral("错误：%1").arg(lost->text());
     } else {
         lines << QStringLiteral("错误：%1").arg(QString::fromUtf8(error.what()));
@@ -92,6 +96,11 @@ void showNote(const QString& text) {
         return;
     WindowPrompts prompts;
     prompts.tell(text, QStringLiteral("衡商汇"));
+}
+
+bool isAgreed(const QString& question, const QString& loss) {
+    print(question + u'\n' + loss);
+    return !hasScreen() || WindowPrompts().confirmLoss(question, loss, QStringLiteral("衡商汇"));
 }
 
 void endWithReport(const QString& text, const QString& databasePath, WayBack wayBack) {

@@ -24,5 +24,9 @@ bool reportStands();
 /// Something to be known before there is a window: printed to stderr and, where there is a screen, shown.
 void showNote(const QString& text);
 
+/// The same as a question, with what would be lost by it and Cancel as its default. True for OK, and where
+/// there is no screen to ask on.
+bool isAgreed(const QString& question, const QString& loss);
+
 /// Shows the report and ends the process with code 1 at once: what was updated stays, pending edits are lost.
 [[noreturn]] void endWithReport(const QString& text, const QString& databasePath, WayBack wayBack);

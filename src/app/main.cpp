@@ -39,6 +39,13 @@ void require(const QString& fault, const QString& path, WayBack wayBack) {
     throw StartEnded{1};
 }
 
+/// A journal that may be of this file and may not be is put aside only where the user says so.
+void askAboutJournal(const QString& path) {
+    if (journalState(path) == JournalState::Unknown &&
+        !isAgreed(unknownJournalQuestion(path), unknownJournalLoss()))
+        throw StartEnded{0};
+}
+
 /// Moves away what the engine would take for the file's own and is not, and says so.
 void clearAway(const QString& path, const BooksLock& lock) {
     if (hasStrays(path) && lock.isUsedByOthers())
@@ -83,6 +90,8 @@ void prepareFile(const QString& path, const std::optional<QString>& backup, Book
     const bool missing = !QFileInfo::exists(path);
     if (!missing || !backup)
         require(lock.fault(), path, missing ? WayBack::Restore : WayBack::None);
+    if (!backup)
+        askAboutJournal(path);
     clearAway(path, lock);
     if (backup)
         restore(*backup, path, lock);

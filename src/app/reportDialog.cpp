@@ -33,6 +33,7 @@ QTableWidget* emptyList(QWidget* parent) {
     list->verticalHeader()->hide();
     list->setSelectionBehavior(QAbstractItemView::SelectRows);
     list->setSelectionMode(QAbstractItemView::SingleSelection);
+    list->setTabKeyNavigation(false);
     return list;
 }
 

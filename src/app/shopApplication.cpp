@@ -14,7 +14,8 @@ bool ShopApplication::notify(QObject* receiver, QEvent* event) {
         if (reportStands())
             return true;
         // What the file itself did may ask for a backup, at the start whatever was read from it.
-        const bool ofFile = !m_opened || dynamic_cast<const DatabaseLost*>(&error);
+        const auto* lost = dynamic_cast<const DatabaseLost*>(&error);
+        const bool ofFile = lost ? lost->isOfTheFile() : !m_opened;
         endWithReport(reportText(error, m_databasePath), m_databasePath,
                       ofFile ? WayBack::Restore : WayBack::Reopen);
     }

@@ -75,7 +75,8 @@ void StartJobs::waitForCheck() {
     if (m_found.get().isEmpty())
         return;
     tellDamage(m_found.get());
-    throw DatabaseLost(QStringLiteral("数据文件已损坏，没有写入。%1").arg(m_found.get()));
+    throw DatabaseLost(QStringLiteral("数据文件已损坏，没有写入。%1").arg(m_found.get()), Outcome::TakenBack,
+                       true);
 }
 
 void StartJobs::tellDamage(const QString& fault) {

@@ -47,6 +47,18 @@ QString databaseFileName() {
     return QStringLiteral("VelmorClientBank.mdb");
 }
 
+QString unknownJournalQuestion(const QString& databasePath) {
+    return QStringLiteral("数据文件旁边有一个日志文件 %1，是别的程序写的，认不出是不是这个数据文件的。\n"
+                          "不用这个日志（改名放在一边），照样打开吗？")
+        .arg(QFileInfo(databasePath + QStringLiteral("-journal")).fileName());
+}
+
+QString unknownJournalLoss() {
+    return QStringLiteral("刚换上别的数据文件或备份时，日志多半属于原来的文件，按“确定”。\n"
+                          "如果别的程序正在修改这个数据文件时中断，文件可能只改了一半：按“取消”，"
+                          "用那个程序再打开一次数据文件，它会自己改回来；或者恢复备份。");
+}
+
 QString strayNote(const QStringList& names) {
     QString text = QStringLiteral(
         "数据文件旁边有不属于它的日志文件（多半是换上备份以前的文件留下的，也可能是别的程序没有写完的），"

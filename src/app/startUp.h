@@ -13,5 +13,10 @@ void startShop(MDIForm1& main);
 /// Name of the database file beside the program.
 QString databaseFileName();
 
+/// What is asked where the journal beside the database may be of it and may not be, and what an answer may
+/// cost.
+QString unknownJournalQuestion(const QString& databasePath);
+QString unknownJournalLoss();
+
 /// What is said of files beside the database that were put aside under these names.
 QString strayNote(const QStringList& names);

@@ -2,6 +2,12 @@
 
 #include "recordset/shownText.h"
 
+namespace {
+
+constexpr int kLater = 500; // milliseconds until what could not be read is asked for again
+
+} // namespace
+
 Qt::Alignment fieldAlignment(const ColumnInfo& column) {
     static const QStringList numbersInTexts{QStringLiteral("折扣"), QStringLiteral("亏_盈"),
                                             QStringLiteral("差额利润率")};
@@ -13,7 +19,11 @@ Qt::Alignment fieldAlignment(const ColumnInfo& column) {
 }
 
 RecordsetModel::RecordsetModel(QObject* parent)
-    : QAbstractTableModel(parent) {}
+    : QAbstractTableModel(parent) {
+    m_later.setSingleShot(true);
+    m_later.setInterval(kLater);
+    connect(&m_later, &QTimer::timeout, this, &RecordsetModel::refreshAll);
+}
 
 RecordsetModel::~RecordsetModel() {
     if (m_recordset)
@@ -63,7 +73,11 @@ QString RecordsetModel::shownCell(int row, int field) const {
     if (m_overlay)
         if (const auto shown = m_overlay(m_recordset->rowAt(row), field))
             return shownText(fieldText(*shown));
-    return m_recordset->shownAt(row, field);
+    // A grid is painted whatever happens: what another program keeps from being read is shown later.
+    const auto shown = m_recordset->shownAtOnce(row, field);
+    if (!shown)
+        m_later.start();
+    return shown.value_or(QString());
 }
 
 QVariant RecordsetModel::data(const QModelIndex& index, int role) const {

@@ -3,6 +3,7 @@
 #include "recordset/recordset.h"
 
 #include <QAbstractTableModel>
+#include <QTimer>
 
 #include <functional>
 #include <optional>
@@ -56,6 +57,7 @@ private:
     QString shownCell(int row, int field) const;
 
     RecordsetPtr m_recordset;
+    mutable QTimer m_later; // until cells that could not be read are painted again
     Overlay m_overlay;
     bool m_editable = false;
     bool m_removing = false;

@@ -57,12 +57,14 @@ std::optional<FileMark> markOfFile(const QString& path) {
     return markIn(page);
 }
 
-/// Whether the action that a record is of began in a state that this file was in last or is in.
-bool belongs(const FirstRecord& record, const FileMark& file) {
+/// Whose the action is that a record is of: this file's where it began in a state that the file was in last
+/// or is in.
+JournalState ownerOf(const FirstRecord& record, const FileMark& file) {
     // Who does not mark does not begin with the first page either; a file is his while it bears no mark.
     if (record.page != 1)
-        return file.now == 0;
-    return record.mark.now == file.now || record.mark.now == file.before;
+        return file.now == 0 ? JournalState::Ours : JournalState::Unknown;
+    return record.mark.now == file.now || record.mark.now == file.before ? JournalState::Ours
+                                                                         : JournalState::Foreign;
 }
 
 QString strayName(const QString& path, const QString& ending) {
@@ -76,7 +78,8 @@ QString strayName(const QString& path, const QString& ending) {
 
 QStringList strayEndings(const QString& path) {
     QStringList endings;
-    if (journalState(path) == JournalState::Foreign)
+    if (const JournalState state = journalState(path);
+        state == JournalState::Foreign || state == JournalState::Unknown)
         endings << QStringLiteral("-journal");
     for (const QString& ending : {QStringLiteral("-wal"), QStringLiteral("-shm")})
         if (QFileInfo::exists(path + ending))
@@ -100,7 +103,7 @@ JournalState journalState(const QString& path) {
         return JournalState::Empty;
     const auto record = firstRecord(journal);
     const auto mark = markOfFile(path);
-    return record && mark && belongs(*record, *mark) ? JournalState::Ours : JournalState::Foreign;
+    return record && mark ? ownerOf(*record, *mark) : JournalState::Foreign;
 }
 
 bool hasStrays(const QString& path) {

@@ -45,7 +45,18 @@ int compareTexts(void* collation, int sizeA, const void* a, int sizeB, const voi
 /// this only before its first use, whoever that is.
 [[maybe_unused]] const int kUncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
 
+constexpr int kPatience = 2000; // milliseconds that another program's lock is waited for
+
 } // namespace
+
+Connection::QuickAnswer::QuickAnswer(const Connection& connection)
+    : m_db(connection.handle()) {
+    sqlite3_busy_timeout(m_db, 0);
+}
+
+Connection::QuickAnswer::~QuickAnswer() {
+    sqlite3_busy_timeout(m_db, kPatience);
+}
 
 void registerSqlFunctions(sqlite3* db) {
     sqlite3_create_function_v2(db, "plain_sum", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, nullptr,
@@ -79,7 +90,7 @@ void Connection::openHandle() {
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_extended_result_codes(m_db, 1);
-    sqlite3_busy_timeout(m_db, 2000);
+    sqlite3_busy_timeout(m_db, kPatience);
     sqlite3_commit_hook(m_db, countCommit, &m_commits);
     registerSqlFunctions(m_db);
 }

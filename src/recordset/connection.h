@@ -1,5 +1,6 @@
 #pragma once
 
+#include "recordset/error.h"
 #include "recordset/fileMark.h"
 #include "recordset/statement.h"
 #include "recordset/transactionClient.h"
@@ -12,6 +13,7 @@
 #include <exception>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class TableImage;
@@ -72,10 +74,34 @@ public:
     void leave(TransactionClient* client) { std::erase(m_clients, client); }
     /// Lets everybody who shows a cursor follow what the last actions took back.
     void tellTakenBack();
+    /// What `read` gives, or nothing where another program holds the file: it is not waited for, and an
+    /// action under way goes on.
+    template <typename Read> auto atOnce(Read&& read) -> std::optional<decltype(read())> {
+        const bool failed = m_failed;
+        const QuickAnswer quick(*this);
+        try {
+            return read();
+        } catch (const ActionEnded&) {
+            m_failed = failed;
+            return std::nullopt;
+        }
+    }
     /// The disk or the file failed while rows were read: what the action under way wrote will not stay.
     void markFailed() { m_failed = true; }
 
 private:
+    /// While one lives, nothing waits for another program.
+    class QuickAnswer {
+    public:
+        explicit QuickAnswer(const Connection& connection);
+        ~QuickAnswer();
+        QuickAnswer(const QuickAnswer&) = delete;
+        QuickAnswer& operator=(const QuickAnswer&) = delete;
+
+    private:
+        sqlite3* m_db;
+    };
+
     friend class WriteBatch;
     void openHandle();
     void setPragmas();

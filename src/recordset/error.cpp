@@ -10,9 +10,10 @@ RuntimeError::RuntimeError(int number, QString text, QString statement)
     m_what = QStringLiteral("%1: %2%3").arg(m_number).arg(m_text, tail).toUtf8();
 }
 
-DatabaseLost::DatabaseLost(const QString& text, Outcome outcome)
+DatabaseLost::DatabaseLost(const QString& text, Outcome outcome, bool ofTheFile)
     : m_what(text.toUtf8())
-    , m_outcome(outcome) {}
+    , m_outcome(outcome)
+    , m_ofTheFile(ofTheFile) {}
 
 ActionEnded::ActionEnded(const QString& text, bool booked)
     : m_what(text.toUtf8())

@@ -53,14 +53,17 @@ enum class Outcome {
 /// The disk or the file failed: full, not readable, not writable, damaged. Never passed over.
 class DatabaseLost : public std::exception {
 public:
-    explicit DatabaseLost(const QString& text, Outcome outcome = Outcome::TakenBack);
+    explicit DatabaseLost(const QString& text, Outcome outcome = Outcome::TakenBack, bool ofTheFile = false);
     Outcome outcome() const { return m_outcome; }
+    /// Whether the file may have suffered, so that a backup may be wanted.
+    bool isOfTheFile() const { return m_ofTheFile; }
     QString text() const { return QString::fromUtf8(m_what); }
     const char* what() const noexcept override { return m_what.constData(); }
 
 private:
     QByteArray m_what;
     Outcome m_outcome;
+    bool m_ofTheFile;
 };
 
 /// The action ends here and the program goes on: a disk that failed where errors are passed over, or a user

@@ -290,6 +290,10 @@ QString Recordset::shownOf(RowId row, int field) const {
     return m_image->shown(row, imageColumn(field));
 }
 
+std::optional<QString> Recordset::shownAtOnce(int position, int field) const {
+    return m_connection.atOnce([&] { return shownAt(position, field); });
+}
+
 CellValue Recordset::valueAt(int position, int field) const {
     return valueOf(rowAt(position), field);
 }

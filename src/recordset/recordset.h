@@ -168,6 +168,8 @@ public:
     CellValue valueAt(int position, int field) const;
     /// What is shown of it: fieldText, of a long text its beginning.
     QString shownAt(int position, int field) const { return shownOf(rowAt(position), field); }
+    /// The same where it can be had without waiting for another program that holds the file.
+    std::optional<QString> shownAtOnce(int position, int field) const;
     double numberAt(int position, int field) const { return toNumber(valueAt(position, field)); }
     /// Calls `visit(row)` for every row of the view in order, the fast way for walks over all of them.
     template <typename Visit> void eachRow(Visit&& visit) const { m_view.each(visit); }

@@ -22,6 +22,29 @@ bool isOfTheDisk(int code) {
     }
 }
 
+/// A failure of the disk or the file in the user's language; "" for one that has no such name.
+QString nameOf(int code) {
+    switch (code & 0xff) {
+    case SQLITE_FULL:
+        return QStringLiteral("磁盘已满");
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return QStringLiteral("数据文件已损坏");
+    case SQLITE_READONLY:
+        return QStringLiteral("数据文件只能读，不能写");
+    case SQLITE_NOMEM:
+        return QStringLiteral("内存不足");
+    default:
+        return QStringLiteral("磁盘读写出错");
+    }
+}
+
+/// Whether the file itself may have suffered, and not only what was to be written.
+bool isOfTheFile(int code) {
+    const int kind = code & 0xff;
+    return kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB || kind == SQLITE_IOERR;
+}
+
 } // namespace
 
 QString lockedByAnother() {
@@ -39,7 +62,9 @@ void failEngine(sqlite3* db, const QString& sql, bool* lost) {
         fail(ErrorNumber::Engine, words, sql);
     if (lost)
         *lost = true;
-    throw DatabaseLost(QStringLiteral("数据文件读写失败：%1").arg(words));
+    const int code = sqlite3_errcode(db);
+    throw DatabaseLost(QStringLiteral("%1（%2）。").arg(nameOf(code), words), Outcome::TakenBack,
+                       isOfTheFile(code));
 }
 
 Statement::Statement(sqlite3* db, const QString& sql, bool* lost)

@@ -25,7 +25,8 @@ void Connection::write(Statement& statement) {
     } catch (const DatabaseLost& lost) {
         m_failed = true;
         endFailedStatement(statement);
-        throw DatabaseLost(QStringLiteral("写入失败，本次操作已全部撤回。%1").arg(lost.text()));
+        throw DatabaseLost(QStringLiteral("写入失败，本次操作已全部撤回。%1").arg(lost.text()),
+                           Outcome::TakenBack, lost.isOfTheFile());
     } catch (...) {
         endFailedStatement(statement);
         throw;

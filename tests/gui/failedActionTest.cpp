@@ -6,6 +6,7 @@
 #include "support/smallDisk.h"
 
 #include <QPlainTextEdit>
+#include <QSignalSpy>
 
 #include <sqlite3.h>
 
@@ -72,6 +73,71 @@ TEST_F(FailedAction, AGivenUpSaveOfTheRegisterKeepsWhatIsTypedAndTheStoredRow) {
     EXPECT_EQ(session().clientTable->pendingCount(), 0);
     drive->click("Command5");
     EXPECT_EQ(books.stored("SELECT 单位名称 FROM clientTable"), u"改过的名字") << "the next try books it";
+}
+
+/// Another program that lets nobody read.
+class Excluding {
+public:
+    explicit Excluding(const QString& path) {
+        sqlite3_open(path.toUtf8().constData(), &m_db);
+        EXPECT_EQ(sqlite3_exec(m_db, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    }
+    ~Excluding() { sqlite3_close(m_db); }
+    Excluding(const Excluding&) = delete;
+    Excluding& operator=(const Excluding&) = delete;
+
+private:
+    sqlite3* m_db = nullptr;
+};
+
+/// How many of a grid's customers show no name.
+int nameless(DataGrid* grid) {
+    grid->viewport()->repaint();
+    const int column = grid->recordset()->fieldIndex(QStringLiteral("单位名称"));
+    int count = 0;
+    for (int row = 0; row < grid->model()->rowCount(); ++row)
+        count += grid->model()->index(row, column).data(Qt::DisplayRole).toString().isEmpty();
+    return count;
+}
+
+class LockedGrid : public FailedAction {
+protected:
+    /// So many that most of them have not been read when the register is up.
+    LockedGrid() {
+        for (int i = 0; i < 150; ++i)
+            books.execute(QStringLiteral("INSERT INTO clientTable (流水号, 客户编号, 单位名称) VALUES (%1, "
+                                         "'%1', '客户')")
+                              .arg(100 + i));
+    }
+};
+
+TEST_F(LockedGrid, IsPaintedWithoutAWordAndFillsItselfWhenItMayReadAgain) {
+    start();
+    auto* grid = drive->find<DataGrid>("DataGrid1");
+    {
+        const Excluding other(books.path());
+        EXPECT_GT(nameless(grid), 0);
+        EXPECT_LT(nameless(grid), grid->model()->rowCount()) << "what was read is shown";
+    }
+    QSignalSpy changed(grid->model(), &QAbstractItemModel::dataChanged);
+    EXPECT_TRUE(changed.wait()) << "asked for again by itself";
+    EXPECT_EQ(nameless(grid), 0);
+}
+
+TEST_F(LockedGrid, PaintedWhileTheUserIsAskedDoesNotUndoWhatHeWaitedFor) {
+    start();
+    auto* grid = drive->find<DataGrid>("DataGrid1");
+    drive->type("Text3(8)", "改过的名字");
+    auto other = std::make_unique<Excluding>(books.path());
+    sqlite3_busy_timeout(session().cn.handle(), 0);
+    session().cn.askAgain = [&] {
+        EXPECT_GT(nameless(grid), 0);
+        other.reset();
+        return ++asked == 1;
+    };
+    EXPECT_EQ(endOf([&] { drive->click("Command5"); }), u"done");
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(books.stored("SELECT 单位名称 FROM clientTable WHERE 客户编号 = '7'"), u"改过的名字");
 }
 
 class FailedSettlement : public FailedAction, public testing::WithParamInterface<bool> {};

@@ -1,6 +1,8 @@
 // The report that ends the program, and the way back it offers.
 #include "app/reportDialog.h"
+#include "app/errorReport.h"
 #include "maintenance/dailyBackup.h"
+#include "recordset/error.h"
 #include "support/driver.h"
 #include "support/testBooks.h"
 
@@ -9,6 +11,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QtTest/QTest>
 
 #include <gtest/gtest.h>
 
@@ -69,6 +72,31 @@ TEST_F(ReportDialogTest, ListsTheBackupsWithWhatTheyHoldTheLatestChosen) {
     Driver(dialog).click("restore");
     EXPECT_EQ(dialog.answer(), ReportDialog::Answer::Restore);
     EXPECT_TRUE(dialog.chosenBackup().endsWith("2026-11-20.mdb"));
+}
+
+TEST_F(ReportDialogTest, TheBackupIsChosenAndRestoredByTheKeyboardAlone) {
+    backUp(QDate(2026, 11, 20));
+    backUp(QDate(2026, 11, 21));
+    dialog.offerBackups(books.path());
+    dialog.show();
+    auto* list = dialog.findChild<QTableWidget*>("backups");
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Down);
+    for (int i = 0; i < 3 && dialog.focusWidget()->objectName() != u"restore"; ++i)
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+    ASSERT_EQ(dialog.focusWidget()->objectName(), u"restore");
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(dialog.answer(), ReportDialog::Answer::Restore);
+    EXPECT_TRUE(dialog.chosenBackup().endsWith("2026-11-20.mdb"));
+}
+
+TEST_F(ReportDialogTest, SaysWhetherTheFileMayHaveSuffered) {
+    const QString path = QStringLiteral("/店/VelmorClientBank.mdb");
+    EXPECT_TRUE(reportText(DatabaseLost(QStringLiteral("x"), Outcome::TakenBack, true), path)
+                    .startsWith(QStringLiteral("数据文件读不出来或者已损坏，程序必须结束。")));
+    for (const QString& text : {reportText(DatabaseLost(QStringLiteral("x")), path),
+                                reportText(RuntimeError(6, QStringLiteral("溢出")), path)})
+        EXPECT_TRUE(text.startsWith(QStringLiteral("程序遇到错误，必须结束。已保存的数据不受影响。")));
 }
 
 TEST_F(ReportDialogTest, ABackupThatCannotBeReadSaysSo) {
