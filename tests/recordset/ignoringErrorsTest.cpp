@@ -53,4 +53,20 @@ TEST_F(Ignoring, ADiskThatFailsEndsTheActionAndOnlyRunTimeErrorsArePassedOver) {
     EXPECT_THROW(errors.run([] { throw std::bad_alloc(); }), std::bad_alloc);
 }
 
+TEST_F(Ignoring, WhatIsBookedAllTheSameEndsTheActionAsBooked) {
+    for (const Outcome outcome : {Outcome::Booked, Outcome::TakenBack})
+        try {
+            errors.run([outcome] { throw DatabaseLost(QStringLiteral("disk"), outcome); });
+            ADD_FAILURE() << "passed over";
+        } catch (const ActionEnded& ended) {
+            EXPECT_EQ(ended.isBooked(), outcome == Outcome::Booked);
+            EXPECT_EQ(ended.text(), u"disk");
+        }
+}
+
+TEST_F(Ignoring, AFileOfWhichNobodyKnowsWhatItHoldsIsReadAnewByANewStart) {
+    EXPECT_THROW(errors.run([] { throw DatabaseLost(QStringLiteral("disk"), Outcome::Unknown); }),
+                 DatabaseLost);
+}
+
 } // namespace

@@ -65,6 +65,24 @@ TEST_F(Transaction, EveryOneMarksTheFileAnew) {
     EXPECT_EQ(connection().commits(), commits + 2);
 }
 
+TEST_F(Transaction, AStatementOfItsOwnMarksTheFileToo) {
+    const FileMark first = mark();
+    file.run("Delete * From t");
+    EXPECT_EQ(mark().before, first.now);
+    EXPECT_NE(mark().now, first.now);
+}
+
+TEST_F(Transaction, AFileThatIsMarkedAsNewBearsNoMarkOfBefore) {
+    open()->Delete();
+    const FileMark before = mark();
+    markAsNew(connection().handle());
+    for (const qint32 fresh : {mark().now, mark().before}) {
+        EXPECT_NE(fresh, before.now);
+        EXPECT_NE(fresh, before.before);
+        EXPECT_NE(fresh, 0);
+    }
+}
+
 TEST_F(Transaction, AnActionWithoutAWriteMarksNothing) {
     const FileMark before = mark();
     const int commits = connection().commits();
@@ -153,6 +171,7 @@ TEST_F(Transaction, AFailureBehindTheCommitIsToldAsBooked) {
         ADD_FAILURE() << "nothing failed";
     } catch (const DatabaseLost& lost) {
         EXPECT_TRUE(lost.text().contains("已经全部记入")) << lost.text().toStdString();
+        EXPECT_EQ(lost.outcome(), Outcome::Booked);
     }
     disk.heal();
     EXPECT_EQ(stored(), u"a9.0,c3.0,d4.0");
@@ -274,6 +293,21 @@ TEST_F(Transaction, TheGateOpensOnceBeforeTheFirstWrite) {
     EXPECT_EQ(asked, 1);
 }
 
+TEST_F(Transaction, AGateThatStaysShutIsAskedByEveryWrite) {
+    int asked = 0;
+    connection().beforeFirstWrite = [&] {
+        if (++asked < 3)
+            throw DatabaseLost(QStringLiteral("damaged"));
+    };
+    const RecordsetPtr rows = open();
+    EXPECT_THROW(changeAll(rows), DatabaseLost);
+    EXPECT_THROW(file.run("Delete * From t"), DatabaseLost);
+    EXPECT_EQ(stored(), u"a1.0,b2.0,c3.0");
+    changeAll(rows);
+    changeAll(rows);
+    EXPECT_EQ(asked, 3);
+}
+
 /// Another program in the file.
 class Other {
 public:
@@ -327,6 +361,26 @@ TEST_F(Transaction, GivingUpTakesTheActionBackAndEndsNothingElse) {
         EXPECT_EQ(rows->pendingCount(), 0);
         EXPECT_EQ(rows->AbsolutePosition(), 3);
     }
+}
+
+TEST_F(Transaction, NothingIsWrittenWhileTheUserIsAsked) {
+    Other other(file.path());
+    sqlite3_busy_timeout(connection().handle(), 0);
+    const RecordsetPtr rows = open();
+    other.run("BEGIN; SELECT * FROM t");
+    bool asking = false;
+    bool wait = true;
+    connection().askAgain = [&] {
+        if (std::exchange(asking, true))
+            return false; // a write within would ask in its turn
+        EXPECT_THROW(file.run("Delete * From t"), ActionEnded);
+        EXPECT_THROW(WriteBatch(connection()).finish(), ActionEnded);
+        other.run("COMMIT");
+        asking = false;
+        return std::exchange(wait, false);
+    };
+    changeAll(rows);
+    EXPECT_EQ(stored(), u"a9.0,c3.0,d4.0") << "the action that waited, and nothing else";
 }
 
 TEST_F(Transaction, AFileThatCannotBeReadForAnotherProgramEndsTheActionAndTheProgramLives) {
