@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -53,6 +54,29 @@ TEST_F(BooksLockTest, ASecondOneIsRefusedByEveryAlias) {
         EXPECT_TRUE(second.fault().contains(u"不能同时打开两次")) << alias.toStdString();
         EXPECT_TRUE(second.fault().contains(alias));
     }
+}
+
+TEST_F(BooksLockTest, ASecondOneThatIsRefusedLeavesTheFileBesideAsItIs) {
+    const BooksLock first(path);
+    const QByteArray holder = contents(path + ".lock");
+    { const BooksLock second(path); }
+    EXPECT_FALSE(holder.isEmpty());
+    EXPECT_EQ(contents(path + ".lock"), holder);
+}
+
+TEST_F(BooksLockTest, AProgramThatWasStartedMeanwhileDoesNotHoldIt) {
+    QProcess other;
+    {
+        const QString made = folder.filePath("made.mdb");
+        createDatabase(made);
+        BooksLock lock(path);
+        ASSERT_TRUE(lock.replaceBy(made)); // both descriptors are its own alone
+        other.start("cat", QStringList());
+        ASSERT_TRUE(other.waitForStarted());
+    }
+    EXPECT_EQ(BooksLock(path).fault(), u"");
+    other.closeWriteChannel();
+    EXPECT_TRUE(other.waitForFinished());
 }
 
 TEST_F(BooksLockTest, ItGoesWithItsHolderAndTakesTheFileBesideWithIt) {
@@ -126,6 +150,19 @@ TEST_F(BooksLockTest, AFileThatIsHeldItselfDoesNotTakeThePlace) {
     EXPECT_FALSE(lock.replaceBy(made));
     EXPECT_TRUE(QFile::exists(made));
     EXPECT_FALSE(BooksLock(path).fault().isEmpty()) << "the old one is held still";
+}
+
+TEST_F(BooksLockTest, AFileThatCameMeanwhileKeepsItsName) {
+    const QString missing = folder.filePath("missing.mdb");
+    const QString made = folder.filePath("made.mdb");
+    createDatabase(made);
+    BooksLock lock(missing);
+    write(missing, "another's");
+    EXPECT_FALSE(lock.replaceBy(made));
+    EXPECT_EQ(contents(missing), "another's");
+    QFile::remove(missing);
+    EXPECT_TRUE(lock.replaceBy(made));
+    EXPECT_FALSE(BooksLock(missing).fault().isEmpty()) << "held from now on";
 }
 
 TEST_F(BooksLockTest, OnlyTheOwnerMayReadWhatIsMade) {

@@ -88,6 +88,16 @@ TEST_F(Recount, SecondRunChangesNothing) {
     EXPECT_EQ(books.session().cn.commits(), commits);
 }
 
+TEST_F(Recount, OfAllCustomersIsOneTransaction) {
+    books.addClient("7");
+    books.addClient("8");
+    books.addLine("1", "7", "p", "2004-01-05", 2, 100, 40);
+    books.addLine("2", "8", "p", "2004-01-05", 2, 100, 40);
+    const int commits = books.session().cn.commits();
+    recount();
+    EXPECT_EQ(books.session().cn.commits(), commits + 1);
+}
+
 TEST_F(Recount, LeavesNoFilterTheFirstCustomerAndTheLinesRequeried) {
     books.addClient("7");
     books.addClient("8");

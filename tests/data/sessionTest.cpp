@@ -59,6 +59,52 @@ TEST(Session, AFilterLeftOnTheLinesChangesWhatTheNextViewCounts) {
     EXPECT_EQ(books.session().buyList->RecordCount(), 1);
 }
 
+/// The slots, each by its place in the session.
+constexpr RecordsetPtr Session::*kSlots[] = {
+    &Session::clientTable,         &Session::buyList,       &Session::productTable,
+    &Session::productTable2,       &Session::buyList2,      &Session::clientTable2,
+    &Session::clientTable3,        &Session::clerkClients,  &Session::productClients,
+    &Session::productLines,        &Session::tempTable2,    &Session::buyList3,
+    &Session::product_Bank,        &Session::product_Bank2, &Session::stock_Count_Bank,
+    &Session::return_Bank,         &Session::return_Bank2,  &Session::no_use_Bank,
+    &Session::no_use_Bank2,        &Session::out_of_Bank,   &Session::out_of_Bank2,
+    &Session::counterCode,         &Session::orderTable,    &Session::saleTable,
+    &Session::buy_Frequence_Table, &Session::month_Table,   &Session::orderTotals,
+    &Session::clerkTotals,         &Session::oneProduct,    &Session::scratch};
+
+TEST(Session, AnActionThatIsTakenBackLeavesEverySlotAndTheNextNumbersAsTheyWere) {
+    TestBooks books;
+    books.addClient("7");
+    Session& session = books.session();
+    session.open_rs();
+    std::vector<RecordsetPtr> before;
+    for (const auto slot : kSlots)
+        before.push_back(session.*slot);
+    sqlite3_busy_timeout(session.cn.handle(), 0);
+    session.cn.askAgain = [] { return false; };
+    sqlite3* reader = nullptr;
+    sqlite3_open(books.path().toUtf8().constData(), &reader);
+    sqlite3_exec(reader, "BEGIN; SELECT * FROM clientTable", nullptr, nullptr, nullptr);
+    EXPECT_THROW(
+        {
+            WriteBatch batch(session.cn);
+            for (const auto slot : kSlots)
+                session.reopen(session.*slot, "Select * From clientTable");
+            session.nextClientNum = session.nextOrderNum = 5;
+            session.nextProductNum = 6;
+            session.clientTable->Fields("单位名称").setValue(QStringLiteral("改"));
+            session.clientTable->Update();
+            batch.finish();
+        },
+        ActionEnded);
+    sqlite3_close(reader);
+    for (std::size_t i = 0; i < before.size(); ++i)
+        EXPECT_EQ(session.*kSlots[i], before[i]) << "slot " << i;
+    EXPECT_EQ(counterText(session.nextClientNum), u"1001");
+    EXPECT_EQ(counterText(session.nextOrderNum), u"1001");
+    EXPECT_EQ(counterText(session.nextProductNum), u"1001");
+}
+
 TEST(Session, PositionTextNeverShowsANegativeNumber) {
     TestBooks books;
     books.addClient("1");
