@@ -46,6 +46,14 @@ TEST_F(Backup, AnOlderCopyIsReplaced) {
     EXPECT_EQ(databaseFault(target()), u"");
 }
 
+TEST_F(Backup, TheRightsThatItsOwnerGaveToAnOlderCopyAreKept) {
+    ASSERT_TRUE(backUp(target()));
+    EXPECT_EQ(QFile(target()).permissions() & 0x77, QFile::Permissions());
+    ASSERT_TRUE(QFile::setPermissions(target(), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
+    ASSERT_TRUE(backUp(target()));
+    EXPECT_EQ(QFile(target()).permissions() & 0x77, QFile::ReadGroup);
+}
+
 TEST_F(Backup, TheDatabaseItselfIsNoTargetByWhateverName) {
     const QByteArray before = contents(books.path());
     const QFileInfo info(books.path());

@@ -3,6 +3,7 @@
 #include "data/booksLock.h"
 #include "data/journalFiles.h"
 #include "data/unfinished.h"
+#include "durability/childProcess.h"
 #include "maintenance/backup.h"
 #include "maintenance/dailyBackup.h"
 #include "support/smallDisk.h"
@@ -142,6 +143,16 @@ TEST_F(DailyBackups, OtherFilesInTheFolderAreLeftAlone) {
     EXPECT_TRUE(other.exists());
 }
 
+TEST_F(DailyBackups, ThoseOfAnotherShopInTheFolderAreNeitherListedNorRemoved) {
+    ASSERT_EQ(backUp(), u"");
+    QFile other(QDir(backupFolder(books.path())).filePath("AnotherShop-2020-01-01.mdb"));
+    ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+    EXPECT_EQ(kept(), QStringList("2026-11-22"));
+    for (int day = 1; day < 20; ++day)
+        ASSERT_EQ(backUp(kToday.addDays(day)), u"");
+    EXPECT_TRUE(other.exists());
+}
+
 class Restoring : public testing::Test {
 protected:
     Restoring() {
@@ -162,6 +173,22 @@ protected:
         return all.text(0);
     }
     QStringList files() { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden); }
+    static void setRights(const QString& of, QFile::Permissions rights) {
+        ASSERT_TRUE(QFile::setPermissions(of, rights));
+    }
+    /// Half an action in the file, and the journal that takes it back.
+    static void leaveJournal(const QString& of) {
+        ASSERT_TRUE(wasKilled(inChild([&] {
+            Connection books(of);
+            books.execute("PRAGMA cache_size = 2");
+            WriteBatch batch(books);
+            books.write("UPDATE clientTable SET 客户编号 = 'half'");
+            books.write("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 3000) "
+                        "INSERT INTO clientTable (客户编号) SELECT i FROM n");
+            _exit(kKilled);
+        })));
+        ASSERT_EQ(journalState(of), JournalState::Ours);
+    }
 
     QTemporaryDir folder;
     QString path = folder.filePath("VelmorClientBank.mdb");
@@ -203,6 +230,77 @@ TEST_F(Restoring, WhatIsDamagedIsNotPutBack) {
         EXPECT_EQ(customers(path), u"first,second");
     }
     EXPECT_EQ(files(), before) << "nothing half is left";
+}
+
+TEST_F(Restoring, TheJournalOfTheOldBooksGoesWithThem) {
+    leaveJournal(path);
+    BooksLock lock(path);
+    const Restored result = restoreBackup(backup, path, lock);
+    EXPECT_EQ(result.fault, u"");
+    EXPECT_FALSE(QFile::exists(path + "-journal"));
+    EXPECT_EQ(customers(path), u"first");
+    EXPECT_EQ(journalState(result.kept), JournalState::Ours);
+    EXPECT_EQ(customers(result.kept), u"first,second") << "the half action is taken back";
+}
+
+TEST_F(Restoring, ABackupIsTakenWithItsOwnJournalAndWithNoOther) {
+    Connection(backup).write("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 3000) "
+                             "INSERT INTO clientTable (客户编号) SELECT 'old' FROM n");
+    leaveJournal(backup); // some of its pages bear the half action already
+    BooksLock lock(path);
+    EXPECT_EQ(restoreBackup(backup, path, lock).fault, u"");
+    EXPECT_TRUE(customers(path).startsWith("first,old"));
+    EXPECT_FALSE(customers(path).contains("half"));
+    EXPECT_EQ(journalState(backup), JournalState::Ours) << "the backup stays as it is";
+    QFile::remove(backup);
+    ASSERT_TRUE(QFile::copy(path, backup)); // another file under the journal's name
+    ASSERT_EQ(journalState(backup), JournalState::Foreign);
+    EXPECT_EQ(restoreBackup(backup, path, lock).fault, u"");
+    EXPECT_TRUE(customers(path).startsWith("first,old"));
+    EXPECT_FALSE(customers(path).contains("half"));
+}
+
+TEST_F(Restoring, TheRestoredFileBearsNoMarkOfTheBackup) {
+    BooksLock lock(path);
+    ASSERT_EQ(restoreBackup(backup, path, lock).fault, u"");
+    Connection restored(path), from(backup);
+    const FileMark now = readMark(restored.handle()), then = readMark(from.handle());
+    EXPECT_NE(now.now, then.now);
+    EXPECT_NE(now.before, then.now) << "a journal of the backup is none of the restored file";
+}
+
+TEST_F(Restoring, AJournalOfTheBooksIsNoneOfTheirBackup) {
+    ASSERT_TRUE(backUpDatabase(path, backup));
+    leaveJournal(path); // of the very next action
+    ASSERT_TRUE(QFile::copy(path + "-journal", backup + "-journal"));
+    EXPECT_EQ(journalState(backup), JournalState::Foreign);
+}
+
+TEST_F(Restoring, BooksThatAnotherProgramIsAtAreLeftAlone) {
+    BooksLock lock(path);
+    {
+        Connection other(path);
+        other.execute("BEGIN IMMEDIATE");
+        EXPECT_TRUE(restoreBackup(backup, path, lock).fault.contains(u"已锁定"));
+    }
+    EXPECT_EQ(customers(path), u"first,second");
+}
+
+TEST_F(Restoring, RightsThatTheOwnerGaveToTheBooksAreKept) {
+    const auto shared = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
+    setRights(path, shared);
+    setRights(backup, QFile::ReadOwner);
+    BooksLock lock(path);
+    ASSERT_EQ(restoreBackup(backup, path, lock).fault, u"");
+    EXPECT_EQ(QFile(path).permissions() & 0x77, QFile::ReadGroup);
+}
+
+TEST_F(Restoring, WhereTheBooksAreMissingTheRestoredFileIsItsOwnersAlone) {
+    setRights(backup, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
+    QFile::remove(path);
+    BooksLock lock(path);
+    ASSERT_EQ(restoreBackup(backup, path, lock).fault, u"");
+    EXPECT_EQ(QFile(path).permissions() & 0x77, QFile::Permissions());
 }
 
 TEST_F(Restoring, AFullDiskLeavesTheBooksAndNothingHalf) {

@@ -1,5 +1,13 @@
-// The last steps of a take-over on a disk that fails at one of them.
+// The last steps of a take-over, a restoring and a backup on disks that fail at one of them or do not know
+// it.
+#include "data/booksLock.h"
+#include "data/immutableFile.h"
+#include "data/schema.h"
+#include "data/unfinished.h"
+#include "durability/childProcess.h"
 #include "import/importSource.h"
+#include "maintenance/backup.h"
+#include "maintenance/restore.h"
 #include "maintenance/takeOver.h"
 #include "recordset/error.h"
 #include "support/printQt.h"
@@ -22,9 +30,12 @@ namespace {
 
 bool foldersFlush = true;
 const char* fixedName = nullptr; // part of a name that no file can be given another one for
+bool diesAtRename = false;       // the process ends where a file is to get another name
+int flushing = 0;                // what every flush fails with
+bool knowsRights = true;         // sticks do not
 
-int refused() {
-    errno = EIO;
+int refused(int fault = EIO) {
+    errno = fault;
     return -1;
 }
 
@@ -33,14 +44,22 @@ int refused() {
 // These stand before those of the system in this program.
 extern "C" int fsync(int file) {
     struct stat about {};
+    if (flushing != 0)
+        return refused(flushing);
     const bool folder = fstat(file, &about) == 0 && S_ISDIR(about.st_mode);
     return folder && !foldersFlush ? refused() : int(syscall(SYS_fsync, file));
 }
 
 extern "C" int rename(const char* from, const char* to) noexcept {
+    if (diesAtRename)
+        _exit(kKilled);
     if (fixedName && std::strstr(from, fixedName))
         return refused();
     return int(syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
+
+extern "C" int chmod(const char* name, mode_t mode) noexcept {
+    return knowsRights ? int(syscall(SYS_fchmodat, AT_FDCWD, name, mode)) : refused(EPERM);
 }
 
 namespace {
@@ -107,6 +126,80 @@ TEST_F(TakeOverSwap, OnASoundDiskBothFilesStand) {
     EXPECT_EQ(fault(), u"");
     EXPECT_EQ(contents(kept()), "old");
     EXPECT_EQ(files().size(), 2);
+}
+
+TEST_F(TakeOverSwap, KilledBetweenTheNamesTheNextStartTakesTheSecondOneAway) {
+    ASSERT_TRUE(wasKilled(inChild([&] {
+        diesAtRename = true;
+        fault();
+    })));
+    EXPECT_TRUE(QFile::exists(kept()));
+    clearUnfinished(path());
+    EXPECT_EQ(contents(path()), "old");
+    EXPECT_EQ(files(), QStringList{"VelmorClientBank.mdb"});
+}
+
+class OddDisk : public testing::Test {
+protected:
+    OddDisk() {
+        createDatabase(path);
+        EXPECT_TRUE(backUpDatabase(path, backup));
+    }
+    ~OddDisk() override {
+        fixedName = nullptr;
+        flushing = 0;
+        knowsRights = true;
+    }
+    QStringList files() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden); }
+
+    QTemporaryDir folder;
+    QString path = folder.filePath("VelmorClientBank.mdb");
+    QString backup = folder.filePath("backup.mdb");
+};
+
+TEST_F(OddDisk, AStickThatKnowsNoRightsAndNoFlushTakesABackup) {
+    for (const int fault : {EINVAL, ENOSYS, ENOTSUP}) {
+        QFile::remove(backup);
+        QFile old(backup);
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+        old.close();
+        flushing = fault;
+        knowsRights = false;
+        EXPECT_TRUE(backUpDatabase(path, backup)) << fault;
+        EXPECT_EQ(structureFault(backup), u"");
+    }
+}
+
+TEST_F(OddDisk, ADiskThatCannotWriteABackupToItsEndKeepsTheOldOne) {
+    QFile old(backup);
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+    old.close();
+    const QStringList before = files();
+    flushing = EIO;
+    EXPECT_FALSE(backUpDatabase(path, backup));
+    EXPECT_EQ(files(), before);
+    EXPECT_EQ(QFileInfo(backup).size(), 3);
+}
+
+TEST_F(OddDisk, ARestoredFileThatCannotHaveTheNameLeavesNoSecondNameOfTheBooks) {
+    BooksLock lock(path);
+    const QStringList before = files();
+    fixedName = ".hengshanghui-";
+    EXPECT_NE(restoreBackup(backup, path, lock).fault, u"");
+    EXPECT_EQ(files(), before);
+}
+
+TEST_F(OddDisk, ARestoringKilledBetweenTheNamesIsTakenBackByTheNextStart) {
+    const QStringList before = files();
+    ASSERT_TRUE(wasKilled(inChild([&] {
+        BooksLock lock(path);
+        diesAtRename = true;
+        restoreBackup(backup, path, lock);
+    })));
+    EXPECT_GT(files().size(), before.size() + 1);
+    clearUnfinished(path);
+    QFile::remove(path + ".lock");
+    EXPECT_EQ(files(), before);
 }
 
 } // namespace
