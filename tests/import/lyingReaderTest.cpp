@@ -111,7 +111,11 @@ TEST_F(LyingReader, AnAnswerIsBoundedInTimeInBytesAndInCells) {
     EXPECT_EQ(refusal(*hasty, "endless alive"), u"读取时间太长，已停止。");
     const auto thrifty = source([](ReaderBounds& bounds) { bounds.mostBytes = 100'000; });
     EXPECT_EQ(refusal(*thrifty, "endless rows"), u"内容太多，不能读取。");
-    const auto small = source([](ReaderBounds& bounds) { bounds.mostCells = 100'000; });
+    const auto small = source([](ReaderBounds& bounds) {
+        bounds.mostCells = 100'000;
+        bounds.mostBytes = qint64(1) << 60; // nothing but the cells ends it in time
+        bounds.patience = 5000;
+    });
     EXPECT_EQ(refusal(*small, "endless nulls"), u"内容太多，不能读取。");
 }
 

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,6 +33,7 @@ protected:
     QStringList ways(const QStringList& words) {
         QProcess probe;
         probe.start(QStringLiteral(WALL_PROBE), QStringList{path()} + words);
+        probe.closeWriteChannel();
         EXPECT_TRUE(probe.waitForFinished());
         EXPECT_TRUE(probe.exitStatus() == QProcess::NormalExit &&
                     (probe.exitCode() == 0 || probe.exitCode() == kNoWalls))
@@ -54,6 +56,30 @@ protected:
 
 TEST_F(Walls, LeaveNoFileNoNetworkNoProcessAndNoSettingInReach) {
     expectNoWayOut({});
+}
+
+TEST_F(Walls, BoundMemoryTimeAndFilesToo) {
+    QProcess probe;
+    probe.start(QStringLiteral(WALL_PROBE), {path()});
+    QByteArray said;
+    while (!said.contains("run another program") && probe.waitForReadyRead())
+        said += probe.readAllStandardOutput();
+    if (said.isEmpty())
+        GTEST_SKIP() << "this kernel has no such walls";
+    const auto bound = [&probe](__rlimit_resource of) {
+        rlimit found{RLIM_INFINITY, RLIM_INFINITY};
+        EXPECT_EQ(prlimit(pid_t(probe.processId()), of, nullptr, &found), 0);
+        EXPECT_EQ(found.rlim_cur, found.rlim_max) << of;
+        return found.rlim_max;
+    };
+#if !defined(__SANITIZE_ADDRESS__)
+    EXPECT_EQ(bound(RLIMIT_AS), rlim_t(1) << 30) << "as much as the probe asked for";
+#endif
+    EXPECT_LE(bound(RLIMIT_CPU), 600U) << "seconds";
+    for (const auto none : {RLIMIT_FSIZE, RLIMIT_NPROC, RLIMIT_CORE, RLIMIT_NOFILE})
+        EXPECT_EQ(bound(none), 0U) << none;
+    probe.closeWriteChannel();
+    EXPECT_TRUE(probe.waitForFinished());
 }
 
 TEST_F(Walls, AreTheSameForAnotherUser) {
