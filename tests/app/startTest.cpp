@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <sqlite3.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -54,6 +55,17 @@ protected:
                 return true;
         }
         return false;
+    }
+    /// A figure of the books.
+    double figure(const char* sql) const {
+        sqlite3* db = nullptr;
+        sqlite3_open(path().toUtf8().constData(), &db);
+        sqlite3_stmt* query = nullptr;
+        sqlite3_prepare_v2(db, sql, -1, &query, nullptr);
+        const double found = sqlite3_step(query) == SQLITE_ROW ? sqlite3_column_double(query, 0) : -1;
+        sqlite3_finalize(query);
+        sqlite3_close(db);
+        return found;
     }
     static void end(QProcess& process) {
         process.kill();
@@ -219,17 +231,55 @@ TEST_F(Start, TheDaysBackupIsMadeAndTotalsThatWereWrongAreRight) {
     QProcess process;
     begin(process);
     ASSERT_TRUE(comesUp(process));
+    // The backup is made in a thread of its own beside the recount.
+    for (int i = 0; i < 400 && figure("SELECT 消费合计 FROM clientTable") != 0; ++i)
+        process.waitForFinished(25);
+    EXPECT_EQ(figure("SELECT 消费合计 FROM clientTable"), 0);
     end(process);
     EXPECT_EQ(dailyBackups(),
               QStringList("VelmorClientBank-" + QDate::currentDate().toString(Qt::ISODate) + ".mdb"));
+}
+
+TEST_F(Start, WhatAKilledProcessLeftHalfMadeIsClearedAway) {
+    createDatabase(path());
+    const QString half = folder.filePath(".hengshanghui-half");
+    QFile file(half), list(path() + ".unfinished");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("half") == 4);
+    ASSERT_TRUE(list.open(QIODevice::WriteOnly) && list.write(half.toUtf8() + '\n') > 0);
+    file.close();
+    list.close();
+    QProcess process;
+    begin(process);
+    ASSERT_TRUE(comesUp(process));
+    end(process);
+    EXPECT_FALSE(file.exists());
+}
+
+TEST_F(Start, AForeignLogIsLeftWhereItIsWhileAnotherProgramIsAtTheFile) {
+    createDatabase(path());
     sqlite3* db = nullptr;
     sqlite3_open(path().toUtf8().constData(), &db);
-    sqlite3_stmt* total = nullptr;
-    sqlite3_prepare_v2(db, "SELECT 消费合计 FROM clientTable", -1, &total, nullptr);
-    ASSERT_EQ(sqlite3_step(total), SQLITE_ROW);
-    EXPECT_EQ(sqlite3_column_double(total, 0), 0);
-    sqlite3_finalize(total);
+    sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+    QFile log(path() + "-wal");
+    ASSERT_TRUE(log.open(QIODevice::WriteOnly) && log.write("log") == 3);
+    log.close();
+    EXPECT_TRUE(endOf().contains("已锁定"));
+    EXPECT_TRUE(log.exists());
+    EXPECT_FALSE(QFile::exists(path() + ".不属于此文件-wal"));
     sqlite3_close(db);
+}
+
+TEST_F(Start, AReportThatNoFileMayTakeEndsWithoutASignal) {
+    QProcess process;
+    process.setStandardErrorFile(folder.filePath("said"));
+    process.setChildProcessModifier([] {
+        const rlimit none{0, 0};
+        setrlimit(RLIMIT_FSIZE, &none);
+    });
+    begin(process);
+    ASSERT_TRUE(process.waitForFinished(30'000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 1);
 }
 
 TEST_F(Start, AForeignJournalIsPutAsideAndTold) {
@@ -313,6 +363,14 @@ TEST_F(Start, DamageInsideIsReportedByNumberFileAndWordsAndEndsTheProcess) {
     EXPECT_TRUE(said.contains("错误 13")) << said.toStdString();
     EXPECT_TRUE(said.contains("no date")) << said.toStdString();
     EXPECT_TRUE(said.contains(path())) << said.toStdString();
+}
+
+TEST_F(Start, ANulInAStoredTextDoesNotCutTheReport) {
+    createDatabase(path());
+    run("INSERT INTO buyList (订单号, 日期) VALUES ('1', 'no' || char(0) || 'date')");
+    const QString said = endOf();
+    EXPECT_TRUE(said.contains("date")) << said.toStdString();
+    EXPECT_TRUE(said.contains("数据库：" + path())) << said.toStdString();
 }
 
 } // namespace
