@@ -14,6 +14,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 /// Works in a shop for some steps.
@@ -180,6 +184,21 @@ TEST_F(BackupDrill, AFileThatNobodyHasMarkedYetKeepsTheJournalOfWhoDoesNotMark) 
     copyOver(unmarked + "-journal", path + "-journal");
     EXPECT_EQ(journalState(path), JournalState::Unknown) << "it might be of this file as well";
     EXPECT_EQ(putStraysAside(path), QStringList(path + ".不属于此文件-journal"));
+}
+
+TEST_F(BackupDrill, APipeInTheJournalsPlaceIsPutAsideUnread) {
+    startOver();
+    const QByteArray name = QFile::encodeName(path + "-journal");
+    ASSERT_EQ(mkfifo(name.constData(), 0600), 0);
+    const int end = ::open(name.constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC); // nobody need wait for us
+    const QByteArray content(4096, 'j');
+    ASSERT_EQ(::write(end, content.constData(), 4096), 4096);
+    EXPECT_EQ(journalState(path), JournalState::Foreign);
+    char read[4096];
+    EXPECT_EQ(::read(end, read, sizeof read), 4096) << "nobody has read of it";
+    ::close(end);
+    EXPECT_EQ(putStraysAside(path).size(), 1);
+    EXPECT_EQ(journalState(path), JournalState::None);
 }
 
 } // namespace
