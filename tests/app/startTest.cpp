@@ -373,4 +373,23 @@ TEST_F(Start, ANulInAStoredTextDoesNotCutTheReport) {
     EXPECT_TRUE(said.contains("数据库：" + path())) << said.toStdString();
 }
 
+TEST_F(Start, AnActionThatEndsIsToldAndTheNextEventComes) {
+    QProcess process;
+    beginAs(process, QStringLiteral(DISPATCH_PROBE), {"ended"});
+    ASSERT_TRUE(process.waitForFinished(30'000));
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_EQ(process.readAllStandardOutput(), "given up\nthe next event\n");
+}
+
+TEST_F(Start, AFileThatFailsEndsTheProgramWithItsReport) {
+    QProcess process;
+    beginAs(process, QStringLiteral(DISPATCH_PROBE), {"damaged"});
+    ASSERT_TRUE(process.waitForFinished(30'000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(process.readAllStandardOutput(), "");
+    const QString said = QString::fromUtf8(process.readAllStandardError());
+    EXPECT_TRUE(said.contains("torn") && said.contains("the books")) << said.toStdString();
+}
+
 } // namespace

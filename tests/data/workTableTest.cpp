@@ -85,4 +85,22 @@ TEST_F(WorkTable, AQuietSaveThatFailsKeepsEveryRowPendingAndTellsTheGrid) {
     rows->unobserve(&grid);
 }
 
+TEST_F(WorkTable, AQuietSaveThatIsBookedAllTheSameSaysSo) {
+    const RecordsetPtr rows = session().productTable;
+    const auto save = [&](const char* name) {
+        rows->Fields("品名").setValue(QString::fromUtf8(name));
+        return saveQuietly(session(), rows);
+    };
+    disk.failAt(1000, FailingDisk::Kind::Broken, false);
+    ASSERT_EQ(save("改一"), u"");
+    disk.failAt(disk.changes() - 1, FailingDisk::Kind::Broken, false); // the last: the journal is cut
+    disk.lieAboutFailure();
+    const QString said = save("改二");
+    disk.heal();
+    EXPECT_TRUE(said.contains(u"已经全部记入")) << said.toStdString();
+    EXPECT_FALSE(said.contains(u"没有保存")) << said.toStdString();
+    EXPECT_EQ(rows->pendingCount(), 0);
+    EXPECT_EQ(books.stored("SELECT count(*) FROM productTable WHERE 品名 = '改二'"), u"1");
+}
+
 } // namespace

@@ -128,6 +128,23 @@ TEST_F(TakeOverSwap, OnASoundDiskBothFilesStand) {
     EXPECT_EQ(files().size(), 2);
 }
 
+TEST_F(TakeOverSwap, AnOlderSecondNameIsNotTakenAgain) {
+    QFile older(kept());
+    ASSERT_TRUE(older.open(QIODevice::WriteOnly) && older.write("older") == 5);
+    older.close();
+    EXPECT_EQ(fault(), u"");
+    EXPECT_EQ(contents(kept()), "older");
+    EXPECT_EQ(contents(folder.filePath("VelmorClientBank-旧版2.mdb")), "old");
+}
+
+TEST_F(TakeOverSwap, TheLockGoesOverToTheNewFile) {
+    BooksLock lock(path());
+    NoBooks books;
+    takeOverFrom(books, path(), {}, &lock);
+    EXPECT_FALSE(BooksLock(path()).fault().isEmpty()) << "the new file is held";
+    EXPECT_EQ(BooksLock(kept()).fault(), u"") << "the old one is let go";
+}
+
 TEST_F(TakeOverSwap, KilledBetweenTheNamesTheNextStartTakesTheSecondOneAway) {
     ASSERT_TRUE(wasKilled(inChild([&] {
         diesAtRename = true;
