@@ -223,9 +223,12 @@ TEST_F(Restoring, WhatIsDamagedIsNotPutBack) {
     file.seek(8192);
     file.write(QByteArray(4096, 'x'));
     file.close();
+    const QString pipe = folder.filePath("pipe.mdb");
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     BooksLock lock(path);
     const QStringList before = files();
-    for (const QString& bad : {backup, folder.filePath("none.mdb"), folder.path(), path, path + ".lock"}) {
+    for (const QString& bad :
+         {backup, folder.filePath("none.mdb"), folder.path(), path, path + ".lock", pipe}) {
         EXPECT_NE(restoreBackup(bad, path, lock).fault, u"") << bad.toStdString();
         EXPECT_EQ(customers(path), u"first,second");
     }

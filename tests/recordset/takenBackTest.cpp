@@ -159,6 +159,37 @@ TEST_F(TakenBack, AStatementBehindTheEnginesOwnRollbackGoesNowhere) {
     EXPECT_EQ(rows->numberAt(0, 2), 1);
 }
 
+TEST_F(TakenBack, AnActionUnderWhichTheDiskFailedIsNeverBookedWhoeverPassedOverIt) {
+    const RecordsetPtr rows = open();
+    WriteBatch batch(connection());
+    set(rows, 1, "数量", 8.0);
+    connection().markFailed(); // as where rows were read
+    EXPECT_THROW(batch.finish(), DatabaseLost);
+    EXPECT_EQ(stored(), u"a1.0,b2.0,c3.0");
+    EXPECT_EQ(rows->numberAt(0, 2), 1);
+}
+
+TEST_F(TakenBack, WhereNothingCanBeReadAfterwardsNobodySaysThatItIsTakenBack) {
+    int unknown = 0;
+    for (int at = 0;; ++at) {
+        disk.failAt(at, FailingDisk::Kind::Broken, true);
+        const RecordsetPtr rows = open();
+        try {
+            WriteBatch batch(connection());
+            set(rows, 1, "数量", 8.0 + at);
+            batch.finish();
+        } catch (const DatabaseLost& lost) {
+            EXPECT_EQ(lost.text().contains(u"读不出"), lost.outcome() == Outcome::Unknown) << at;
+            EXPECT_NE(lost.text().contains(u"已全部撤回"), lost.outcome() != Outcome::TakenBack) << at;
+            unknown += lost.outcome() == Outcome::Unknown;
+        }
+        disk.heal();
+        if (!disk.hasFailed())
+            break;
+    }
+    EXPECT_GT(unknown, 0);
+}
+
 TEST_F(TakenBack, ACommitThatFailsBesideAnotherErrorIsToldByTheNextWrite) {
     const RecordsetPtr rows = open();
     EXPECT_THROW(
