@@ -58,6 +58,7 @@ TEST_F(LyingReader, OneThatIsSlowButAliveIsWaitedFor) {
     ASSERT_EQ(rows.rowCount(), 1);
     EXPECT_EQ(rows.columns, QStringList{"c"});
     EXPECT_EQ(rows.cell(0, 0), u"read");
+    EXPECT_EQ(slow->read("dribbled").rowCount(), 1) << "no silence between two bytes is too long";
 }
 
 TEST_F(LyingReader, IsRefusedWhateverItSaysAndTheNextTableIsReadByANewOne) {
@@ -72,6 +73,8 @@ TEST_F(LyingReader, IsRefusedWhateverItSaysAndTheNextTableIsReadByANewOne) {
                           "short texts",
                           "more texts",
                           "no UTF-8",
+                          "a torn sign",
+                          "too many columns",
                           "a sign in two cells",
                           "no rows",
                           "too many rows",

@@ -118,4 +118,16 @@ TEST_F(Mdb, ALongTableIsReadWithSignsOfLife) {
     EXPECT_GE(signs, 10);
 }
 
+TEST_F(Mdb, WhatTheEnvironmentTellsTheLibraryIsNotHeard) {
+    const QStringList names = column(read(products), "品名");
+    const QStringList quantities = column(read(products), "数量");
+    for (const auto& [name, value] :
+         {std::pair{"MDBICONV", "ISO-8859-1"}, {"MDB_JET3_CHARSET", "latin1"}, {"MDBOPTS", "no_memo"}})
+        qputenv(name, value);
+    EXPECT_EQ(column(read(products), "品名"), names);
+    EXPECT_EQ(column(read(products), "数量"), quantities);
+    for (const char* name : {"MDBICONV", "MDB_JET3_CHARSET", "MDBOPTS"})
+        qunsetenv(name);
+}
+
 } // namespace

@@ -111,4 +111,25 @@ TEST_F(Picked, AMemoFileThatIsNoneLeavesTheMemosEmpty) {
     EXPECT_GT(rows.rowCount(), 0);
 }
 
+TEST_F(Picked, AMemoFileThatIsAnOwnFileIsNotOpenedAndItsLocksStand) {
+    const QString books = make("books.mdb");
+    ASSERT_TRUE(QFile::copy(QStringLiteral(SAMPLES "/import/edge/memo_types.dbf"),
+                            folder.filePath("memo_types.dbf")));
+    ASSERT_EQ(link(name("books.mdb").constData(), name("memo_types.fpt").constData()), 0);
+    const int held = ::open(name("books.mdb").constData(), O_RDWR | O_CLOEXEC);
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    ASSERT_EQ(fcntl(held, F_SETLK, &lock), 0);
+    const auto source = openImportSource(SourceKind::Dbf, folder.filePath("memo_types.dbf"), {books});
+    EXPECT_GT(source->read("memo_types").rowCount(), 0);
+    EXPECT_TRUE(isLocked(name("books.mdb")));
+    ::close(held);
+}
+
+TEST_F(Picked, AFileOfMoreThanAGibibyteIsRefusedUnread) {
+    const QString path = make("large.txt");
+    ASSERT_TRUE(QFile::resize(path, (qint64(1) << 30) + 1)); // a hole: it takes no room
+    EXPECT_EQ(refusal(path), QStringLiteral("文件太大：%1").arg(path));
+}
+
 } // namespace

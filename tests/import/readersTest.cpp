@@ -1,3 +1,4 @@
+#include "import/importSource.h"
 #include "import/readHere.h"
 #include "import/sampleFile.h"
 #include "import/textReader.h"
@@ -6,6 +7,7 @@
 #include "support/printQt.h"
 
 #include <QDir>
+#include <QTemporaryDir>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
@@ -228,6 +230,22 @@ TEST(ImportReaders, ATextThatComesByteByByteHasTheSameCells) {
         EXPECT_EQ(cellsOf(pieces), cellsOf(whole)) << text;
     }
     EXPECT_EQ(cellsOf(textOf("a;b\r\r\n;\r\"\";\"q\"r\"s;t\r")), (std::vector<QString>{"", "", "", "qr\"s"}));
+}
+
+TEST(ImportReaders, RowsOfLongTextsComeHoweverMuchTheyAreTogether) {
+    // More in one block of rows than a reader may send at once.
+    constexpr int count = 1400;
+    const QByteArray row(50'000, 'x');
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("long.txt"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("k,v\n") > 0);
+    for (int i = 0; i < count; ++i)
+        ASSERT_GT(file.write(QByteArray::number(i) + ',' + row + '\n'), row.size());
+    file.close();
+    const SourceRows rows = openImportSource(SourceKind::Txt, file.fileName())->read("long");
+    ASSERT_EQ(rows.rowCount(), count);
+    EXPECT_EQ(rows.cell(count - 1, 0), u"1399");
+    EXPECT_EQ(rows.cell(count - 1, 1).size(), row.size());
 }
 
 } // namespace

@@ -52,6 +52,18 @@ void beSlow() {
     }
 }
 
+/// A frame whose bytes come one by one.
+void dribble() {
+    const std::string column = numbers({1, 1}) + "c";
+    sayHead(Frame::Columns, quint32(column.size()));
+    for (const char byte : column) {
+        QThread::msleep(300);
+        say(&byte, 1);
+    }
+    sayRow();
+    sayFrame(Frame::End, {});
+}
+
 /// One frame that no reader sends, after the columns or without them, and nothing more.
 struct WrongFrame {
     const char* table;
@@ -70,6 +82,9 @@ void tellWrongFrame(std::string_view table) {
         {"short texts", true, Frame::Rows, numbers({2, 1, 2}) + "xy"},
         {"more texts", true, Frame::Rows, numbers({1, 1}) + "xy"},
         {"no UTF-8", true, Frame::Rows, numbers({1, 2}) + "\xB4\xF2"},
+        {"a torn sign", true, Frame::Rows, numbers({1, 2}) + "\xE7\xBA"},
+        {"too many columns", false, Frame::Columns,
+         numbers({5000}) + std::string(5000 * sizeof(quint32), '\0')},
         {"a sign in two cells", true, Frame::Rows, numbers({2, 1, 2}) + "\xE7\xBA\xB8"},
         {"no rows", true, Frame::Rows, numbers({0})},
         {"too many rows", true, Frame::Rows,
@@ -136,6 +151,8 @@ void tellCut(std::string_view what) {
 void tell(std::string_view table) {
     constexpr std::string_view endless = "endless ";
     constexpr std::string_view cut = "cut in ";
+    if (table == "dribbled")
+        return dribble();
     if (table == "slow")
         beSlow();
     else if (table == "silent")
