@@ -15,7 +15,6 @@
 #include "shell/version.h"
 
 #include <QFileInfo>
-#include <QStatusBar>
 #include <QTimer>
 
 #include <csignal>
@@ -100,29 +99,6 @@ void prepareFile(const QString& path, const std::optional<QString>& backup, Book
     require(fault, path, lock.isUsedByOthers() || !isWritable(path) ? WayBack::Reopen : WayBack::Restore);
 }
 
-/// What the open books ask of the user, or tell him.
-void wire(ShopApplication& application, MDIForm1& main, StartJobs& jobs, Prompts& prompts) {
-    Connection& books = main.host().session().cn;
-    books.askAgain = [&prompts] {
-        return prompts.ask(QStringLiteral("数据文件正被另一个程序使用（已锁定），这一步还没有记入。\n"
-                                          "再试一次吗？选“否”就放弃这一步，一切照旧。"),
-                           QStringLiteral("衡商汇"));
-    };
-    application.onActionEnded = [&books, &prompts](const QString& text) {
-        books.tellTakenBack();
-        if (!text.isEmpty())
-            prompts.tell(text, QStringLiteral("衡商汇"));
-    };
-    jobs.onDamage = [path = books.path()](const QString& fault) {
-        if (reportStands())
-            return;
-        endWithReport(
-            QStringLiteral("数据库 %1 已损坏，程序必须结束，没有写入任何内容。\n%2").arg(path, fault), path,
-            WayBack::Restore);
-    };
-    jobs.onNoBackup = [&main](const QString& fault) { main.statusBar()->showMessage(fault); };
-}
-
 int run(ShopApplication& application, const QString& appPath, const QString& databasePath, BooksLock& lock,
         Prompts& prompts) {
     Session session(databasePath);
@@ -134,7 +110,7 @@ int run(ShopApplication& application, const QString& appPath, const QString& dat
     };
     registerAll(main, prompts);
     StartJobs jobs(session.cn, QDate::currentDate());
-    wire(application, main, jobs, prompts);
+    wireBooks(main, jobs, prompts, application.onActionEnded);
     main.show();
     // The frame is painted before the tables are read, so that a large shop has its window at once.
     QTimer::singleShot(0, &main, [&] {

@@ -1,5 +1,8 @@
 #include "app/startUp.h"
 
+#include "app/errorReport.h"
+#include "app/startJobs.h"
+#include "controls/prompts.h"
 #include "data/books.h"
 #include "recordset/error.h"
 #include "shell/MDIForm1.h"
@@ -33,6 +36,29 @@ QString recount(MDIForm1& main) {
 }
 
 } // namespace
+
+void wireBooks(MDIForm1& main, StartJobs& jobs, Prompts& prompts,
+               std::function<void(const QString& text)>& onActionEnded) {
+    Connection& books = main.host().session().cn;
+    books.askAgain = [&prompts] {
+        return prompts.ask(QStringLiteral("数据文件正被另一个程序使用（已锁定），这一步还没有记入。\n"
+                                          "再试一次吗？选“否”就放弃这一步，一切照旧。"),
+                           QStringLiteral("衡商汇"));
+    };
+    onActionEnded = [&books, &prompts](const QString& text) {
+        books.tellTakenBack();
+        if (!text.isEmpty())
+            prompts.tell(text, QStringLiteral("衡商汇"));
+    };
+    jobs.onDamage = [path = books.path()](const QString& fault) {
+        if (reportStands())
+            return;
+        endWithReport(QStringLiteral("数据库 %1 已损坏，程序必须结束，没有写入任何内容。\n检查的结果：%2")
+                          .arg(path, fault),
+                      path, WayBack::Restore);
+    };
+    jobs.onNoBackup = [&main](const QString& fault) { main.statusBar()->showMessage(fault); };
+}
 
 void startShop(MDIForm1& main) {
     openBooks(main.host().session());

@@ -3,12 +3,22 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 class MDIForm1;
+class Prompts;
+class StartJobs;
 
 /// Opens the books, recounts the customers' totals and shows the register; the status bar says of how many
 /// customers the totals changed. In: called once, after the main window is shown. Throws RuntimeError,
 /// DatabaseLost.
 void startShop(MDIForm1& main);
+
+/// What the open books ask of the user, and what he is told when an action of theirs has ended, which
+/// `onActionEnded` gets: cursors are shown as they are then, and he reads the text where there is one. What
+/// the jobs of the start find ends the program with the report, or stands in the status bar.
+void wireBooks(MDIForm1& main, StartJobs& jobs, Prompts& prompts,
+               std::function<void(const QString& text)>& onActionEnded);
 
 /// Name of the database file beside the program.
 QString databaseFileName();

@@ -27,6 +27,14 @@ QString rowsOf(const RecordsetPtr& cursor) {
     return text;
 }
 
+/// That of the last action in the file. A count that is made anew may leave the same rows.
+qint64 markOf(const QString& path) {
+    Connection connection(path);
+    Statement mark = connection.prepare("PRAGMA user_version");
+    mark.step();
+    return mark.integer(0);
+}
+
 /// What the open images and the file say of the lasting tables, where they differ.
 QStringList differences(Session& session, const QString& path) {
     Session fresh(path);
@@ -56,6 +64,7 @@ TEST(FailingWrites, LeaveBooksAndMemoryWholeAndAreToldAsTheyAre) {
     int failures = 0, booked = 0, reports = 0, ends = 0;
     for (int i = 0; i < stepCount(); ++i) {
         const QByteArray before = digestOfBooks(path);
+        const qint64 markBefore = markOf(path);
         disk.failAt(int(random() % 14), random() % 2 ? FailingDisk::Kind::Full : FailingDisk::Kind::Broken,
                     random() % 2 == 0);
         if (random() % 4 == 0)
@@ -78,7 +87,7 @@ TEST(FailingWrites, LeaveBooksAndMemoryWholeAndAreToldAsTheyAre) {
             EXPECT_FALSE(changed) << i << ' ' << worker.lastAction().toStdString() << said.toStdString();
         }
         if (said.contains(u"已经全部记入")) {
-            EXPECT_TRUE(changed) << i << ' ' << worker.lastAction().toStdString();
+            EXPECT_NE(markOf(path), markBefore) << i << ' ' << worker.lastAction().toStdString();
             ++booked;
         }
         ASSERT_EQ(differences(session, path), QStringList())

@@ -1,5 +1,6 @@
 // Actions that another program's lock or a full disk ends: file, images and boxes are as before, and the
 // window goes on working.
+#include "app/startJobs.h"
 #include "controls/dataGrid.h"
 #include "recordset/error.h"
 #include "support/purchaseWindow.h"
@@ -138,6 +139,30 @@ TEST_F(LockedGrid, PaintedWhileTheUserIsAskedDoesNotUndoWhatHeWaitedFor) {
     EXPECT_EQ(endOf([&] { drive->click("Command5"); }), u"done");
     EXPECT_EQ(asked, 1);
     EXPECT_EQ(books.stored("SELECT 单位名称 FROM clientTable WHERE 客户编号 = '7'"), u"改过的名字");
+}
+
+TEST_F(FailedAction, TheProgramAsksAndShowsTheCursorsAsTheyWereWhenTheUserGivesUp) {
+    start();
+    StartJobs jobs(session().cn, QDate(2026, 11, 22));
+    session().cn.beforeFirstWrite = nullptr; // no check is under way
+    std::function<void(const QString&)> onActionEnded;
+    wireBooks(*main, jobs, prompts, onActionEnded);
+    {
+        const OtherProgram other(books.path(), session().cn);
+        drive->type("Text3(8)", "改过的名字");
+        prompts.expectAsk("数据文件正被另一个程序使用（已锁定），这一步还没有记入。\n"
+                          "再试一次吗？选“否”就放弃这一步，一切照旧。",
+                          false, "衡商汇");
+        EXPECT_THROW(drive->click("Command5"), ActionEnded);
+    }
+    const QSignalSpy told(drive->find<DataGrid>("DataGrid1")->model(), &QAbstractItemModel::modelReset);
+    onActionEnded(QString());
+    EXPECT_GE(told.count(), 1) << "the grid has been told";
+    EXPECT_EQ(drive->cell("DataGrid1", 0, "单位名称"), u"红木行");
+    EXPECT_EQ(drive->text("Text3(8)"), u"改过的名字");
+    prompts.expectMessage("没有记入", "衡商汇");
+    onActionEnded(QStringLiteral("没有记入"));
+    session().cn.askAgain = nullptr;
 }
 
 class FailedSettlement : public FailedAction, public testing::WithParamInterface<bool> {};
