@@ -179,7 +179,9 @@ void Recordset::showAllRows() {
 }
 
 std::vector<RowId> Recordset::sorted(std::vector<RowId> rows, const std::vector<SortKey>& keys) const {
-    return keys.empty() ? rows : sortedRows(std::move(rows), keys, *m_image, m_edits);
+    if (keys.empty())
+        return rows; // moved, not copied
+    return sortedRows(std::move(rows), keys, *m_image, m_edits);
 }
 
 std::vector<RowId> Recordset::rowsOfFilter(const QString& text) const {

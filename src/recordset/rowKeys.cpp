@@ -8,6 +8,9 @@
 
 namespace {
 
+/// Room for the rows that are added to a view of a whole table, so that the first one does not move them all.
+constexpr std::size_t kSpare = 1024;
+
 constexpr quint64 kMostBuckets = 1U << 21;
 constexpr std::size_t kWorthRadix = 512;
 
@@ -178,7 +181,7 @@ void PendingEdits::set(RowId row, int column, const CellValue& value) {
 
 std::vector<RowId> Keyset::sequence(const TableImage& image) const {
     std::vector<RowId> all;
-    all.reserve(prefix + rows.size());
+    all.reserve(prefix + rows.size() + kSpare);
     if (image.deletedCount() == 0) {
         all.resize(prefix);
         std::iota(all.begin(), all.end(), 0U);
