@@ -47,14 +47,19 @@ bool hasScreen() {
     return platform != u"offscreen" && platform != u"minimal";
 }
 
+QString headline(const DatabaseLost* lost) {
+    if (lost && lost->isOfTheFile())
+        return QStringLiteral("数据文件读不出来或者已损坏，程序必须结束。");
+    if (lost && lost->outcome() == Outcome::Unknown)
+        return QStringLiteral("程序遇到错误，必须结束。");
+    return QStringLiteral("程序遇到错误，必须结束。已保存的数据不受影响。");
+}
+
 } // namespace
 
 QString reportText(const std::exception& error, const QString& databasePath) {
     const auto* lost = dynamic_cast<const DatabaseLost*>(&error);
-    QStringList lines{lost && lost->isOfTheFile()
-                          ? QStringLiteral("数据文件读不出来或者已损坏，程序必须结束。")
-                          : QStringLiteral("程序遇到错误，必须结束。已保存的数据不受影响。"),
-                      QString()};
+    QStringList lines{headline(lost), QString()};
     if (const auto* runtime = dynamic_cast<const RuntimeError*>(&error)) {
         lines << QStringLiteral("错误 %1：%2").arg(runtime->number()).arg(runtime->text());
         if (!runtime->statement().isEmpty())

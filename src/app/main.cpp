@@ -42,16 +42,20 @@ void require(const QString& fault, const QString& path, WayBack wayBack) {
 void askAboutJournal(const QString& path) {
     if (journalState(path) == JournalState::Unknown &&
         !isAgreed(unknownJournalQuestion(path), unknownJournalLoss()))
-        throw StartEnded{0};
+        require(unknownJournalKept(path), path, WayBack::Restore);
 }
 
-/// Moves away what the engine would take for the file's own and is not, and says so.
-void clearAway(const QString& path, const BooksLock& lock) {
+/// Moves away what the engine would take for the file's own and is not, and says so. An unknown journal stays
+/// where a backup will take the file's place: it is kept beside the old file then.
+void clearAway(const QString& path, const BooksLock& lock, bool restores) {
     if (hasStrays(path) && lock.isUsedByOthers())
         require(QStringLiteral("不能打开数据库 %1\n文件正被另一个程序使用（已锁定）。").arg(path), path,
                 WayBack::Reopen);
     try {
-        const QStringList names = putStraysAside(path);
+        const bool stays = restores && journalState(path) == JournalState::Unknown;
+        if (!restores)
+            askAboutJournal(path);
+        const QStringList names = stays ? QStringList() : putStraysAside(path);
         if (!names.isEmpty())
             showNote(strayNote(names));
         clearUnfinished(path);
@@ -89,11 +93,11 @@ void prepareFile(const QString& path, const std::optional<QString>& backup, Book
     const bool missing = !QFileInfo::exists(path);
     if (!missing || !backup)
         require(lock.fault(), path, missing ? WayBack::Restore : WayBack::None);
-    if (!backup)
-        askAboutJournal(path);
-    clearAway(path, lock);
-    if (backup)
+    clearAway(path, lock, backup.has_value());
+    if (backup) {
         restore(*backup, path, lock);
+        clearAway(path, lock, false); // what stood beside the old file
+    }
     acceptOldBooks(path, lock, prompts);
     const QString fault = databaseFault(path);
     require(fault, path, lock.isUsedByOthers() || !isWritable(path) ? WayBack::Reopen : WayBack::Restore);

@@ -7,6 +7,8 @@ bool ShopApplication::notify(QObject* receiver, QEvent* event) {
     try {
         return QApplication::notify(receiver, event);
     } catch (const ActionEnded& ended) {
+        if (!m_opened && !reportStands()) // half-open books are none
+            endWithReport(reportText(ended, m_databasePath), m_databasePath, WayBack::Reopen);
         if (onActionEnded)
             onActionEnded(ended.text());
         return true;

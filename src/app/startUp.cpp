@@ -85,6 +85,12 @@ QString unknownJournalLoss() {
                           "用那个程序再打开一次数据文件，它会自己改回来；或者恢复备份。");
 }
 
+QString unknownJournalKept(const QString& databasePath) {
+    return QStringLiteral("没有打开数据库 %1\n旁边的日志文件没有动。用写它的那个程序再打开一次数据文件，"
+                          "或者恢复备份。")
+        .arg(databasePath);
+}
+
 QString strayNote(const QStringList& names) {
     QString text = QStringLiteral(
         "数据文件旁边有不属于它的日志文件（多半是换上备份以前的文件留下的，也可能是别的程序没有写完的），"

@@ -27,6 +27,8 @@ QString databaseFileName();
 /// cost.
 QString unknownJournalQuestion(const QString& databasePath);
 QString unknownJournalLoss();
+/// What is said where the user keeps it.
+QString unknownJournalKept(const QString& databasePath);
 
 /// What is said of files beside the database that were put aside under these names.
 QString strayNote(const QStringList& names);

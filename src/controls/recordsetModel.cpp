@@ -2,6 +2,8 @@
 
 #include "recordset/shownText.h"
 
+#include <QAbstractItemView>
+
 namespace {
 
 constexpr int kLater = 500; // milliseconds until what could not be read is asked for again
@@ -22,7 +24,11 @@ RecordsetModel::RecordsetModel(QObject* parent)
     : QAbstractTableModel(parent) {
     m_later.setSingleShot(true);
     m_later.setInterval(kLater);
-    connect(&m_later, &QTimer::timeout, this, &RecordsetModel::refreshAll);
+    // Painted again and not told as changed: an editor that is open would lose what is typed into it.
+    connect(&m_later, &QTimer::timeout, this, [this] {
+        if (auto* view = qobject_cast<QAbstractItemView*>(QObject::parent()))
+            view->viewport()->update();
+    });
 }
 
 RecordsetModel::~RecordsetModel() {

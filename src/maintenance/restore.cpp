@@ -59,12 +59,13 @@ bool giveSecondName(const QString& path, const QString& name) {
 /// Gives the old books, and what belongs to them, a second name; both names lead to them until the new file
 /// takes the first one.
 bool keepOld(const QString& path, const QString& kept) {
-    const bool own = journalState(path) == JournalState::Ours;
+    const JournalState state = journalState(path);
+    const bool own = state == JournalState::Ours || state == JournalState::Unknown; // it may be its own
     if ((own && !giveSecondName(path + kJournal, kept + kJournal)) || !giveSecondName(path, kept)) {
         QFile::remove(kept + kJournal);
         return false;
     }
-    return flushFile(kept);
+    return (!own || flushFile(kept + kJournal)) && flushFile(kept);
 }
 
 void takeRightsOf(const QString& path, const QString& copy) {

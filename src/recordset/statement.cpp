@@ -22,7 +22,7 @@ bool isOfTheDisk(int code) {
     }
 }
 
-/// A failure of the disk or the file in the user's language; "" for one that has no such name.
+/// A failure of the disk or the file in the user's language.
 QString nameOf(int code) {
     switch (code & 0xff) {
     case SQLITE_FULL:
@@ -41,8 +41,15 @@ QString nameOf(int code) {
 
 /// Whether the file itself may have suffered, and not only what was to be written.
 bool isOfTheFile(int code) {
-    const int kind = code & 0xff;
-    return kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB || kind == SQLITE_IOERR;
+    switch (code) {
+    case SQLITE_IOERR_READ:
+    case SQLITE_IOERR_SHORT_READ:
+    case SQLITE_IOERR_CORRUPTFS:
+    case SQLITE_IOERR_DATA:
+        return true;
+    default:
+        return (code & 0xff) == SQLITE_CORRUPT || (code & 0xff) == SQLITE_NOTADB;
+    }
 }
 
 } // namespace
@@ -62,7 +69,7 @@ void failEngine(sqlite3* db, const QString& sql, bool* lost) {
         fail(ErrorNumber::Engine, words, sql);
     if (lost)
         *lost = true;
-    const int code = sqlite3_errcode(db);
+    const int code = sqlite3_extended_errcode(db);
     throw DatabaseLost(QStringLiteral("%1（%2）。").arg(nameOf(code), words), Outcome::TakenBack,
                        isOfTheFile(code));
 }

@@ -175,7 +175,6 @@ const TableImage::ReadRow& TableImage::readRow(Row row) const {
         return held->second;
     if (m_readRows.size() >= kMostRowsKept)
         m_readRows.clear();
-    ++m_rowReads;
     Statement& statement =
         m_connection->cached(QStringLiteral("SELECT * FROM %1 WHERE rowid = ?").arg(quotedName(m_table)));
     statement.bind(1, m_rowids[row]);
@@ -184,6 +183,7 @@ const TableImage::ReadRow& TableImage::readRow(Row row) const {
     if (statement.step())
         for (int i = 0; i < columnCount(); ++i)
             readCell(statement, i, read);
+    ++m_rowReads; // one that failed costs nothing that reading all columns would save
     return m_readRows[row] = std::move(read);
 }
 

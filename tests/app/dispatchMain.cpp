@@ -1,4 +1,5 @@
-// The program's dispatch by itself: dispatchMain ended|damaged. A handler of an event fails in that way.
+// The program's dispatch by itself: dispatchMain ended|early|damaged. A handler of an event
+// fails in that way, "early" before the books are open.
 #include "app/shopApplication.h"
 #include "recordset/error.h"
 
@@ -11,7 +12,10 @@ int main(int argc, char** argv) {
     ShopApplication application(argc, argv);
     application.setDatabasePath(QStringLiteral("the books"));
     application.onActionEnded = [](const QString& text) { std::puts(qUtf8Printable(text)); };
-    const bool ends = argc > 1 && std::strcmp(argv[1], "ended") == 0;
+    const char* how = argc > 1 ? argv[1] : "";
+    const bool ends = std::strcmp(how, "damaged") != 0;
+    if (std::strcmp(how, "early") != 0)
+        application.setOpened();
     QTimer::singleShot(0, &application, [ends] {
         if (ends)
             throw ActionEnded(QStringLiteral("given up"));

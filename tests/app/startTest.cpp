@@ -392,4 +392,13 @@ TEST_F(Start, AFileThatFailsEndsTheProgramWithItsReport) {
     EXPECT_TRUE(said.contains("torn") && said.contains("the books")) << said.toStdString();
 }
 
+TEST_F(Start, AnActionThatEndsBeforeTheBooksAreOpenEndsTheProgram) {
+    QProcess process;
+    beginAs(process, QStringLiteral(DISPATCH_PROBE), {"early"});
+    ASSERT_TRUE(process.waitForFinished(30'000));
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(process.readAllStandardOutput(), "") << "no half-open books";
+    EXPECT_TRUE(QString::fromUtf8(process.readAllStandardError()).contains("given up"));
+}
+
 } // namespace

@@ -94,6 +94,9 @@ TEST_F(ReportDialogTest, SaysWhetherTheFileMayHaveSuffered) {
     const QString path = QStringLiteral("/店/VelmorClientBank.mdb");
     EXPECT_TRUE(reportText(DatabaseLost(QStringLiteral("x"), Outcome::TakenBack, true), path)
                     .startsWith(QStringLiteral("数据文件读不出来或者已损坏，程序必须结束。")));
+    const QString unknown = reportText(DatabaseLost(QStringLiteral("x"), Outcome::Unknown), path);
+    EXPECT_TRUE(unknown.startsWith(QStringLiteral("程序遇到错误，必须结束。\n")))
+        << "what was saved is not known";
     for (const QString& text : {reportText(DatabaseLost(QStringLiteral("x")), path),
                                 reportText(RuntimeError(6, QStringLiteral("溢出")), path)})
         EXPECT_TRUE(text.startsWith(QStringLiteral("程序遇到错误，必须结束。已保存的数据不受影响。")));

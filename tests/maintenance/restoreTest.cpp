@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -244,6 +245,26 @@ TEST_F(Restoring, TheJournalOfTheOldBooksGoesWithThem) {
     EXPECT_EQ(customers(path), u"first");
     EXPECT_EQ(journalState(result.kept), JournalState::Ours);
     EXPECT_EQ(customers(result.kept), u"first,second") << "the half action is taken back";
+}
+
+TEST_F(Restoring, AJournalThatMayBeOfTheOldBooksGoesWithThemToo) {
+    // As a program that does not mark begins one: its first record is the second page.
+    constexpr int sector = 512, pageSize = 4096, number = 4;
+    QByteArray journal(sector + number + pageSize + number, '\1');
+    journal.replace(0, 8, QByteArray::fromHex("d9d505f920a163d7"));
+    qToBigEndian<quint32>(sector, journal.data() + 20);
+    qToBigEndian<quint32>(pageSize, journal.data() + 24);
+    qToBigEndian<quint32>(2, journal.data() + sector);
+    QFile file(path + "-journal");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(journal) == journal.size());
+    file.close();
+    ASSERT_EQ(journalState(path), JournalState::Unknown);
+    BooksLock lock(path);
+    const Restored result = restoreBackup(backup, path, lock);
+    ASSERT_EQ(result.fault, u"");
+    EXPECT_FALSE(QFile::exists(path + "-journal"));
+    QFile kept(result.kept + "-journal");
+    EXPECT_TRUE(kept.open(QIODevice::ReadOnly) && kept.readAll() == journal);
 }
 
 TEST_F(Restoring, ABackupIsTakenWithItsOwnJournalAndWithNoOther) {
