@@ -66,6 +66,28 @@ void benchSmallStart(BenchReport& report, const QString& path) {
     noteStages(report, runs);
 }
 
+/// The program with its empty frame painted, before the tables are read.
+struct PaintedFrame {
+    explicit PaintedFrame(const QString& path)
+        : session(path)
+        , main(session, prompts) {
+        registerAll(main, prompts);
+        main.show();
+        QCoreApplication::processEvents();
+        main.repaint();
+    }
+    /// Until the register is painted.
+    void open() {
+        startShop(main);
+        main.repaint();
+        QCoreApplication::processEvents();
+    }
+
+    Session session;
+    WindowPrompts prompts;
+    MDIForm1 main;
+};
+
 QString copyOf(const QString& path) {
     return path + QStringLiteral(".copy");
 }
@@ -136,22 +158,14 @@ void measureStart(QApplication& application, const QElapsedTimer& since, const Q
 
 void measureStartJobs(const QString& path) {
     setAppearance(*qApp);
-    Session session(path);
-    WindowPrompts prompts;
-    MDIForm1 main(session, prompts);
-    registerAll(main, prompts);
-    main.show();
-    QCoreApplication::processEvents();
-    main.repaint();
+    PaintedFrame frame(path);
     QElapsedTimer since;
     since.start();
     const auto now = [&since] { return double(since.nsecsElapsed()) / 1e6; };
     {
-        StartJobs jobs(session.cn, QDate::currentDate());
+        StartJobs jobs(frame.session.cn, QDate::currentDate());
         jobs.start();
-        startShop(main);
-        main.repaint();
-        QCoreApplication::processEvents();
+        frame.open();
         say("usable", now());
         jobs.waitForCheck();
         say("checked", now());
@@ -161,18 +175,8 @@ void measureStartJobs(const QString& path) {
 
 void measurePlainStart(const QString& path) {
     setAppearance(*qApp);
-    Session session(path);
-    WindowPrompts prompts;
-    MDIForm1 main(session, prompts);
-    registerAll(main, prompts);
-    main.show();
-    QCoreApplication::processEvents();
-    main.repaint();
-    say("usable", milliseconds([&] {
-            startShop(main);
-            main.repaint();
-            QCoreApplication::processEvents();
-        }));
+    PaintedFrame frame(path);
+    say("usable", milliseconds([&] { frame.open(); }));
     const auto check = [](const QString& file) {
         PlainSqlite(file).readAll(QStringLiteral("PRAGMA quick_check"));
     };

@@ -14,14 +14,15 @@
 
 namespace {
 
+constexpr const char* kWrites = "BEGIN IMMEDIATE";                 // no action of ours can begin
+constexpr const char* kReads = "BEGIN; SELECT * FROM clientTable"; // none can be committed
+constexpr const char* kExcludes = "BEGIN EXCLUSIVE";               // nobody can read
+
 /// Another program that holds the file while it lives.
 class OtherProgram {
 public:
-    /// Writing keeps our action from beginning, reading from being committed.
-    OtherProgram(const QString& path, Connection& ours, bool writes = true) {
-        sqlite3_busy_timeout(ours.handle(), 0);
+    OtherProgram(const QString& path, const char* held) {
         sqlite3_open(path.toUtf8().constData(), &m_db);
-        const char* held = writes ? "BEGIN IMMEDIATE" : "BEGIN; SELECT * FROM clientTable";
         EXPECT_EQ(sqlite3_exec(m_db, held, nullptr, nullptr, nullptr), SQLITE_OK);
     }
     ~OtherProgram() { sqlite3_close(m_db); }
@@ -44,6 +45,8 @@ protected:
         }
         return QStringLiteral("done");
     }
+    /// The question comes at once.
+    void waitForNobody() { sqlite3_busy_timeout(session().cn.handle(), 0); }
     /// The user will not wait.
     void giveUpAlways() {
         session().cn.askAgain = [this] {
@@ -66,7 +69,8 @@ TEST_F(FailedAction, AGivenUpSaveOfTheRegisterKeepsWhatIsTypedAndTheStoredRow) {
     drive->type("Text3(8)", "改过的名字");
     const QString stored = books.stored("SELECT 单位名称 FROM clientTable");
     {
-        const OtherProgram other(books.path(), session().cn);
+        waitForNobody();
+        const OtherProgram other(books.path(), kWrites);
         EXPECT_EQ(endOf([&] { drive->click("Command5"); }), u"");
     }
     EXPECT_EQ(asked, 1);
@@ -76,21 +80,6 @@ TEST_F(FailedAction, AGivenUpSaveOfTheRegisterKeepsWhatIsTypedAndTheStoredRow) {
     drive->click("Command5");
     EXPECT_EQ(books.stored("SELECT 单位名称 FROM clientTable"), u"改过的名字") << "the next try books it";
 }
-
-/// Another program that lets nobody read.
-class Excluding {
-public:
-    explicit Excluding(const QString& path) {
-        sqlite3_open(path.toUtf8().constData(), &m_db);
-        EXPECT_EQ(sqlite3_exec(m_db, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
-    }
-    ~Excluding() { sqlite3_close(m_db); }
-    Excluding(const Excluding&) = delete;
-    Excluding& operator=(const Excluding&) = delete;
-
-private:
-    sqlite3* m_db = nullptr;
-};
 
 class PaintCount : public QObject {
 public:
@@ -130,7 +119,7 @@ TEST_F(LockedGrid, IsPaintedWithoutAWordAndFillsItselfWhenItMayReadAgain) {
     auto* grid = drive->find<DataGrid>("DataGrid1");
     const std::size_t held = session().clientTable->image().memory();
     {
-        const Excluding other(books.path());
+        const OtherProgram other(books.path(), kExcludes);
         for (int paints = 0; paints < 30; ++paints)
             EXPECT_GT(nameless(grid), 0);
         EXPECT_LT(nameless(grid), grid->model()->rowCount()) << "what was read is shown";
@@ -149,8 +138,8 @@ TEST_F(LockedGrid, PaintedWhileTheUserIsAskedDoesNotUndoWhatHeWaitedFor) {
     start();
     auto* grid = drive->find<DataGrid>("DataGrid1");
     drive->type("Text3(8)", "改过的名字");
-    auto other = std::make_unique<Excluding>(books.path());
-    sqlite3_busy_timeout(session().cn.handle(), 0);
+    auto other = std::make_unique<OtherProgram>(books.path(), kExcludes);
+    waitForNobody();
     session().cn.askAgain = [&] {
         EXPECT_GT(nameless(grid), 0);
         other.reset();
@@ -168,7 +157,8 @@ TEST_F(FailedAction, TheProgramAsksAndShowsTheCursorsAsTheyWereWhenTheUserGivesU
     std::function<void(const QString&)> onActionEnded;
     wireBooks(*main, jobs, prompts, onActionEnded);
     {
-        const OtherProgram other(books.path(), session().cn);
+        waitForNobody();
+        const OtherProgram other(books.path(), kWrites);
         drive->type("Text3(8)", "改过的名字");
         prompts.expectAsk("数据文件正被另一个程序使用（已锁定），这一步还没有记入。\n"
                           "再试一次吗？选“否”就放弃这一步，一切照旧。",
@@ -198,7 +188,8 @@ TEST_P(FailedSettlement, GivenUpLeavesBasketStockAndNumberAndCanBeDoneAgain) {
     const QString shown = left(0) + u'/' + left(1);
     giveUpAlways();
     {
-        const OtherProgram other(books.path(), session().cn, GetParam());
+        waitForNobody();
+        const OtherProgram other(books.path(), GetParam() ? kWrites : kReads);
         prompts.expectConfirm("购买总数量： 3\n总金额：37\n确认结算吗？", true);
         EXPECT_EQ(endOf([&] { buy->click("Command1"); }), u"");
     }
