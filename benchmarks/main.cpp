@@ -1,6 +1,7 @@
 // Every figure beside its reference from the same run. bench [CUSTOMERS PRODUCTS LINES]
 #include "engineBench.h"
 #include "importBench.h"
+#include "latencyBench.h"
 #include "longTextBench.h"
 #include "periodBench.h"
 #include "recordset/error.h"
@@ -43,6 +44,7 @@ int main(int argc, char** argv) {
         runImportBench(report, folder.path());
         runLongTextBench(report, folder.path());
         runWindowBench(report, path);
+        runLatencyBench(report, path, folder.path());
         runStartBench(report, path, smallPath);
     } catch (const RuntimeError& error) {
         std::fprintf(stderr, "%s\n", error.what());

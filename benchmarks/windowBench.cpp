@@ -3,6 +3,7 @@
 #include "controls/dataGrid.h"
 #include "controls/prompts.h"
 #include "importMemory.h"
+#include "latencyBench.h"
 #include "longTextBench.h"
 #include "recordset/tableImage.h"
 #include "reportBench.h"
@@ -110,6 +111,8 @@ int measureInThisProcess(int argc, char** argv) {
         measureReports(path);
     else if (what == u"everywindow")
         measureEveryWindow(path);
+    else if (what == u"latency")
+        measureLatency(path);
     else if (what == u"statistics")
         measureStatistics(path);
     else if (what == u"bare")
