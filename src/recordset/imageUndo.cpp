@@ -25,6 +25,7 @@ void TableImage::unload(int column) {
     store = std::move(empty);
     m_indexes[std::size_t(column)] = {};
     m_ranks[std::size_t(column)].clear();
+    m_ascending[std::size_t(column)] = 0;
 }
 
 void TableImage::transactionTakenBack() {
@@ -45,6 +46,7 @@ void TableImage::transactionTakenBack() {
         std::copy(undo->all->begin(), undo->all->end(), m_deleted.begin());
     for (const Row row : undo->deleted)
         m_deleted[row] = 0;
+    std::fill(m_ascending.begin(), m_ascending.end(), 0); // found out without the rows that are back
     std::fill(m_deleted.begin() + undo->size, m_deleted.end(), char(1));
     m_deletedCount = Row(std::count(m_deleted.begin(), m_deleted.end(), char(1)));
 }

@@ -225,8 +225,11 @@ private:
     // View and position.
     void requireOpen() const;
     RowId requireRow() const;
-    /// Makes these rows the view, in this order.
-    void showRows(std::vector<RowId> rows);
+    void show(RowView view);
+    /// The rows that a Filter lets through in the order of these keys. Where that is the base order of all of
+    /// them, their number does not count.
+    RowView viewOf(const QString& filter, const std::vector<SortKey>& keys) const;
+    bool standsInOrder(const std::vector<SortKey>& keys) const;
     void showAllRows();
     std::vector<RowId> rowsUnderFilter() const;
     /// The rows of the keyset that a Filter lets through; all of them without a text.

@@ -167,15 +167,27 @@ QString Recordset::Sort() const {
     return m_sortText;
 }
 
-void Recordset::showRows(std::vector<RowId> rows) {
-    m_view.assign(std::move(rows));
+void Recordset::show(RowView view) {
+    m_view = std::move(view);
     m_judged = m_keyset.rows.size();
     ++m_viewVersion;
     notify([](RecordsetObserver& observer) { observer.viewReset(); });
 }
 
 void Recordset::showAllRows() {
-    showRows(sorted(m_keyset.sequence(*m_image), m_sort));
+    show(viewOf({}, m_sort));
+}
+
+bool Recordset::standsInOrder(const std::vector<SortKey>& keys) const {
+    return keys.empty() || (keys.size() == 1 && m_edits.empty() && ascends(m_keyset, keys.front(), *m_image));
+}
+
+RowView Recordset::viewOf(const QString& filter, const std::vector<SortKey>& keys) const {
+    if (filter.isEmpty() && standsInOrder(keys))
+        return wholeView(m_keyset, *m_image);
+    RowView view;
+    view.assign(sorted(rowsOfFilter(filter), keys));
+    return view;
 }
 
 std::vector<RowId> Recordset::sorted(std::vector<RowId> rows, const std::vector<SortKey>& keys) const {
@@ -191,18 +203,16 @@ std::vector<RowId> Recordset::rowsOfFilter(const QString& text) const {
 
 void Recordset::setFilter(const QString& text) {
     requireOpen();
-    std::vector<RowId> rows = sorted(rowsOfFilter(text), m_sort);
+    RowView view = viewOf(text, m_sort);
     m_filterText = text;
-    showRows(std::move(rows));
+    show(std::move(view));
     goFirst();
     settle();
 }
 
-/// The rows shown, in base order. The Filter is not worked out again, since a changed row keeps its
-/// membership until the next one; only rows added behind the Filter have never been judged by it.
+/// The rows shown under a Filter, in base order. The Filter is not worked out again, since a changed row
+/// keeps its membership until the next one; only rows added behind the Filter have never been judged by it.
 std::vector<RowId> Recordset::rowsUnderFilter() const {
-    if (m_filterText.isEmpty())
-        return m_keyset.sequence(*m_image);
     std::vector<RowId> shown;
     shown.reserve(m_view.size());
     m_view.each([&shown](RowId row) { shown.push_back(row); });
@@ -231,10 +241,14 @@ std::vector<SortKey> Recordset::sortKeys(const QString& text) const {
 void Recordset::setSort(const QString& text) {
     requireOpen();
     std::vector<SortKey> keys = sortKeys(text);
-    std::vector<RowId> rows = sorted(rowsUnderFilter(), keys);
+    RowView view;
+    if (m_filterText.isEmpty())
+        view = viewOf({}, keys);
+    else
+        view.assign(sorted(rowsUnderFilter(), keys));
     m_sort = std::move(keys);
     m_sortText = text;
-    showRows(std::move(rows));
+    show(std::move(view));
     goFirst();
     settle();
 }

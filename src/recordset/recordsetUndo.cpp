@@ -94,7 +94,7 @@ void Recordset::readAgain() {
 }
 
 void Recordset::viewAgain() {
-    m_view.assign(sorted(rowsOfFilter(m_filterText), m_sort));
+    m_view = viewOf(m_filterText, m_sort);
     m_judged = m_keyset.rows.size();
     goFirst();
 }

@@ -215,6 +215,23 @@ std::vector<RowId> Keyset::inBaseOrder(std::vector<RowId> some) const {
     return some;
 }
 
+bool ascends(const Keyset& keyset, const SortKey& key, const TableImage& image) {
+    if (key.descending || image.info(key.column).type == ColumnType::Text)
+        return false;
+    std::optional<quint64> before = image.ascendsTo(key.column, keyset.prefix);
+    const ColumnStore& store = image.column(key.column);
+    for (const RowId row : keyset.rows) {
+        if (!before || isNewRow(row))
+            return false;
+        if (image.isDeleted(row))
+            continue;
+        if (store.ordinal(row) < *before)
+            return false;
+        before = store.ordinal(row);
+    }
+    return before.has_value();
+}
+
 void stableSort(Order& order, const std::vector<quint64>& keys) {
     if (order.size() < kWorthRadix) {
         std::stable_sort(order.begin(), order.end(), [&](quint32 a, quint32 b) { return keys[a] < keys[b]; });

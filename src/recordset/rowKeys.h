@@ -49,6 +49,10 @@ struct SortKey {
     bool descending = false;
 };
 
+/// Whether the rows of a keyset stand in the ascending order of a column as they are stored. False for a
+/// column of texts.
+bool ascends(const Keyset& keyset, const SortKey& key, const TableImage& image);
+
 /// `rows` in the order of the keys, stable; Null first ascending, last descending. Pending values count.
 std::vector<RowId> sortedRows(std::vector<RowId> rows, const std::vector<SortKey>& keys,
                               const TableImage& image, const PendingEdits& edits);

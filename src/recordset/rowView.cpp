@@ -3,15 +3,30 @@
 #include <algorithm>
 
 namespace {
-constexpr std::size_t kMostHoles = 4096;
 constexpr RowView::Place kNowhere = 0xFFFFFFFFU;
 } // namespace
 
-void RowView::assign(std::vector<RowId> rows) {
+RowView wholeView(const Keyset& keyset, const TableImage& image) {
+    RowView view;
+    if (image.deletedCount() > RowView::kMostHoles) {
+        view.assign(keyset.sequence(image));
+        return view;
+    }
+    std::vector<RowId> behind;
+    for (const RowId row : keyset.rows)
+        if (isNewRow(row) || !image.isDeleted(row))
+            behind.push_back(row);
+    view.assign(keyset.prefix, image.deletedBelow(keyset.prefix), std::move(behind));
+    return view;
+}
+
+void RowView::assign(Row prefix, std::vector<Place> holes, std::vector<RowId> rows) {
+    m_prefix = prefix;
     m_rows = std::move(rows);
-    m_holes.clear();
+    m_holes = std::move(holes);
     m_inverse.clear();
     m_ascending = std::is_sorted(m_rows.begin(), m_rows.end());
+    joinPrefix();
 }
 
 bool RowView::isHole(Place place) const {
@@ -37,45 +52,51 @@ RowView::Place RowView::placeAt(Place position) const {
 }
 
 void RowView::buildInverse() const {
-    Row top = 0;
+    Row top = m_prefix;
     for (const RowId row : m_rows)
         if (!isNewRow(row))
             top = std::max(top, row + 1);
-    m_inverse.assign(top, kNowhere);
-    for (Place place = 0; place < end(); ++place)
-        if (!isNewRow(m_rows[place]))
-            m_inverse[m_rows[place]] = place;
+    m_inverse.assign(top - m_prefix, kNowhere);
+    for (Place place = m_prefix; place < end(); ++place)
+        if (const RowId row = at(place); !isNewRow(row))
+            m_inverse[row - m_prefix] = place;
 }
 
 bool RowView::foundInTail(RowId row, Place& place) const {
     constexpr Place tail = 64;
-    const Place last = end() > tail ? end() - tail : 0;
+    const Place last = std::max(Place(m_prefix), end() > tail ? end() - tail : 0);
     for (place = end(); place > last;)
-        if (m_rows[--place] == row)
+        if (at(--place) == row)
             return true;
     place = kNowhere;
     return false;
 }
 
-std::optional<RowView::Place> RowView::find(RowId row) const {
+/// The place of a row behind the prefix, holes and all.
+std::optional<RowView::Place> RowView::findBehind(RowId row) const {
     Place place = kNowhere;
     if (m_ascending) {
-        const auto at = std::lower_bound(m_rows.begin(), m_rows.end(), row);
-        if (at != m_rows.end() && *at == row)
-            place = Place(at - m_rows.begin());
+        const auto found = std::lower_bound(m_rows.begin(), m_rows.end(), row);
+        if (found != m_rows.end() && *found == row)
+            place = m_prefix + Place(found - m_rows.begin());
     } else if (isNewRow(row)) {
-        const auto at = std::find(m_rows.rbegin(), m_rows.rend(), row);
-        if (at != m_rows.rend())
-            place = Place(m_rows.rend() - at) - 1;
+        const auto found = std::find(m_rows.rbegin(), m_rows.rend(), row);
+        if (found != m_rows.rend())
+            place = m_prefix + Place(m_rows.rend() - found) - 1;
     } else if (m_inverse.empty() && foundInTail(row, place)) {
         // A row added a moment ago stands at the end.
     } else {
         if (m_inverse.empty())
             buildInverse();
-        if (row < m_inverse.size())
-            place = m_inverse[row];
+        if (row - m_prefix < m_inverse.size())
+            place = m_inverse[row - m_prefix];
     }
-    return place == kNowhere || isHole(place) ? std::nullopt : std::optional(place);
+    return place == kNowhere ? std::nullopt : std::optional(place);
+}
+
+std::optional<RowView::Place> RowView::find(RowId row) const {
+    const auto place = row < m_prefix ? std::optional<Place>(row) : findBehind(row);
+    return place && !isHole(*place) ? place : std::nullopt;
 }
 
 RowView::Place RowView::liveFrom(Place place) const {
@@ -91,17 +112,31 @@ std::optional<RowView::Place> RowView::liveBefore(Place place) const {
     return std::nullopt;
 }
 
+/// A row that goes on where the prefix ends belongs to it.
+void RowView::joinPrefix() {
+    if (m_rows.size() != 1 || m_rows.front() != m_prefix)
+        return;
+    ++m_prefix;
+    m_rows.clear();
+    m_ascending = true;
+}
+
 void RowView::append(RowId row) {
     m_ascending = m_ascending && (m_rows.empty() || m_rows.back() < row);
     m_rows.push_back(row);
     m_inverse.clear();
+    joinPrefix();
 }
 
 void RowView::replace(Place place, RowId row) {
-    m_rows[place] = row;
-    m_ascending = m_ascending && (place == 0 || m_rows[place - 1] < row) &&
-                  (place + 1 == end() || row < m_rows[place + 1]);
+    if (at(place) == row)
+        return;
+    const std::size_t index = place - m_prefix; // the rows of the prefix are what they are
+    m_rows[index] = row;
+    m_ascending = m_ascending && (index == 0 || m_rows[index - 1] < row) &&
+                  (index + 1 == m_rows.size() || row < m_rows[index + 1]);
     m_inverse.clear();
+    joinPrefix();
 }
 
 void RowView::punch(Place place) {
@@ -114,12 +149,6 @@ void RowView::tidy(Place& tracked) {
     tracked = positionOf(tracked);
     std::vector<RowId> rows;
     rows.reserve(size());
-    std::size_t hole = 0;
-    for (Place place = 0; place < end(); ++place) {
-        if (hole < m_holes.size() && m_holes[hole] == place)
-            ++hole;
-        else
-            rows.push_back(m_rows[place]);
-    }
+    each([&rows](RowId row) { rows.push_back(row); });
     assign(std::move(rows));
 }

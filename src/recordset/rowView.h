@@ -2,28 +2,38 @@
 
 #include "recordset/rowKeys.h"
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
-/// The ordered rows that a cursor shows. A deleted row leaves a hole, so that deleting costs no move of a
-/// million entries; `place` is an index with holes counted, `position` one without. Both count from 0.
+/// The ordered rows that a cursor shows: the slots below a prefix, which take no memory, and rows one by one
+/// behind them. A deleted row leaves a hole, so that deleting costs no move of a million entries; `place` is
+/// an index with holes counted, `position` one without. Both count from 0.
 class RowView {
 public:
     using Place = std::uint32_t;
+    /// With more holes than these a view is packed.
+    static constexpr std::size_t kMostHoles = 4096;
 
-    void assign(std::vector<RowId> rows);
+    /// These rows in this order.
+    void assign(std::vector<RowId> rows) { assign(0, {}, std::move(rows)); }
+    /// The slots below `prefix` without `holes` (ascending), then these rows, none of which is below it.
+    void assign(Row prefix, std::vector<Place> holes, std::vector<RowId> rows);
     void clear() { assign({}); }
 
-    Place size() const { return Place(m_rows.size() - m_holes.size()); }
+    Place size() const { return end() - Place(m_holes.size()); }
     /// Calls `visit(row)` for every row in order.
     template <typename Visit> void each(Visit&& visit) const {
-        for (Place place = 0; place < end(); ++place)
-            if (m_holes.empty() || !isHole(place))
-                visit(m_rows[place]);
+        Place place = 0;
+        for (const Place hole : m_holes) {
+            eachFrom(place, hole, visit);
+            place = hole + 1;
+        }
+        eachFrom(place, end(), visit);
     }
     /// One past the last place.
-    Place end() const { return Place(m_rows.size()); }
-    RowId at(Place place) const { return m_rows[place]; }
+    Place end() const { return m_prefix + Place(m_rows.size()); }
+    RowId at(Place place) const { return place < m_prefix ? place : m_rows[place - m_prefix]; }
     Place positionOf(Place place) const;
     Place placeAt(Place position) const;
     std::optional<Place> find(RowId row) const;
@@ -39,12 +49,25 @@ public:
     void tidy(Place& tracked);
 
 private:
+    template <typename Visit> void eachFrom(Place first, Place last, Visit&& visit) const {
+        for (; first < std::min(last, Place(m_prefix)); ++first)
+            visit(RowId(first));
+        for (; first < last; ++first)
+            visit(m_rows[first - m_prefix]);
+    }
     bool isHole(Place place) const;
+    void joinPrefix();
+    std::optional<Place> findBehind(RowId row) const;
     void buildInverse() const;
     bool foundInTail(RowId row, Place& place) const;
 
-    std::vector<RowId> m_rows;
+    Row m_prefix = 0;
+    std::vector<RowId> m_rows;            // behind the prefix
     std::vector<Place> m_holes;           // ascending
-    bool m_ascending = true;              // rows ascend, so that one is found by halving
-    mutable std::vector<Place> m_inverse; // slot -> place, built on the first search of an unordered view
+    bool m_ascending = true;              // rows behind the prefix ascend, so that one is found by halving
+    mutable std::vector<Place> m_inverse; // slot, counted from the prefix, -> place: built on the first
+                                          // search of an unordered view
 };
+
+/// All rows of a keyset in base order, deleted ones left out.
+RowView wholeView(const Keyset& keyset, const TableImage& image);

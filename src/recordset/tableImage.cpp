@@ -10,6 +10,7 @@
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <cstring>
 #include <numeric>
 
 namespace {
@@ -41,7 +42,8 @@ TableImage::TableImage(Connection& connection, QString table, const std::vector<
 TableImage::TableImage(const std::vector<ColumnInfo>& columns)
     : m_columns(columns.size())
     , m_indexes(columns.size())
-    , m_ranks(columns.size()) {
+    , m_ranks(columns.size())
+    , m_ascending(columns.size(), 0) {
     for (std::size_t i = 0; i < columns.size(); ++i) {
         m_columns[i].info = columns[i];
         m_columns[i].loaded = true;
@@ -53,7 +55,8 @@ TableImage::TableImage(const std::vector<ColumnInfo>& columns)
 TableImage::TableImage(std::vector<ColumnStore> columns)
     : m_columns(std::move(columns))
     , m_indexes(m_columns.size())
-    , m_ranks(m_columns.size()) {
+    , m_ranks(m_columns.size())
+    , m_ascending(m_columns.size(), 0) {
     const ColumnStore& first = m_columns.front();
     const std::size_t rows =
         first.codes.size() + first.numbers.size() + first.integers.size() + first.moments.size();
@@ -134,6 +137,37 @@ int TableImage::columnIndex(const QString& name) const {
         if (info(i).name.compare(name, Qt::CaseInsensitive) == 0)
             return i;
     return -1;
+}
+
+std::vector<Row> TableImage::deletedBelow(Row limit) const {
+    std::vector<Row> rows;
+    if (m_deletedCount == 0)
+        return rows;
+    const char* const first = m_deleted.data();
+    for (const char* mark = first; mark && mark < first + limit; ++mark) {
+        mark = static_cast<const char*>(std::memchr(mark, 1, std::size_t(first + limit - mark)));
+        if (!mark)
+            break;
+        rows.push_back(Row(mark - first));
+    }
+    return rows;
+}
+
+std::optional<quint64> TableImage::ascendsTo(int column, Row limit) const {
+    const ColumnStore& store = this->column(column);
+    Row& known = m_ascending[std::size_t(column)];
+    Row last = std::min(known, limit);
+    while (last > 0 && isDeleted(last - 1))
+        --last;
+    quint64 before = last == 0 ? 0 : store.ordinal(last - 1);
+    for (; known < limit; ++known) {
+        if (isDeleted(known))
+            continue;
+        if (store.ordinal(known) < before)
+            return std::nullopt;
+        before = store.ordinal(known);
+    }
+    return before;
 }
 
 const ColumnStore& TableImage::column(int column) const {
@@ -250,6 +284,7 @@ void TableImage::setCell(Row row, int column, const CellValue& value) {
     ColumnStore& store = m_columns[std::size_t(column)];
     if (store.loaded)
         store.set(row, value);
+    m_ascending[std::size_t(column)] = std::min(m_ascending[std::size_t(column)], row);
     m_indexes[std::size_t(column)].cellChanged(row);
 }
 

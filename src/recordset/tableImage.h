@@ -56,6 +56,12 @@ public:
     Row size() const { return Row(m_rowids.size()); }
     Row deletedCount() const { return m_deletedCount; }
     bool isDeleted(Row row) const { return m_deletedCount > 0 && m_deleted[row]; }
+    /// The deleted slots below `limit`, ascending.
+    std::vector<Row> deletedBelow(Row limit) const;
+    /// Where the live slots below `limit` stand in the ascending order of a column, which is not one of
+    /// texts: the ordinal of the last of them, 0 without any. Nothing where they do not. What was found out
+    /// is kept, so that asking again costs a look at the rows that came since.
+    std::optional<quint64> ascendsTo(int column, Row limit) const;
     /// The column with its cells, read if it is not in memory yet.
     const ColumnStore& column(int column) const;
     /// Gives texts that no row holds yet a code, for keys of pending edits.
@@ -144,6 +150,7 @@ private:
     std::vector<ImageClient*> m_clients;
     mutable std::vector<EqualityIndex> m_indexes;
     mutable std::vector<std::vector<quint32>> m_ranks;
+    mutable std::vector<Row> m_ascending; // by column: the slots below stand in its order
     /// Rows read one by one while their columns are not in memory: what a grid shows before anything else is
     /// asked.
     mutable std::unordered_map<Row, ReadRow> m_readRows;
