@@ -163,6 +163,26 @@ std::optional<ColumnQuery> answerable(const TableImage& image, const SqlStatemen
     return query.isAnswerable() ? std::optional(std::move(query)) : std::nullopt;
 }
 
+/// The distinct texts of one column of the whole table, which the image keeps; null for any other statement.
+std::shared_ptr<TableImage> keptDistinct(const TableImage& image, const SqlStatement& statement,
+                                         const std::vector<SelectItem>& items,
+                                         const std::vector<ColumnInfo>& columns) {
+    if (!statement.distinct || items.size() != 1 || items.front().isAggregate() || statement.where ||
+        !statement.groupBy.isEmpty() || !statement.orderBy.empty() || statement.top >= 0 ||
+        columns.front().type != ColumnType::Text)
+        return nullptr;
+    const int column = image.columnIndex(items.front().column);
+    const std::vector<TextPool::Code>* codes = image.distinctTexts(column);
+    if (!codes)
+        return nullptr;
+    std::vector<ColumnStore> result(1);
+    result.front().info = columns.front();
+    result.front().loaded = true;
+    result.front().pool = image.column(column).pool;
+    result.front().codes = *codes;
+    return std::make_shared<TableImage>(std::move(result));
+}
+
 std::vector<Row> liveRows(const TableImage& image) {
     return Keyset{image.size(), {}}.sequence(image);
 }
@@ -175,6 +195,8 @@ std::shared_ptr<TableImage> queryColumns(Connection& connection, const SqlStatem
     const auto image = connection.standingImage(statement.table);
     if (!image || (statement.where && !statement.where->isFilter()))
         return nullptr;
+    if (auto kept = keptDistinct(*image, statement, items, columns))
+        return kept;
     auto query = answerable(*image, statement, items);
     if (!query)
         return nullptr;

@@ -25,6 +25,7 @@ void TableImage::unload(int column) {
     store = std::move(empty);
     m_indexes[std::size_t(column)] = {};
     m_ranks[std::size_t(column)].clear();
+    m_distinct[std::size_t(column)].clear();
     m_ascending[std::size_t(column)] = 0;
 }
 
@@ -32,6 +33,8 @@ void TableImage::transactionTakenBack() {
     const auto undo = std::exchange(m_undo, nullptr);
     if (!undo)
         return;
+    for (DistinctTexts& distinct : m_distinct)
+        distinct.clear(); // counted anew where it is asked for again
     m_dropped = false;
     m_readRows.clear();
     // Later notes first: a cell that changed twice ends as it began.

@@ -252,14 +252,24 @@ bool Predicate::test(RowId row, const PendingEdits& edits) const {
     });
 }
 
+/// The equality whose rows are to be looked at: of several that all must hold the one with the fewest.
 const Predicate::Leaf* Predicate::indexedLeaf() const {
     if (m_root->kind == Condition::Kind::Clause)
         return m_root->leaf.isEquality() ? &m_root->leaf : nullptr;
+    const Leaf* best = nullptr;
+    std::size_t fewest = 0;
     if (m_root->kind == Condition::Kind::And)
-        for (const Node& part : m_root->parts)
-            if (part.kind == Condition::Kind::Clause && part.leaf.isEquality())
-                return &part.leaf;
-    return nullptr;
+        for (const Node& part : m_root->parts) {
+            if (part.kind != Condition::Kind::Clause || !part.leaf.isEquality())
+                continue;
+            const std::size_t count =
+                m_image->countEqual(part.leaf.column, part.leaf.codes).value_or(m_image->size());
+            if (!best || count < fewest) {
+                best = &part.leaf;
+                fewest = count;
+            }
+        }
+    return best;
 }
 
 void Predicate::selectPrefix(Row prefix, std::vector<RowId>& rows) const {

@@ -1,6 +1,5 @@
 #include "recordset/tableImage.h"
 
-#include "recordset/collation.h"
 #include "recordset/connection.h"
 #include "recordset/dialect.h"
 #include "recordset/error.h"
@@ -43,6 +42,7 @@ TableImage::TableImage(const std::vector<ColumnInfo>& columns)
     : m_columns(columns.size())
     , m_indexes(columns.size())
     , m_ranks(columns.size())
+    , m_distinct(columns.size())
     , m_ascending(columns.size(), 0) {
     for (std::size_t i = 0; i < columns.size(); ++i) {
         m_columns[i].info = columns[i];
@@ -56,6 +56,7 @@ TableImage::TableImage(std::vector<ColumnStore> columns)
     : m_columns(std::move(columns))
     , m_indexes(m_columns.size())
     , m_ranks(m_columns.size())
+    , m_distinct(m_columns.size())
     , m_ascending(m_columns.size(), 0) {
     const ColumnStore& first = m_columns.front();
     const std::size_t rows =
@@ -252,18 +253,23 @@ void TableImage::collectEqual(int column, const std::vector<TextPool::Code>& cod
     m_indexes[std::size_t(column)].collect(this->column(column), codes, limit, m_deleted, rows);
 }
 
+std::optional<std::size_t> TableImage::countEqual(int column,
+                                                  const std::vector<TextPool::Code>& codes) const {
+    return m_indexes[std::size_t(column)].countEqual(this->column(column), codes);
+}
+
 const std::vector<quint32>& TableImage::textRanks(int column) const {
-    const TextPool& pool = this->column(column).pool;
-    std::vector<quint32>& ranks = m_ranks[std::size_t(column)];
-    if (ranks.size() == std::size_t(pool.last()) + 1)
-        return ranks;
-    std::vector<TextPool::Code> codes(pool.last());
-    for (TextPool::Code code = 1; code <= pool.last(); ++code)
-        codes[code - 1] = code;
-    const std::vector<quint32> fresh = Collation().ranks(pool, codes);
-    ranks.assign(1, 0);
-    ranks.insert(ranks.end(), fresh.begin(), fresh.end());
-    return ranks;
+    return m_ranks[std::size_t(column)].of(this->column(column).pool);
+}
+
+const std::vector<TextPool::Code>* TableImage::distinctTexts(int column) const {
+    const ColumnStore& store = this->column(column);
+    if (store.pool.hasCaseVariants())
+        return nullptr;
+    DistinctTexts& distinct = m_distinct[std::size_t(column)];
+    if (!distinct.isCounted())
+        distinct.count(store, m_deleted);
+    return distinct.ordered(textRanks(column));
 }
 
 void TableImage::requireWritable() const {
@@ -282,8 +288,14 @@ template <typename Notice> void TableImage::tell(Notice&& notice) {
 
 void TableImage::setCell(Row row, int column, const CellValue& value) {
     ColumnStore& store = m_columns[std::size_t(column)];
-    if (store.loaded)
+    if (store.loaded) {
+        const bool counts = !store.codes.empty() && !isDeleted(row);
+        if (counts)
+            m_distinct[std::size_t(column)].remove(store.codes[row]);
         store.set(row, value);
+        if (counts)
+            m_distinct[std::size_t(column)].add(store.codes[row]);
+    }
     m_ascending[std::size_t(column)] = std::min(m_ascending[std::size_t(column)], row);
     m_indexes[std::size_t(column)].cellChanged(row);
 }
@@ -322,9 +334,11 @@ Row TableImage::insert(CellChanges stored) {
     const Row row = size();
     m_rowids.push_back(++m_lastRowid);
     m_deleted.push_back(0);
-    for (ColumnStore& column : m_columns)
-        if (column.loaded)
-            column.appendNull();
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        if (m_columns[i].loaded) {
+            m_columns[i].appendNull();
+            m_distinct[i].add(TextPool::Null);
+        }
     for (const auto& [column, value] : stored) {
         setCell(row, column, value);
         if (column == m_serialColumn && !isNull(value))
@@ -359,6 +373,9 @@ void TableImage::remove(Row row) {
     statement.bind(1, m_rowids[row]);
     m_connection->write(statement);
     tell([row](ImageClient& client) { client.rowAboutToBeDeleted(row); });
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        if (!m_columns[i].codes.empty())
+            m_distinct[i].remove(m_columns[i].codes[row]);
     m_deleted[row] = 1;
     ++m_deletedCount;
     if (m_undo)
@@ -373,6 +390,8 @@ void TableImage::removeAll() {
         m_undo->all = m_deleted;
     std::fill(m_deleted.begin(), m_deleted.end(), char(1));
     m_deletedCount = size();
+    for (DistinctTexts& distinct : m_distinct)
+        distinct.clear();
     tell([](ImageClient& client) { client.allRowsDeleted(); });
 }
 
@@ -396,7 +415,9 @@ std::size_t TableImage::indexMemory() const {
     std::size_t total = 0;
     for (const EqualityIndex& index : m_indexes)
         total += index.memory();
-    for (const std::vector<quint32>& ranks : m_ranks)
-        total += bytes(ranks);
+    for (const TextRanks& ranks : m_ranks)
+        total += ranks.memory();
+    for (const DistinctTexts& distinct : m_distinct)
+        total += distinct.memory();
     return total;
 }

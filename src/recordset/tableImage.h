@@ -1,6 +1,8 @@
 #pragma once
 
+#include "recordset/distinctTexts.h"
 #include "recordset/equalityIndex.h"
+#include "recordset/textRanks.h"
 
 #include <QStringList>
 
@@ -75,8 +77,14 @@ public:
     /// Appends to `rows` the live rows below `limit` whose text has one of these codes, ascending.
     void collectEqual(int column, const std::vector<TextPool::Code>& codes, Row limit,
                       std::vector<Row>& rows) const;
+    /// How many rows collectEqual would look at, nothing where it would have to scan the column.
+    std::optional<std::size_t> countEqual(int column, const std::vector<TextPool::Code>& codes) const;
     /// Rank of every code of a text column in the order of texts; index 0 is Null's and holds 0.
     const std::vector<quint32>& textRanks(int column) const;
+
+    /// The distinct texts of a text column over all live rows in their order, Null first; null where texts
+    /// differ in case alone or share a rank. Kept from the first call on while rows come and go.
+    const std::vector<TextPool::Code>* distinctTexts(int column) const;
 
     Row insert(CellChanges cells);
     void update(Row row, const CellChanges& cells);
@@ -149,7 +157,8 @@ private:
     std::unique_ptr<Undo> m_undo;
     std::vector<ImageClient*> m_clients;
     mutable std::vector<EqualityIndex> m_indexes;
-    mutable std::vector<std::vector<quint32>> m_ranks;
+    mutable std::vector<TextRanks> m_ranks;
+    mutable std::vector<DistinctTexts> m_distinct;
     mutable std::vector<Row> m_ascending; // by column: the slots below stand in its order
     /// Rows read one by one while their columns are not in memory: what a grid shows before anything else is
     /// asked.

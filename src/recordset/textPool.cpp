@@ -62,47 +62,57 @@ bool equalFolded(std::string_view a, std::string_view b) {
 }
 
 TextPool::TextPool()
-    : m_ends(1, 0)
-    , m_slots(kFirstSlots) {}
+    : m_data(std::make_shared<Data>()) {
+    m_data->ends.assign(1, 0);
+    m_data->slots.resize(kFirstSlots);
+}
 
 TextPool::TextPool(std::string bytes, std::vector<std::uint32_t> ends)
-    : m_bytes(std::move(bytes))
-    , m_ends(std::move(ends))
-    , m_hasCaseVariants(true) {} // a text under two codes is found as variants are
+    : m_data(std::make_shared<Data>()) {
+    m_data->bytes = std::move(bytes);
+    m_data->ends = std::move(ends);
+    m_data->hasCaseVariants = true; // a text under two codes is found as variants are
+}
+
+TextPool TextPool::copy() const {
+    TextPool copy;
+    *copy.m_data = *m_data;
+    return copy;
+}
 
 TextPool::Code TextPool::intern(std::string_view text) {
-    if (m_slots.empty())
+    if (m_data->slots.empty())
         placeAll();
     const std::uint32_t hash = foldedHash(text);
-    const std::size_t mask = m_slots.size() - 1;
+    const std::size_t mask = m_data->slots.size() - 1;
     std::size_t at = hash & mask;
-    for (; m_slots[at].code != Null; at = (at + 1) & mask) {
-        if (m_slots[at].hash != hash)
+    for (; m_data->slots[at].code != Null; at = (at + 1) & mask) {
+        if (m_data->slots[at].hash != hash)
             continue;
-        const std::string_view held = this->text(m_slots[at].code);
+        const std::string_view held = this->text(m_data->slots[at].code);
         if (held == text)
-            return m_slots[at].code;
-        m_hasCaseVariants = m_hasCaseVariants || equalFolded(held, text);
+            return m_data->slots[at].code;
+        m_data->hasCaseVariants = m_data->hasCaseVariants || equalFolded(held, text);
     }
-    if (m_bytes.size() + text.size() > UINT32_MAX)
+    if (m_data->bytes.size() + text.size() > UINT32_MAX)
         fail(ErrorNumber::Engine, QStringLiteral("一列文字的总量超过 4 GB"));
-    m_bytes.append(text);
-    m_ends.push_back(std::uint32_t(m_bytes.size()));
+    m_data->bytes.append(text);
+    m_data->ends.push_back(std::uint32_t(m_data->bytes.size()));
     const Code code = last();
-    m_slots[at] = {code, hash};
-    if (std::size_t(code) * 2 > m_slots.size())
+    m_data->slots[at] = {code, hash};
+    if (std::size_t(code) * 2 > m_data->slots.size())
         grow();
     return code;
 }
 
 template <typename Visit> void TextPool::visitChain(std::string_view text, Visit&& visit) const {
-    if (m_slots.empty())
+    if (m_data->slots.empty())
         placeAll();
     const std::uint32_t hash = foldedHash(text);
-    const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t at = hash & mask; m_slots[at].code != Null; at = (at + 1) & mask)
-        if (m_slots[at].hash == hash)
-            visit(m_slots[at].code);
+    const std::size_t mask = m_data->slots.size() - 1;
+    for (std::size_t at = hash & mask; m_data->slots[at].code != Null; at = (at + 1) & mask)
+        if (m_data->slots[at].hash == hash)
+            visit(m_data->slots[at].code);
 }
 
 TextPool::Code TextPool::find(std::string_view text) const {
@@ -124,7 +134,7 @@ std::vector<TextPool::Code> TextPool::findEqual(std::string_view text) const {
 }
 
 TextPool::Code TextPool::foldClass(Code code) const {
-    if (code == Null || !m_hasCaseVariants)
+    if (code == Null || !m_data->hasCaseVariants)
         return code;
     Code lowest = code;
     for (const Code other : findEqual(text(code)))
@@ -133,27 +143,28 @@ TextPool::Code TextPool::foldClass(Code code) const {
 }
 
 std::size_t TextPool::memory() const {
-    return m_bytes.capacity() + m_ends.capacity() * sizeof(m_ends[0]) + m_slots.capacity() * sizeof(Slot);
+    return m_data->bytes.capacity() + m_data->ends.capacity() * sizeof(m_data->ends[0]) +
+           m_data->slots.capacity() * sizeof(Slot);
 }
 
 void TextPool::grow() {
-    std::vector<Slot> old(m_slots.size() * 2);
-    old.swap(m_slots);
+    std::vector<Slot> old(m_data->slots.size() * 2);
+    old.swap(m_data->slots);
     for (const Slot& slot : old)
         if (slot.code != Null)
             place(slot);
 }
 
 void TextPool::place(Slot slot) const {
-    const std::size_t mask = m_slots.size() - 1;
+    const std::size_t mask = m_data->slots.size() - 1;
     std::size_t at = slot.hash & mask;
-    while (m_slots[at].code != Null)
+    while (m_data->slots[at].code != Null)
         at = (at + 1) & mask;
-    m_slots[at] = slot;
+    m_data->slots[at] = slot;
 }
 
 void TextPool::placeAll() const {
-    m_slots.resize(std::bit_ceil(std::max(kFirstSlots, m_ends.size() * 2)));
+    m_data->slots.resize(std::bit_ceil(std::max(kFirstSlots, m_data->ends.size() * 2)));
     for (Code code = 1; code <= last(); ++code)
         place({code, foldedHash(text(code))});
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,7 +12,8 @@ std::string foldedAscii(std::string_view text);
 bool equalFolded(std::string_view a, std::string_view b);
 
 /// The distinct texts of one column as UTF-8, each under a code. Append-only: a code keeps its text as long
-/// as the pool lives. Code 0 stands for Null and is never given out.
+/// as the pool lives. Code 0 stands for Null and is never given out. A pool that is assigned is the same
+/// pool: what the one takes in is in the other.
 class TextPool {
 public:
     using Code = std::uint32_t;
@@ -31,10 +33,15 @@ public:
     Code foldClass(Code code) const;
 
     std::string_view text(Code code) const {
-        return {m_bytes.data() + m_ends[code - 1], m_ends[code] - m_ends[code - 1]};
+        const Data& data = *m_data;
+        return {data.bytes.data() + data.ends[code - 1], data.ends[code] - data.ends[code - 1]};
     }
+    /// Whether some texts are equal but for the case of A-Z.
+    bool hasCaseVariants() const { return m_data->hasCaseVariants; }
+    /// A pool of its own with the same texts under the same codes.
+    TextPool copy() const;
     /// The highest code given out.
-    Code last() const { return Code(m_ends.size() - 1); }
+    Code last() const { return Code(m_data->ends.size() - 1); }
     std::size_t memory() const;
 
 private:
@@ -48,8 +55,12 @@ private:
     void place(Slot slot) const;
     void placeAll() const;
 
-    std::string m_bytes;
-    std::vector<std::uint32_t> m_ends; // m_ends[c] is where the text of code c ends
-    mutable std::vector<Slot> m_slots; // none until a text is looked for
-    bool m_hasCaseVariants = false;
+    struct Data {
+        std::string bytes;
+        std::vector<std::uint32_t> ends; // ends[c] is where the text of code c ends
+        std::vector<Slot> slots;         // none until a text is looked for
+        bool hasCaseVariants = false;
+    };
+
+    std::shared_ptr<Data> m_data;
 };

@@ -75,4 +75,31 @@ TEST_F(EqualityIndexTest, AChangedTextIsNotFoundUnderItsOldOne) {
     }
 }
 
+TEST_F(EqualityIndexTest, ATextThatIsChangedThereAndBackIsFoundOnce) {
+    for (const char* text : {"a", "b", "a"})
+        add(text);
+    find("a");
+    find("a");
+    for (const char* text : {"b", "a"}) {
+        column.codes[0] = column.pool.find(text);
+        index.cellChanged(0);
+    }
+    EXPECT_EQ(find("a"), (Rows{0, 2}));
+    EXPECT_EQ(find("a", 2), (Rows{0}));
+    EXPECT_EQ(find("b"), (Rows{1}));
+    deleted[0] = 1;
+    EXPECT_EQ(find("a"), (Rows{2}));
+}
+
+TEST_F(EqualityIndexTest, HowManyRowsASearchLooksAtIsKnownOnceItIsBuilt) {
+    for (const char* text : {"a", "b", "a"})
+        add(text);
+    EXPECT_EQ(index.countEqual(column, column.pool.findEqual("a")), std::nullopt);
+    find("a");
+    find("a");
+    EXPECT_EQ(index.countEqual(column, column.pool.findEqual("a")), 2U);
+    add("a");
+    EXPECT_EQ(index.countEqual(column, column.pool.findEqual("b")), 2U) << "its row, and the new one";
+}
+
 } // namespace
