@@ -23,7 +23,9 @@ void registerAll(MDIForm1& main, Prompts& prompts) {
             wallsState() ? QString()
                          : QStringLiteral("本机的系统内核不支持隔离：导入文件时，读取程序没有隔离保护，"
                                           "请只导入来历可靠的文件。");
-        return new manualFm1(host.session().appPath + QStringLiteral("/用户指南(衡商汇).txt"), warning);
+        return new manualFm1(
+            host.session().appPath + QStringLiteral("/用户指南(衡商汇).txt"),
+            [&host] { return helpTopic(host.helpAbout()); }, warning);
     });
     main.commands().add(QStringLiteral("help"), [&main](IgnoringErrors&) { main.showHelp(); });
     main.commands().add(QStringLiteral("exit"), [&main](IgnoringErrors&) { main.askExit(); });

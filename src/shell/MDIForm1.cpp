@@ -6,6 +6,7 @@
 #include "shell/windowPlace.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -244,7 +245,10 @@ void MDIForm1::askExit() {
 }
 
 void MDIForm1::showHelp() {
-    m_host.openWindow(QStringLiteral("manualFm1"), ViewHost::MainWindow::Stays);
+    // A window beside this one lets its keys through.
+    if (const auto* front = qobject_cast<TopWindow*>(QApplication::activeWindow()))
+        return m_host.openHelp(front->objectName());
+    m_host.openHelp(m_host.active() ? m_host.active()->name() : QString());
 }
 
 void MDIForm1::closeEvent(QCloseEvent* event) {

@@ -172,11 +172,15 @@ TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
     if (main == MainWindow::Disabled)
         m_main.setEnabled(false);
     connect(window, &TopWindow::finished, this, [this, name] { windowClosed(name); });
-    connect(window, &TopWindow::helpAsked, this,
-            [this] { openWindow(QStringLiteral("manualFm1"), MainWindow::Stays); });
+    connect(window, &TopWindow::helpAsked, this, [this, name] { openHelp(name); });
     window->show();
     letPrint();
     return window;
+}
+
+void ViewHost::openHelp(const QString& about) {
+    m_helpAbout = about;
+    openWindow(QStringLiteral("manualFm1"), MainWindow::Stays);
 }
 
 TopWindow* ViewHost::openReport() const {

@@ -51,6 +51,10 @@ public:
     void showFromMenu(const QString& name);
     /// Opens a window of its own, or brings the open one to the front. Null for an unknown name.
     TopWindow* openWindow(const QString& name, MainWindow main);
+    /// Opens the help window at the section about a view or window.
+    void openHelp(const QString& about);
+    /// What help was last asked about: the name of a view or window.
+    const QString& helpAbout() const { return m_helpAbout; }
     /// Brings the main window back beside an open window that had it hidden or disabled.
     void bringBackMain(const QString& beside);
     /// Closes the windows whose figures a purchase would change, and all dialogs, as by their own way out.
@@ -106,4 +110,5 @@ private:
     QHash<QString, QPointer<View>> m_loaded;
     QHash<QString, OpenWindow> m_open;
     QPointer<View> m_active;
+    QString m_helpAbout;
 };

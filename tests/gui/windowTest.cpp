@@ -115,7 +115,7 @@ TEST_F(Windows, DialogsStandInTheMiddleOfTheScreenAndHelpOverTheMainWindow) {
         opened->finish();
     }
     drive->click("Toolbar1(8)");
-    const QSize help(760, 620);
+    const QSize help(940, 640);
     const QRect overMain = windowPlace(main->geometry(), help, likelyFrame(), screen);
     ASSERT_NE(overMain, windowPlace(screen, help, likelyFrame(), screen));
     EXPECT_EQ(window("manualFm1")->geometry(), overMain);
