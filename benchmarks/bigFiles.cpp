@@ -1,5 +1,7 @@
 #include "bigFiles.h"
 
+#include "import/zipFile.h"
+
 #include <QByteArray>
 #include <QFile>
 
@@ -8,6 +10,8 @@
 #include <cstring>
 
 namespace {
+
+constexpr int kSharedTexts = 5000;
 
 QByteArray cellOf(int row, int column) {
     static const char* const words[] = {"客户", "公司", "北京市", "0755-", "说明文字"};
@@ -178,4 +182,28 @@ void writeBigXls(const QString& path, int rows) {
     QFile file(path);
     if (file.open(QIODevice::WriteOnly))
         file.write(compoundFile(workbook(rows)));
+}
+
+void writeBigXlsx(const QString& path, int rows) {
+    XlsxParts parts;
+    parts.styles = "<cellXfs><xf numFmtId=\"0\"/><xf numFmtId=\"14\"/></cellXfs>";
+    for (int i = 0; i < kSharedTexts; ++i)
+        parts.strings += QStringLiteral("<si><t>打印纸 A4 %1</t></si>").arg(i).toUtf8();
+    parts.rows = "<row r=\"1\">";
+    for (int i = 0; i < 7; ++i)
+        parts.rows += "<c r=\"" + QByteArray(1, char('A' + i)) + "1\" t=\"inlineStr\"><is><t>c" +
+                      QByteArray::number(i) + "</t></is></c>";
+    parts.rows += "</row>";
+    for (int row = 2; row <= rows + 1; ++row) {
+        const QByteArray number = QByteArray::number(row);
+        const QByteArray text = QByteArray::number(row % kSharedTexts);
+        parts.rows += "<row r=\"" + number + "\"><c r=\"A" + number + "\" t=\"s\"><v>" + text +
+                      "</v></c><c r=\"B" + number + "\"><v>" + number + "</v></c><c r=\"C" + number +
+                      "\"><v>" + number + ".25</v></c><c r=\"D" + number + "\" s=\"1\"><v>" +
+                      QByteArray::number(40000 + row % 5000) + "</v></c><c r=\"E" + number +
+                      "\" t=\"s\"><v>" + text + "</v></c><c r=\"F" + number + "\" t=\"inlineStr\"><is><t>" +
+                      number + "</t></is></c><c r=\"G" + number + "\"><f>B" + number + "*2</f><v>" +
+                      QByteArray::number(2 * row) + "</v></c></row>";
+    }
+    writeZip(path, parts.content());
 }

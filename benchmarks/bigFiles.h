@@ -6,3 +6,4 @@
 void writeBigText(const QString& path, int rows);
 void writeBigDbf(const QString& path, int rows);
 void writeBigXls(const QString& path, int rows);
+void writeBigXlsx(const QString& path, int rows);

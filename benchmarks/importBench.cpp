@@ -18,6 +18,7 @@ namespace {
 constexpr int kTextRows = 200'000;
 constexpr int kDbfRows = 100'000;
 constexpr int kXlsRows = 65'000;
+constexpr int kXlsxRows = 100'000;
 
 void runShell(const QString& command) {
     QProcess shell;
@@ -77,7 +78,8 @@ void readHere(SourceKind kind, const QString& path) {
     const SourceFile source(file.handle());
     const auto reader = kind == SourceKind::Dbf   ? dbfReader(source)
                         : kind == SourceKind::Txt ? textReader(source)
-                                                  : xlsReader(source);
+                        : kind == SourceKind::Xls ? xlsReader(source)
+                                                  : xlsxReader(source);
     SourceRows rows;
     reader->read(reader->tables().first(), rows);
 }
@@ -91,7 +93,8 @@ void benchWalls(BenchReport& report, const QString& folder) {
     };
     constexpr BigFile files[] = {{SourceKind::Txt, "txt", writeBigText, kTextRows},
                                  {SourceKind::Dbf, "dbf", writeBigDbf, kDbfRows},
-                                 {SourceKind::Xls, "xls", writeBigXls, kXlsRows}};
+                                 {SourceKind::Xls, "xls", writeBigXls, kXlsRows},
+                                 {SourceKind::Xlsx, "xlsx", writeBigXlsx, kXlsxRows}};
     for (const BigFile& file : files) {
         const QString kind = QString::fromLatin1(file.name);
         const QString path = folder + QStringLiteral("/walled.") + kind;
@@ -129,8 +132,15 @@ void benchReaders(BenchReport& report, const QString& folder) {
     else
         report.add({QStringLiteral("xls of 65,000 rows"),
                     milliseconds([&] { readAll(SourceKind::Xls, xls); }), 0, QStringLiteral("ms"), 0});
-    QFile::remove(dbf);
-    QFile::remove(xls);
+    const QString xlsx = folder + QStringLiteral("/big.xlsx");
+    writeBigXlsx(xlsx, kXlsxRows);
+    if (has("xlsx2csv"))
+        alternate(
+            report, QStringLiteral("xlsx of 100,000 rows / xlsx2csv"), 0.3,
+            [&] { readAll(SourceKind::Xlsx, xlsx); },
+            [&] { runShell(QStringLiteral("xlsx2csv '%1' /dev/null").arg(xlsx)); }, 3);
+    for (const QString& name : {dbf, xls, xlsx})
+        QFile::remove(name);
 }
 
 void benchTakeOver(BenchReport& report, const QString& folder) {

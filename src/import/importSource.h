@@ -13,7 +13,7 @@ public:
         : ImportError(QStringLiteral("已停止读取。")) {}
 };
 
-enum class SourceKind { Dbf, Txt, Xls, Mdb };
+enum class SourceKind { Dbf, Txt, Xls, Mdb, Xlsx, Csv };
 
 /// A foreign file as tables by name.
 class ImportSource {
@@ -37,5 +37,5 @@ std::unique_ptr<ImportSource> openImportSource(SourceKind kind, const QString& p
                                                const QStringList& ownFiles = {},
                                                const std::function<bool()>& shouldStop = {});
 
-/// Bare file name without its last four characters: the one table of a dbf or text source.
+/// Bare file name without its last four characters: the one table of a source that has no tables of its own.
 QString tableOfFile(const QString& path);

@@ -24,6 +24,8 @@ std::unique_ptr<TableReader> readerOf(std::string_view kind, std::string_view me
         return xlsReader(file);
     if (kind == "mdb")
         return mdbReader(file);
+    if (kind == "xlsx")
+        return xlsxReader(file);
     if (kind != "dbf")
         throw ImportError(QStringLiteral("没有这种文件的读取程序。"));
     return dbfReader(file, memos.empty() ? std::nullopt

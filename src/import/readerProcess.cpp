@@ -34,10 +34,10 @@ struct KindOfReader {
 };
 
 /// By SourceKind.
-constexpr KindOfReader kKinds[] = {{"dbf", u"不是 dBase 文件，或者文件已损坏。"},
-                                   {"txt", u"文件不能读取。"},
-                                   {"xls", u"文件已损坏，或者不是 Excel 97 文件。"},
-                                   {"mdb", u"不是 Access 文件，或者文件已损坏。"}};
+constexpr KindOfReader kKinds[] = {
+    {"dbf", u"不是 dBase 文件，或者文件已损坏。"},           {"txt", u"文件不能读取。"},
+    {"xls", u"文件已损坏，或者不是 Excel 97 文件。"},        {"mdb", u"不是 Access 文件，或者文件已损坏。"},
+    {"xlsx", u"文件已损坏，或者不是 Excel 的 .xlsx 文件。"}, {"txt", u"文件不能读取。"}};
 
 /// The environment without what a library of the reader listens to: it would read other signs or other dates
 /// than the file holds.

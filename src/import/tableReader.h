@@ -36,6 +36,7 @@ public:
 std::unique_ptr<TableReader> textReader(const SourceFile& file);
 std::unique_ptr<TableReader> dbfReader(const SourceFile& file, const std::optional<MemoFile>& memos = {});
 std::unique_ptr<TableReader> xlsReader(const SourceFile& file);
+std::unique_ptr<TableReader> xlsxReader(const SourceFile& file);
 std::unique_ptr<TableReader> mdbReader(const SourceFile& file);
 
 /// Loads what a reader would fetch from other files when it is at work, and keeps it.

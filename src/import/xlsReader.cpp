@@ -3,23 +3,20 @@
 #include "import/biffFormats.h"
 #include "import/biffRecords.h"
 #include "import/compoundFile.h"
+#include "import/sheetCells.h"
 #include "import/tableReader.h"
 
 #include "recordset/textNumber.h"
 
 #include <QHash>
 
-#include <algorithm>
-#include <string>
 #include <vector>
 
 namespace {
 
-constexpr int kMostRows = 65536;
-constexpr int kMostColumns = 256;
+constexpr SheetCells::Bounds kBounds{65536, 256};
 constexpr quint16 kBiff8 = 0x0600;
-constexpr int kRecordsPerSign = 20000;                  // from one sign of life to the next
-constexpr std::size_t kMostText = std::size_t(1) << 30; // bytes
+constexpr int kRecordsPerSign = 20000; // from one sign of life to the next
 
 struct Sheet {
     QString name;
@@ -30,9 +27,9 @@ struct Sheet {
 struct Workbook {
     QByteArray stream;
     std::vector<Sheet> sheets;
-    std::vector<std::string> strings; // UTF-8
-    std::vector<int> formats;         // of the cell styles
-    QHash<int, QString> codes;        // of own formats
+    TextHeap strings;
+    std::vector<int> formats;  // of the cell styles
+    QHash<int, QString> codes; // of own formats
     bool from1904 = false;
 
     QString numberText(double number, int style) const {
@@ -112,7 +109,7 @@ private:
             const auto text = reader.string();
             if (!text)
                 throw ImportError(QStringLiteral("工作簿的文字表已损坏。"));
-            m_book.strings.push_back(text->toStdString());
+            m_book.strings.add(text->toStdString());
         }
     }
 
@@ -120,12 +117,13 @@ private:
     RecordReader m_records;
 };
 
-/// The cells of one sheet, sparse, in the order in which they come: by rows mostly, not always.
+/// Reads the cells of one sheet.
 class SheetReader {
 public:
     SheetReader(const Workbook& book, qsizetype start)
         : m_book(book)
-        , m_records(book.stream, start) {}
+        , m_records(book.stream, start)
+        , m_cells(book.strings, kBounds) {}
 
     void read(RowSink& sink) {
         if (!m_records.next() || m_records.type() != Biff::Bof)
@@ -139,43 +137,20 @@ public:
         }
         if (!ended)
             throw ImportError(QStringLiteral("工作表不完整。"));
-        putInOrder();
-        table(sink);
+        m_cells.table(sink);
     }
 
 private:
-    /// A cell: its place, and where its text lies among the shared strings or in m_texts.
-    struct Cell {
-        quint32 place; // row * kMostColumns + column
-        quint32 text;
-    };
-    static constexpr quint32 kShared = 0x80000000; // mark of a shared string
-
     ByteReader data() const { return ByteReader(m_records.data()); }
 
-    void put(int row, int column, quint32 text) {
-        if (row < kMostRows && column < kMostColumns)
-            m_cells.push_back({quint32(row) * kMostColumns + quint32(column), text});
-    }
-    void put(int row, int column, const QString& text) {
-        if (m_ends.size() >= kShared || m_texts.size() > kMostText)
-            throw ImportError(QStringLiteral("工作表太大，不能读取。"));
-        const QByteArray utf8 = text.toUtf8();
-        m_texts.append(utf8.constData(), std::size_t(utf8.size()));
-        m_ends.push_back(quint32(m_texts.size()));
-        put(row, column, quint32(m_ends.size() - 1));
-    }
+    void put(int row, int column, const QString& text) { m_cells.put(row, column, text.toStdString()); }
     void putHere(const QString& text) { put(data().u16(0), data().u16(2), text); }
     QString number(double value) const { return m_book.numberText(value, data().u16(4)); }
 
     void take() {
         switch (m_records.type()) {
-        case Biff::LabelSst: {
-            const quint32 index = data().u32(6);
-            if (index < m_book.strings.size())
-                put(data().u16(0), data().u16(2), index | kShared);
-            return;
-        }
+        case Biff::LabelSst:
+            return m_cells.putShared(data().u16(0), data().u16(2), data().u32(6));
         case Biff::Label:
         case Biff::RString:
             if (const auto text = StringReader({m_records.data().mid(6)}).string())
@@ -229,65 +204,9 @@ private:
         }
     }
 
-    /// By place; of cells written twice the later one counts.
-    void putInOrder() {
-        const auto before = [](const Cell& a, const Cell& b) { return a.place < b.place; };
-        if (!std::is_sorted(m_cells.begin(), m_cells.end(), before))
-            std::stable_sort(m_cells.begin(), m_cells.end(), before);
-        std::size_t kept = 0;
-        for (const Cell& cell : m_cells) {
-            if (kept == 0 || m_cells[kept - 1].place != cell.place)
-                ++kept;
-            m_cells[kept - 1] = cell;
-        }
-        m_cells.resize(kept);
-    }
-
-    std::string_view textOf(const Cell& cell) const {
-        if (cell.text & kShared)
-            return m_book.strings[cell.text & ~kShared];
-        const quint32 start = cell.text == 0 ? 0 : m_ends[cell.text - 1];
-        return std::string_view(m_texts).substr(start, m_ends[cell.text] - start);
-    }
-
-    /// The cells as a table that begins at the first cell there is; its first row names the columns. There
-    /// are no cells without a value, so that the last one ends the last row that counts.
-    void table(RowSink& sink) const {
-        if (m_cells.empty())
-            return sink.begin({});
-        quint32 left = kMostColumns;
-        quint32 right = 0;
-        for (const Cell& cell : m_cells) {
-            left = std::min(left, cell.place % kMostColumns);
-            right = std::max(right, cell.place % kMostColumns);
-        }
-        const quint32 top = m_cells.front().place / kMostColumns;
-        auto next = m_cells.begin();
-        QStringList names;
-        for (quint32 column = left; column <= right; ++column) {
-            QString name;
-            if (next != m_cells.end() && next->place == top * kMostColumns + column) {
-                const std::string_view text = textOf(*next++);
-                name = QString::fromUtf8(text.data(), qsizetype(text.size())).trimmed();
-            }
-            names << (name.isEmpty() ? QStringLiteral("F%1").arg(column - left + 1) : name);
-        }
-        sink.begin(names);
-        const quint32 bottom = m_cells.back().place / kMostColumns;
-        for (quint32 row = top + 1; row <= bottom; ++row)
-            for (quint32 column = left; column <= right; ++column) {
-                if (next != m_cells.end() && next->place == row * kMostColumns + column)
-                    sink.text(textOf(*next++));
-                else
-                    sink.null();
-            }
-    }
-
     const Workbook& m_book;
     RecordReader m_records;
-    std::vector<Cell> m_cells;
-    std::string m_texts; // of the cells that share none
-    std::vector<quint32> m_ends;
+    SheetCells m_cells;
     int m_taken = 0;
     bool m_awaited = false;
     int m_awaitedRow = 0;

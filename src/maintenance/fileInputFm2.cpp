@@ -4,6 +4,7 @@
 #include "controls/longWork.h"
 #include "controls/prompts.h"
 #include "data/ownFiles.h"
+#include "maintenance/importPreview.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -14,6 +15,7 @@
 #include <QPushButton>
 #include <QScopeGuard>
 
+#include <algorithm>
 #include <malloc.h>
 
 namespace {
@@ -23,7 +25,7 @@ struct SourceButton {
     SourceKind kind;
     const char16_t* caption;
     const char16_t* filter;
-    const char16_t* endings; // the last four characters, parted by blanks
+    const char16_t* endings; // parted by blanks
     const char16_t* refusal;
     const char16_t* refusalTitle;
 };
@@ -36,9 +38,14 @@ constexpr SourceButton kSources[] = {
      u"不是 .XLS 数据文件类型，请重新选择！", u"提示信息"},
     {SourceKind::Mdb, u"打开.mdb文件", u"所有文件(*.*) (*.*);;数据库文件(*.MDB) (*.mdb)", u".mdb",
      u"数据库类型不是 .mdb类型 ，\r\n请重新选择 .mdb数据库 ！", u"提示信息"},
+    {SourceKind::Xlsx, u"打开.xlsx文件", u"所有文件(*.*) (*.*);;Excel工作簿(*.XLSX) (*.xlsx *.XLSX)",
+     u".xlsx .XLSX", u"不是 .XLSX 数据文件类型，请重新选择！", u"提示信息"},
+    {SourceKind::Csv, u"打开.csv文件", u"所有文件(*.*) (*.*);;逗号分隔文件(*.CSV) (*.csv *.CSV)",
+     u".csv .CSV", u"不是 .CSV 数据文件类型，请重新选择！", u"提示信息"},
 };
 
 constexpr int kPlace = Qt::UserRole; // of a column in its table
+constexpr int kTrialStep = 50;       // milliseconds
 
 QListWidget* makeList(const QString& name, const QString& meaning, QWidget* parent) {
     auto* list = new QListWidget(parent);
@@ -80,6 +87,17 @@ void moveNames(QListWidget* from, QListWidget* to, bool all) {
     }
 }
 
+bool endsAsOneOf(const QString& path, const QStringList& endings) {
+    return std::any_of(endings.begin(), endings.end(),
+                       [&path](const QString& ending) { return path.endsWith(ending); });
+}
+
+/// Takes the names behind the first `count` back to the list that they came from.
+void putBackBehind(QListWidget* from, QListWidget* to, int count) {
+    while (from->count() > count)
+        to->addItem(from->takeItem(count));
+}
+
 /// From now on what is large goes back to the system as soon as it is given up: the columns that grow in an
 /// import would leave holes as large as themselves.
 void giveBackMemory() {
@@ -110,10 +128,19 @@ FileInputFm2::FileInputFm2(ImportPlan& plan, ViewHost& host, Prompts& prompts)
     giveBackMemory();
     auto* column = new QVBoxLayout(this);
     column->addLayout(buildSource());
-    column->addWidget(makeLabel(QStringLiteral("Label4"), QStringLiteral("建立字段对应关系"), this));
-    column->addLayout(buildPairs(), 1);
+    auto* pairs = new QHBoxLayout;
+    pairs->addWidget(makeLabel(QStringLiteral("Label4"), QStringLiteral("建立字段对应关系"), this));
+    QPushButton* same = makeButton(QStringLiteral("pairSameNames"), QStringLiteral("同名配对"), this);
+    same->setToolTip(QStringLiteral("把两边名称相同的字段全部配成对"));
+    connect(same, &QPushButton::clicked, this, &FileInputFm2::pairSameNames);
+    pairs->addWidget(same);
+    pairs->addStretch(1);
+    column->addLayout(pairs);
+    column->addLayout(buildPairs(), 2);
+    m_preview = new ImportPreview(this);
+    column->addWidget(m_preview, 3);
     column->addLayout(buildBottom());
-    resize(860, 560);
+    resize(980, 680);
     m_plan.target = nullptr;
     shownAgain();
 }
@@ -135,10 +162,14 @@ QLayout* FileInputFm2::buildBottom() {
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_note);
     bottom->addWidget(m_hint, 1);
+    QPushButton* onTrial = makeButton(QStringLiteral("tryImport"), QStringLiteral("试导入"), this);
+    onTrial->setToolTip(QStringLiteral("列出每一行会变成什么，不写入任何内容"));
+    connect(onTrial, &QPushButton::clicked, this, &FileInputFm2::tryRun);
     QPushButton* run = makeButton(QStringLiteral("Command4"), QStringLiteral("导入"), this);
     QPushButton* back = makeButton(QStringLiteral("Command5"), QStringLiteral("返回"), this);
     connect(run, &QPushButton::clicked, this, &FileInputFm2::startRun);
     connect(back, &QPushButton::clicked, this, &QWidget::close);
+    bottom->addWidget(onTrial);
     bottom->addWidget(run);
     bottom->addWidget(back);
     return bottom;
@@ -158,16 +189,16 @@ void FileInputFm2::shownAgain() {
 
 QLayout* FileInputFm2::buildSource() {
     auto* row = new QHBoxLayout;
-    auto* buttons = new QVBoxLayout;
-    for (int i = 0; i < 4; ++i) {
+    auto* buttons = new QGridLayout;
+    for (int i = 0; i < int(std::size(kSources)); ++i) {
         QPushButton* button =
             makeButton(QStringLiteral("Command7(%1)").arg(i), QString::fromUtf16(kSources[i].caption), this);
         connect(button, &QPushButton::clicked, this, [this, i] { openSource(i); });
-        buttons->addWidget(button);
+        buttons->addWidget(button, i / 2, i % 2);
     }
     m_tables = makeList(QStringLiteral("List5"), QStringLiteral("数据源"), this);
     m_tables->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_tables->setMaximumHeight(150);
+    m_tables->setMaximumHeight(90);
     m_tables->setEnabled(false);
     m_take = makeButton(QStringLiteral("Command6"), QStringLiteral("确认"), this);
     m_take->setEnabled(false);
@@ -206,8 +237,10 @@ QLayout* FileInputFm2::buildPair(const QString& caption, const QString& buttons,
         QPushButton* button = makeButton(QStringLiteral("%1(%2)").arg(buttons).arg(i), steps[i], this);
         QListWidget* from = i < 2 ? left : right;
         QListWidget* to = i < 2 ? right : left;
-        connect(button, &QPushButton::clicked, this,
-                [from, to, all = i % 2 == 1] { moveNames(from, to, all); });
+        connect(button, &QPushButton::clicked, this, [this, from, to, all = i % 2 == 1] {
+            moveNames(from, to, all);
+            pairsChanged();
+        });
         grid->addWidget(button, i + 1, 1);
     }
     grid->setRowStretch(5, 1);
@@ -226,7 +259,7 @@ void FileInputFm2::openSource(int index) {
     m_source.reset();
     m_rows = {};
     setup_nameList();
-    if (!QString::fromUtf16(button.endings).split(u' ').contains(path->right(4))) {
+    if (!endsAsOneOf(*path, QString::fromUtf16(button.endings).split(u' '))) {
         m_prompts.tell(QString::fromUtf16(button.refusal), QString::fromUtf16(button.refusalTitle));
         sourceOpened = false;
         return;
@@ -246,6 +279,7 @@ bool FileInputFm2::Com_confirmation() {
     const QList<QListWidgetItem*> chosen = m_tables->selectedItems();
     if (!sourceOpened || !m_source || chosen.isEmpty())
         return false;
+    m_preview->showTrial(nullptr); // it reads the rows that go now
     m_rows = {};
     waitFor(m_hint, [&](const std::function<bool()>& shouldStop) {
         m_source->shouldStop = shouldStop;
@@ -258,6 +292,7 @@ bool FileInputFm2::Com_confirmation() {
 void FileInputFm2::setup_nameList() {
     for (QListWidget* list : {m_sourceLeft, m_sourceRight, m_targetLeft, m_targetRight})
         list->clear();
+    m_preview->showSource(m_rows);
     if (m_rows.rowCount() == 0 || !m_plan.target)
         return;
     listColumns(m_sourceLeft, m_rows.columns);
@@ -275,17 +310,66 @@ void FileInputFm2::takeTable() {
     m_note->show();
 }
 
-void FileInputFm2::startRun() {
-    const QStringList source = namesOf(m_sourceRight);
-    const QStringList target = namesOf(m_targetRight);
-    if (source.isEmpty() || target.isEmpty() || !m_plan.target)
+void FileInputFm2::pairSameNames() {
+    // A name that stands alone on its side would shift every pair behind it.
+    const int pairs = std::min(m_sourceRight->count(), m_targetRight->count());
+    putBackBehind(m_sourceRight, m_sourceLeft, pairs);
+    putBackBehind(m_targetRight, m_targetLeft, pairs);
+    for (int i = 0; i < m_targetLeft->count();) {
+        const auto same = m_sourceLeft->findItems(m_targetLeft->item(i)->text(), Qt::MatchFixedString);
+        if (same.isEmpty()) {
+            ++i;
+            continue;
+        }
+        m_sourceRight->addItem(m_sourceLeft->takeItem(m_sourceLeft->row(same.first())));
+        m_targetRight->addItem(m_targetLeft->takeItem(i));
+    }
+    pairsChanged();
+}
+
+void FileInputFm2::pairsChanged() {
+    QStringList pairs(m_rows.columns.size());
+    const std::vector<int> places = placesOf(m_sourceRight);
+    for (std::size_t i = 0; i < places.size() && int(i) < m_targetRight->count(); ++i)
+        pairs[places[i]] = m_targetRight->item(int(i))->text();
+    m_preview->showPairs(pairs);
+    m_preview->showTrial(nullptr);
+}
+
+bool FileInputFm2::pairsStand() {
+    const int source = m_sourceRight->count();
+    const int target = m_targetRight->count();
+    if (source == 0 || target == 0 || !m_plan.target)
+        return false;
+    if (source != target)
+        m_prompts.tell(QStringLiteral("字段对应个数不匹配！"));
+    return source == target;
+}
+
+void FileInputFm2::tryRun() {
+    if (!pairsStand())
         return;
-    if (source.size() != target.size())
-        return m_prompts.tell(QStringLiteral("字段对应个数不匹配！"));
+    m_plan.sourceColumns = namesOf(m_sourceRight);
+    m_plan.targetColumns = namesOf(m_targetRight);
+    if (const QString fault = missingPair(m_plan); !fault.isEmpty())
+        return m_prompts.tell(fault);
+    const auto trial = std::make_shared<ImportTrial>(m_session, m_plan, m_rows, placesOf(m_sourceRight));
+    {
+        LongWork progress(QStringLiteral("正在试导入，请等待..."), trial->rowCount());
+        while (!trial->finished() && progress.step(trial->done()))
+            trial->run(kTrialStep);
+    }
+    m_preview->showTrial(trial);
+}
+
+void FileInputFm2::startRun() {
+    if (!pairsStand())
+        return;
     if (!m_prompts.confirm(QStringLiteral("确实要导入数据吗？ ")))
         return;
-    m_plan.sourceColumns = source;
-    m_plan.targetColumns = target;
+    m_preview->showTrial(nullptr);
+    m_plan.sourceColumns = namesOf(m_sourceRight);
+    m_plan.targetColumns = namesOf(m_targetRight);
     // This window goes with the run, and what it read by is needed no more.
     m_plan.rows = m_rows.takeColumns(placesOf(m_sourceRight));
     m_source.reset();

@@ -4,6 +4,7 @@
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
+class ImportPreview;
 class Prompts;
 class QLabel;
 class QListWidget;
@@ -32,6 +33,13 @@ private:
     /// Lists the columns of the table that was read and of the target, none paired; nothing without rows.
     void setup_nameList();
     void takeTable();
+    /// Pairs every column that is not paired yet with the one of its name.
+    void pairSameNames();
+    /// The pairs are others now, or the rows.
+    void pairsChanged();
+    /// Asked before a run or a trial; tells the user what is wrong with the pairs.
+    bool pairsStand();
+    void tryRun();
     void startRun();
 
     ImportPlan& m_plan;
@@ -50,4 +58,5 @@ private:
     QWidget* m_note = nullptr;
     QLabel* m_noteText = nullptr;
     QLabel* m_hint = nullptr;
+    ImportPreview* m_preview = nullptr;
 };

@@ -41,11 +41,16 @@ FileInputFm3::FileInputFm3(ImportPlan& plan, ViewHost& host, Prompts& prompts)
     m_progress = new QProgressBar(this);
     m_progress->setObjectName(QStringLiteral("importProgress"));
     m_progress->setRange(0, std::max(1, plan.rows.rowCount()));
+    m_stopButton = makeButton(QStringLiteral("stopImport"), QStringLiteral("停止"), this);
+    m_stopButton->setToolTip(QStringLiteral("停止导入；已导入的记录都在"));
+    m_stopButton->setEnabled(false);
+    connect(m_stopButton, &QPushButton::clicked, this, &FileInputFm3::stop);
     QPushButton* done = makeButton(QStringLiteral("Command3"), QStringLiteral("完成"), this);
     connect(done, &QPushButton::clicked, this, &FileInputFm3::refresh);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_note);
     bottom->addWidget(m_progress, 1);
+    bottom->addWidget(m_stopButton);
     bottom->addWidget(done);
     auto* column = new QVBoxLayout(this);
     column->addLayout(sides, 1);
@@ -92,14 +97,16 @@ void FileInputFm3::Com_transfer() {
 
 void FileInputFm3::transferRows() {
     m_running = true;
+    m_stopButton->setEnabled(true);
     ImportTransfer transfer(m_session, m_plan, m_target);
-    while (!transfer.finished() && transfer.fault().isEmpty() && !m_stop) {
+    while (!transfer.finished() && transfer.fault().isEmpty() && !m_stop && !m_stopped) {
         transfer.run(kBetweenRepaints);
         showStep(transfer);
         // The block is committed: now the grids can be paged and the window closed.
         QCoreApplication::processEvents();
     }
     m_running = false;
+    m_stopButton->setEnabled(false);
     m_plan.rows = {};
     tellEnd(transfer);
     if (m_stop)
@@ -114,7 +121,10 @@ void FileInputFm3::showStep(const ImportTransfer& transfer) {
 }
 
 void FileInputFm3::tellEnd(const ImportTransfer& transfer) {
-    if (importSource->hasRows())
+    const bool stopped = m_stopped && !transfer.finished() && transfer.fault().isEmpty();
+    if (stopped && transfer.done() > 0)
+        importSource->setAbsolutePosition(transfer.done());
+    else if (importSource->hasRows())
         importSource->MoveLast();
     if (m_target->hasRows())
         m_target->MoveLast();
@@ -122,9 +132,20 @@ void FileInputFm3::tellEnd(const ImportTransfer& transfer) {
     if (!transfer.fault().isEmpty()) {
         m_noteText->setText(transfer.fault());
         m_note->show();
+    } else if (stopped) {
+        const int rows = importSource->RecordCount();
+        m_noteText->setText(QStringLiteral("已停止：已导入 %1 行，其余 %2 行没有导入。")
+                                .arg(transfer.done())
+                                .arg(rows - transfer.done()));
+        m_note->show();
     } else if (transfer.finished() && transfer.clean()) {
         m_prompts.tell(QStringLiteral("数据导入成功！"), QStringLiteral("OK"));
     }
+}
+
+void FileInputFm3::stop() {
+    m_stopped = m_running;
+    m_stopButton->setEnabled(false);
 }
 
 void FileInputFm3::refresh() {

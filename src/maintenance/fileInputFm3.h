@@ -7,6 +7,7 @@
 class Prompts;
 class QLabel;
 class QProgressBar;
+class QPushButton;
 class RecordPane;
 
 /// Runs an import as soon as it is shown, source and target side by side. While it runs its grids can be
@@ -30,6 +31,7 @@ private:
     void showStep(const ImportTransfer& transfer);
     void showPositions();
     void refresh();
+    void stop();
     /// Lets go of the rows that came in.
     void giveUpSource();
 
@@ -43,7 +45,9 @@ private:
     QWidget* m_note = nullptr;
     QLabel* m_noteText = nullptr;
     QProgressBar* m_progress = nullptr;
+    QPushButton* m_stopButton = nullptr;
     bool m_started = false;
     bool m_running = false;
-    bool m_stop = false; // the user closed the window during the run
+    bool m_stop = false;    // the user closed the window during the run
+    bool m_stopped = false; // the user stopped the run
 };

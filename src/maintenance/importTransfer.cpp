@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -59,6 +60,13 @@ bool beginsLikeADate(QStringView text) {
            std::all_of(text.begin(), text.begin() + 4, [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
+/// The plan holds the columns of the source already in the order of the target's.
+std::vector<int> placesInOrder(const ImportPlan& plan) {
+    std::vector<int> places(std::size_t(plan.targetColumns.size()));
+    std::iota(places.begin(), places.end(), 0);
+    return places;
+}
+
 RecordsetPtr wholeTable(Session& session, const QString& table) {
     RecordsetPtr rows;
     session.reopen(rows, QStringLiteral("Select * From ") + table);
@@ -86,6 +94,10 @@ QStringList pairableColumns(Session& session, const ImportTarget& target) {
     return columns;
 }
 
+QStringList numberColumns(const ImportTarget& target) {
+    return words(target.numbers);
+}
+
 QString judgement_field(const ImportPlan& plan, const QString& targetColumn) {
     return plan.sourceColumns.value(plan.targetColumns.indexOf(targetColumn));
 }
@@ -97,12 +109,16 @@ QString missingPair(const ImportPlan& plan) {
     return {};
 }
 
+bool passesDateTest(const QString& text) {
+    return beginsLikeADate(withoutBlanks(text));
+}
+
 QString judgement_Date(const ImportPlan& plan) {
     const int column = int(plan.targetColumns.indexOf(QStringLiteral("日期")));
     if (!plan.target->checksDates || column < 0)
         return {};
     for (int row = 0; row < plan.rows.rowCount(); ++row)
-        if (!beginsLikeADate(withoutBlanks(plan.rows.cell(row, column))))
+        if (!passesDateTest(plan.rows.cell(row, column)))
             return QStringLiteral("第") + QString::number(row + 1) +
                    QStringLiteral("记录， 日期格式不符，请转换为如下格式\r\n2004-1-1 或 2004-10-10");
     return {};
@@ -123,16 +139,9 @@ RecordsetPtr targetRecordset(Session& session, const ImportPlan& plan) {
 
 ImportTransfer::ImportTransfer(Session& session, const ImportPlan& plan, RecordsetPtr target)
     : m_session(session)
-    , m_plan(plan)
     , m_target(std::move(target))
-    , m_rows(plan.rows.rowCount()) {
-    const QStringList numbers = words(plan.target->numbers);
-    for (int i = 0; i < m_target->fieldCount(); ++i) {
-        m_sizes.push_back(m_target->Fields(i).DefinedSize());
-        m_isNumber.push_back(numbers.contains(plan.targetColumns[i]));
-    }
-    m_values.resize(m_sizes.size());
-}
+    , m_row(plan.rows, placesInOrder(plan), m_target, numberColumns(*plan.target))
+    , m_rows(plan.rows.rowCount()) {}
 
 void ImportTransfer::run(int milliseconds) {
     const int start = m_done;
@@ -163,17 +172,9 @@ void ImportTransfer::giveUp(int done, const QString& fault) {
 
 void ImportTransfer::transferRow(int row) {
     IgnoringErrors errors;
-    for (std::size_t i = 0; i < m_sizes.size(); ++i) {
-        const QString cell = m_plan.rows.cell(row, int(i));
-        const QStringView text = withoutBlanks(cell);
-        // A value that its column refuses leaves the cell empty, and the row comes in all the same.
-        m_values[i] = CellValue();
-        errors.run([&] {
-            m_values[i] = m_target->storable(
-                int(i), m_isNumber[i] ? CellValue(val(text)) : CellValue(trimBlanks(text.left(m_sizes[i]))));
-        });
-    }
-    errors.run([&] { m_target->AddNew(m_values); });
+    // A value that its column refuses leaves the cell empty, and the row comes in all the same.
+    const std::vector<CellValue>& values = m_row.make(row, errors);
+    errors.run([&] { m_target->AddNew(values); });
     m_clean = m_clean && errors.number() == 0;
 }
 

@@ -3,6 +3,7 @@
 #include "data/recount.h"
 #include "data/session.h"
 #include "import/importSource.h"
+#include "maintenance/importRow.h"
 
 #include <functional>
 #include <span>
@@ -29,6 +30,9 @@ const ImportTarget* findImportTarget(int number);
 /// Column names of the target that can be paired.
 QStringList pairableColumns(Session& session, const ImportTarget& target);
 
+/// Columns of the target that are stored by the value of their leading digits.
+QStringList numberColumns(const ImportTarget& target);
+
 /// What is brought in: the n-th source column goes into the n-th target column, whatever their names.
 struct ImportPlan {
     qint16 importTarget = 0; // of the menu command: 1 customers, 2 order lines, 3 products
@@ -43,6 +47,9 @@ QString judgement_field(const ImportPlan& plan, const QString& targetColumn);
 
 /// The message of the first required column that is not paired; empty if all are.
 QString missingPair(const ImportPlan& plan);
+
+/// Whether a text begins with four digits and "-".
+bool passesDateTest(const QString& text);
 
 /// The message of the first row whose date does not begin with four digits and "-"; empty if there is none.
 QString judgement_Date(const ImportPlan& plan);
@@ -73,12 +80,9 @@ private:
     void giveUp(int done, const QString& fault);
 
     Session& m_session;
-    const ImportPlan& m_plan;
     RecordsetPtr m_target;
+    ImportRow m_row;
     const int m_rows; // of the source
-    std::vector<int> m_sizes;
-    std::vector<bool> m_isNumber;
-    std::vector<CellValue> m_values; // of the row under way
     int m_done = 0;
     bool m_clean = true;
     QString m_fault;

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QListWidget>
+#include <QPushButton>
 #include <QTimer>
 
 #include <cmath>
@@ -15,7 +16,7 @@ class Import : public ImportShop {};
 
 TEST_F(Import, EveryMainFileComesInAndTheFiguresFollow) {
     const QJsonObject after = readJson(QStringLiteral(SAMPLES "/import/expected/after_import.json"));
-    for (const char* kind : {"dbf", "txt", "xls", "mdb"}) {
+    for (const char* kind : {"dbf", "txt", "xls", "mdb", "xlsx"}) {
         books.changeBehind("DELETE FROM clientTable; DELETE FROM buyList; DELETE FROM productTable");
         main.reset();
         start();
@@ -138,6 +139,55 @@ TEST_F(Import, WrongNamesAreRefusedInTheWordsOfTheirButtons) {
     }
 }
 
+TEST_F(Import, TheButtonsOfTodaysSpreadsheetsTakeTheirOwnNamesAlone) {
+    start();
+    const std::tuple<SourceKind, const char*, const char*> refused[] = {
+        {SourceKind::Xlsx, "customers.xls", "不是 .XLSX 数据文件类型，请重新选择！"},
+        {SourceKind::Csv, "customers.txt", "不是 .CSV 数据文件类型，请重新选择！"},
+        {SourceKind::Xls, "customers.xlsx", "不是 .XLS 数据文件类型，请重新选择！"}};
+    drive->choose("Input_Data1");
+    Driver opened(*window("FileInputFm2"));
+    for (const auto& [kind, name, message] : refused) {
+        prompts.openName = sampleFile(QString::fromUtf8(name)).path();
+        prompts.expectMessage(QString::fromUtf8(message), "提示信息");
+        opened.click(QStringLiteral("Command7(%1)").arg(int(kind)));
+        EXPECT_TRUE(opened.entries("List5").isEmpty()) << name;
+        EXPECT_FALSE(opened.find<QListWidget>("List5")->isEnabled()) << name;
+    }
+    EXPECT_EQ(opened.find<QPushButton>("Command7(4)")->text(), u"打开.xlsx文件");
+    EXPECT_EQ(opened.find<QPushButton>("Command7(5)")->text(), u"打开.csv文件");
+}
+
+TEST_F(Import, ACsvFileComesInAsItsTextDoes) {
+    importSample("customers.txt");
+    const QString text = books.stored("SELECT 客户编号, 联系人, 地址, Email FROM clientTable ORDER BY rowid");
+    books.changeBehind("DELETE FROM clientTable");
+    importSample("customers.csv");
+    EXPECT_EQ(books.stored("SELECT 客户编号, 联系人, 地址, Email FROM clientTable ORDER BY rowid"), text);
+    EXPECT_EQ(rows("clientTable"), u"120");
+}
+
+TEST_F(Import, AnXlsxThatIsNoneOrDamagedSaysSoAndTheNextFileIsReadInTheSameWindow) {
+    QFile::copy(sampleFile("edge/orders_new.xlsx").path(),
+                QDir(books.session().appPath).filePath("old.xlsx"));
+    QFile cut(QDir(books.session().appPath).filePath("cut.xlsx"));
+    QFile whole(sampleFile("customers.xlsx").path());
+    ASSERT_TRUE(cut.open(QIODevice::WriteOnly) && whole.open(QIODevice::ReadOnly));
+    cut.write(whole.read(9000));
+    cut.close();
+    open(1, QDir(session().appPath).filePath("old.xlsx"), SourceKind::Xlsx);
+    EXPECT_TRUE(form->entries("List5").isEmpty());
+    EXPECT_EQ(form->text("importHint"), u"工作簿有密码，或者是 .xls 文件，不能读取。");
+    prompts.openName = cut.fileName();
+    form->click("Command7(4)");
+    EXPECT_EQ(form->text("importHint"), u"文件已损坏，或者不是 Excel 的 .xlsx 文件。");
+    prompts.openName = whole.fileName();
+    form->click("Command7(4)");
+    EXPECT_EQ(form->text("importHint"), u"");
+    take(form->entries("List5").first());
+    EXPECT_EQ(form->entries("List1").size(), 16);
+}
+
 TEST_F(Import, EmptyTablesLeaveTheListsAndTheNoteAsTheyAre) {
     start();
     for (const char* name : {"empty.txt", "empty.dbf", "empty.xls", "empty.mdb"}) {
@@ -208,7 +258,9 @@ TEST_F(Import, TheFileDialogsOfferAllFilesBeforeTheirOwnKind) {
         {SourceKind::Dbf, "所有文件(*.*) (*.*);;数据库文件(*.DBF) (*.dbf *.DBF)"},
         {SourceKind::Txt, "所有文件(*.*) (*.*);;纯文本文件(*.TXT) (*.txt *.TXT)"},
         {SourceKind::Xls, "所有文件(*.*) (*.*);;Excel文件(*.XLS) (*.xls *.XLS)"},
-        {SourceKind::Mdb, "所有文件(*.*) (*.*);;数据库文件(*.MDB) (*.mdb)"}};
+        {SourceKind::Mdb, "所有文件(*.*) (*.*);;数据库文件(*.MDB) (*.mdb)"},
+        {SourceKind::Xlsx, "所有文件(*.*) (*.*);;Excel工作簿(*.XLSX) (*.xlsx *.XLSX)"},
+        {SourceKind::Csv, "所有文件(*.*) (*.*);;逗号分隔文件(*.CSV) (*.csv *.CSV)"}};
     drive->choose("Input_Data1");
     for (const auto& [kind, filter] : filters) {
         Driver(*window("FileInputFm2")).click(QStringLiteral("Command7(%1)").arg(int(kind)));

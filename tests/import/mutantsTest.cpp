@@ -1,6 +1,7 @@
 // Damaged variants of the sample files through the whole reading road: whatever they hold, a reader ends
 // soon, in bounds, with rows or with a refusal.
 #include "import/importSource.h"
+#include "import/zipFile.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -15,16 +16,17 @@
 
 namespace {
 
-/// Mutants of each kind in this run: 60, or as many as the environment asks for.
-int mutantCount() {
+/// Mutants of a kind in this run: its own number, or as many as the environment asks for.
+int mutantCount(int usual) {
     const int asked = qEnvironmentVariableIntValue("IMPORT_MUTANTS");
-    return asked > 0 ? asked : 60;
+    return asked > 0 ? asked : usual;
 }
 
 struct Kind {
     SourceKind kind;
     const char* name;
     std::vector<const char*> samples;
+    int usual = 60;
 };
 
 class Mutator {
@@ -37,6 +39,7 @@ public:
             change(bytes);
         return bytes;
     }
+    std::size_t oneOf(std::size_t count) { return std::size_t(below(qsizetype(count))); }
 
 private:
     int below(qsizetype limit) { return limit <= 0 ? 0 : int(m_random() % quint64(limit)); }
@@ -82,12 +85,30 @@ protected:
             {SourceKind::Xls,
              "xls",
              {"customers.xls", "products.xls", "edge/formulas.xls", "edge/several_sheets.xls"}},
-            {SourceKind::Mdb, "mdb", {"products.mdb", "edge/types.mdb", "edge/several_tables.mdb"}}};
+            {SourceKind::Mdb, "mdb", {"products.mdb", "edge/types.mdb", "edge/several_tables.mdb"}},
+            {SourceKind::Xlsx,
+             "xlsx",
+             {"products.xlsx", "edge/openpyxl.xlsx", "edge/office.xlsx", "edge/writer.xlsx",
+              "edge/writerInline.xlsx"},
+             500},
+            {SourceKind::Csv, "csv", {"customers.csv", "edge/semicolon.csv", "edge/tab.csv"}, 500}};
         return kinds[GetParam()];
     }
     static QByteArray contents(const char* name) {
         QFile file(QStringLiteral(SAMPLES "/import/") + QString::fromUtf8(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    static void writeBytes(const QString& path, const QByteArray& bytes) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    static void writeInnerMutant(const QString& path, const char* sample, Mutator& mutator) {
+        ZipContent content = readZip(QStringLiteral(SAMPLES "/import/") + QString::fromUtf8(sample));
+        ASSERT_FALSE(content.empty());
+        QByteArray& part = content[mutator.oneOf(content.size())].second;
+        part = mutator.mutant(part);
+        ASSERT_TRUE(writeZip(path, content));
     }
 };
 
@@ -97,12 +118,15 @@ TEST_P(Mutants, AreReadOrRefusedInTimeAndWithinMemory) {
     int read = 0;
     int refused = 0;
     qint64 slowest = 0;
-    for (int i = 0; i < mutantCount(); ++i) {
-        Mutator mutator(unsigned(i) * 4 + unsigned(GetParam()));
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(mutator.mutant(contents(kind().samples[std::size_t(i) % kind().samples.size()])));
-        file.close();
+    const int count = mutantCount(kind().usual);
+    for (int i = 0; i < count; ++i) {
+        Mutator mutator(unsigned(i) * 6 + unsigned(GetParam()));
+        const char* sample = kind().samples[std::size_t(i) % kind().samples.size()];
+        // Of an archive every second one is damaged inside, and whole as an archive.
+        if (kind().kind == SourceKind::Xlsx && i % 2 == 1)
+            writeInnerMutant(path, sample, mutator);
+        else
+            writeBytes(path, mutator.mutant(contents(sample)));
         QElapsedTimer clock;
         clock.start();
         try {
@@ -124,11 +148,11 @@ TEST_P(Mutants, AreReadOrRefusedInTimeAndWithinMemory) {
     getrusage(RUSAGE_CHILDREN, &children);
     std::printf(
         "%s: %d mutants, %d read, %d refused, slowest %lld ms, memory %ld MiB, of the reader %ld MiB\n",
-        kind().name, mutantCount(), read, refused, static_cast<long long>(slowest), usage.ru_maxrss / 1024,
+        kind().name, count, read, refused, static_cast<long long>(slowest), usage.ru_maxrss / 1024,
         children.ru_maxrss / 1024);
     EXPECT_LT(usage.ru_maxrss / 1024, 2048);
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, Mutants, testing::Values(0, 1, 2, 3));
+INSTANTIATE_TEST_SUITE_P(Kinds, Mutants, testing::Values(0, 1, 2, 3, 4, 5));
 
 } // namespace

@@ -16,10 +16,12 @@ struct SampleFile {
     QString outcome() const { return expected[QStringLiteral("outcome")].toString(); }
     SourceKind kind() const {
         const QString kind = expected[QStringLiteral("kind")].toString();
-        return kind == u"dbf"   ? SourceKind::Dbf
-               : kind == u"xls" ? SourceKind::Xls
-               : kind == u"mdb" ? SourceKind::Mdb
-                                : SourceKind::Txt;
+        return kind == u"dbf"    ? SourceKind::Dbf
+               : kind == u"xls"  ? SourceKind::Xls
+               : kind == u"mdb"  ? SourceKind::Mdb
+               : kind == u"xlsx" ? SourceKind::Xlsx
+               : kind == u"csv"  ? SourceKind::Csv
+                                 : SourceKind::Txt;
     }
     QJsonArray tables() const { return expected[QStringLiteral("tables")].toArray(); }
 };

@@ -48,7 +48,7 @@ WalkedProgram::~WalkedProgram() {
 
 QString WalkedProgram::fileFor(const QString& title, const QString& what) {
     // A file to be written carries its ending in the proposal, one to be read in the title "打开.dbf文件".
-    for (const char* kind : {"dbf", "txt", "xls", "mdb"})
+    for (const char* kind : {"dbf", "txt", "xlsx", "xls", "mdb", "csv"})
         if (title.contains(u'.' + QString::fromLatin1(kind)))
             return QStringLiteral(SAMPLES "/import/customers.") + QString::fromLatin1(kind);
     return QStringLiteral("%1/%2.%3")
