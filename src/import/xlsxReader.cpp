@@ -13,6 +13,7 @@
 #include <QTime>
 
 #include <algorithm>
+#include <charconv>
 #include <optional>
 #include <vector>
 
@@ -32,10 +33,6 @@ struct Workbook {
     std::vector<bool> isDate; // of the cell styles
     bool from1904 = false;
 };
-
-bool isTrue(const QString& text) {
-    return text == u"1" || text == u"true" || text == u"on";
-}
 
 /// Where a target lies that a part names, from the archive's root.
 QString partPath(const QString& folder, const QString& target) {
@@ -71,10 +68,10 @@ Relations relationsOf(ZipParts& parts, const QString& part) {
         return found;
     PartReader xml(parts.open(path));
     while (xml.child()) {
-        const QString kind = xml.attribute(u"Type");
-        if (xml.attribute(u"TargetMode") != u"External")
-            found[xml.attribute(u"Id")] = {kind.mid(kind.lastIndexOf(u'/') + 1),
-                                           partPath(folder, xml.attribute(u"Target"))};
+        const QString kind = xml.attribute("Type");
+        if (xml.raw("TargetMode") != "External")
+            found[xml.attribute("Id")] = {kind.mid(kind.lastIndexOf(u'/') + 1),
+                                          partPath(folder, xml.attribute("Target"))};
         xml.skip();
     }
     return found;
@@ -89,30 +86,31 @@ QString partOfKind(const Relations& relations, QStringView kind) {
 }
 
 /// Signs that XML cannot hold stand as _x000D_ in texts.
-QString unescaped(const QString& text) {
-    if (!text.contains(u"_x"))
-        return text;
+void unescape(std::string& text) {
+    if (text.find("_x") == std::string::npos)
+        return;
+    const QString escaped = QString::fromStdString(text);
     QString plain;
-    for (qsizetype i = 0; i < text.size(); ++i) {
+    for (qsizetype i = 0; i < escaped.size(); ++i) {
         bool ok = false;
         ushort sign = 0;
-        if (text[i] == u'_' && i + 6 < text.size() && text[i + 1] == u'x' && text[i + 6] == u'_')
-            sign = QStringView(text).mid(i + 2, 4).toUShort(&ok, 16);
-        plain += ok ? QChar(sign) : text[i];
+        if (escaped[i] == u'_' && i + 6 < escaped.size() && escaped[i + 1] == u'x' && escaped[i + 6] == u'_')
+            sign = QStringView(escaped).mid(i + 2, 4).toUShort(&ok, 16);
+        plain += ok ? QChar(sign) : escaped[i];
         i += ok ? 6 : 0;
     }
-    return plain;
+    text = plain.toStdString();
 }
 
 /// The text of a shared or inline string: plain, or in runs; readings beside it do not count.
-QString stringText(PartReader& xml) {
-    QString text;
+std::string stringText(PartReader& xml) {
+    std::string text;
     while (xml.child()) {
-        if (xml.is(u"t"))
+        if (xml.is("t"))
             text += xml.text();
-        else if (xml.is(u"r"))
+        else if (xml.is("r"))
             while (xml.child()) {
-                if (xml.is(u"t"))
+                if (xml.is("t"))
                     text += xml.text();
                 else
                     xml.skip();
@@ -120,7 +118,20 @@ QString stringText(PartReader& xml) {
         else
             xml.skip();
     }
-    return unescaped(text);
+    unescape(text);
+    return text;
+}
+
+bool isTrue(std::string_view text) {
+    return text == "1" || text == "true" || text == "on";
+}
+
+/// The whole number that a text is; nothing for another text.
+std::optional<int> wholeNumber(std::string_view text) {
+    int number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isWhole = !text.empty() && read.ec == std::errc() && read.ptr == text.data() + text.size();
+    return isWhole ? std::optional(number) : std::nullopt;
 }
 
 /// A date in the form of ISO 8601 as a date text; the text itself where it is none.
@@ -147,14 +158,14 @@ public:
             throw ImportError(QStringLiteral("文件已损坏，或者不是 Excel 的 .xlsx 文件。"));
         m_relations = relationsOf(m_parts, part);
         PartReader xml(m_parts.open(part));
-        if (!xml.is(u"workbook"))
+        if (!xml.is("workbook"))
             throw ImportError(QStringLiteral("文件不是工作簿。"));
         while (xml.child()) {
-            if (xml.is(u"sheets"))
+            if (xml.is("sheets"))
                 takeSheets(xml);
-            else if (xml.is(u"workbookPr"))
-                m_book.from1904 = isTrue(xml.attribute(u"date1904"));
-            if (!xml.is(u"sheets"))
+            else if (xml.is("workbookPr"))
+                m_book.from1904 = isTrue(xml.raw("date1904"));
+            if (!xml.is("sheets"))
                 xml.skip();
         }
     }
@@ -165,18 +176,11 @@ private:
     /// Hidden ones too; charts and macros have no rows.
     void takeSheets(PartReader& xml) {
         while (xml.child()) {
-            const Relation relation = m_relations.value(idOf(xml));
+            const Relation relation = m_relations.value(xml.attribute("id"));
             if (relation.kind == u"worksheet")
-                m_book.sheets.push_back({xml.attribute(u"name"), relation.part});
+                m_book.sheets.push_back({xml.attribute("name"), relation.part});
             xml.skip();
         }
-    }
-    /// The attribute "id" of the name space of relations, not the sheet's own.
-    static QString idOf(const PartReader& xml) {
-        for (const QXmlStreamAttribute& each : xml.attributes())
-            if (each.name() == u"id" && each.namespaceUri().endsWith(u"/relationships"))
-                return each.value().toString();
-        return {};
     }
 
     ZipParts& m_parts;
@@ -189,17 +193,17 @@ void readStyles(std::unique_ptr<QIODevice> part, Workbook& book) {
     QHash<int, QString> codes; // of own formats
     std::vector<int> formats;
     while (xml.child()) {
-        const bool styles = xml.is(u"cellXfs");
-        if (!styles && !xml.is(u"numFmts")) {
+        const bool styles = xml.is("cellXfs");
+        if (!styles && !xml.is("numFmts")) {
             xml.skip();
             continue;
         }
         while (xml.child()) {
-            const int format = xml.attribute(u"numFmtId").toInt();
+            const int format = wholeNumber(xml.raw("numFmtId")).value_or(0);
             if (styles)
                 formats.push_back(format);
             else
-                codes[format] = xml.attribute(u"formatCode");
+                codes[format] = xml.attribute("formatCode");
             xml.skip();
         }
     }
@@ -210,7 +214,7 @@ void readStyles(std::unique_ptr<QIODevice> part, Workbook& book) {
 void readStrings(std::unique_ptr<QIODevice> part, Workbook& book, RowSink& sink) {
     PartReader xml(std::move(part));
     while (xml.child()) {
-        book.strings.add(stringText(xml).toStdString());
+        book.strings.add(stringText(xml));
         if (book.strings.count() % kPerSign == 0)
             sink.alive();
     }
@@ -225,15 +229,25 @@ struct Place {
 int rowOf(int number) {
     return std::clamp(number, 0, SheetCells::kWidest.rows + 1) - 1;
 }
-std::optional<Place> placeOf(QStringView reference) {
+std::optional<Place> placeOf(std::string_view reference) {
     Place place{0, 0};
-    qsizetype i = 0;
-    for (; i < reference.size() && i < 3 && reference[i] >= u'A' && reference[i] <= u'Z'; ++i)
-        place.column = place.column * 26 + (reference[i].unicode() - u'A' + 1);
-    bool ok = false;
-    place.row = rowOf(reference.mid(i).toInt(&ok));
+    std::size_t i = 0;
+    for (; i < reference.size() && i < 3 && reference[i] >= 'A' && reference[i] <= 'Z'; ++i)
+        place.column = place.column * 26 + (reference[i] - 'A' + 1);
+    const auto number = wholeNumber(reference.substr(i));
+    place.row = rowOf(number.value_or(0));
     --place.column;
-    return ok && place.row >= 0 && place.column >= 0 ? std::optional(place) : std::nullopt;
+    return number && place.row >= 0 && place.column >= 0 ? std::optional(place) : std::nullopt;
+}
+
+enum class CellKind { Number, Shared, Text, Truth, Error, Date };
+CellKind kindOf(std::string_view type) {
+    return type == "s"                            ? CellKind::Shared
+           : type == "str" || type == "inlineStr" ? CellKind::Text
+           : type == "b"                          ? CellKind::Truth
+           : type == "e"                          ? CellKind::Error
+           : type == "d"                          ? CellKind::Date
+                                                  : CellKind::Number;
 }
 
 /// Reads the cells of one sheet.
@@ -246,7 +260,7 @@ public:
 
     void read(RowSink& sink) {
         while (m_xml.child()) {
-            if (m_xml.is(u"sheetData"))
+            if (m_xml.is("sheetData"))
                 takeRows(sink);
             else
                 m_xml.skip();
@@ -257,9 +271,7 @@ public:
 private:
     void takeRows(RowSink& sink) {
         for (int rows = 1; m_xml.child(); ++rows) {
-            bool ok = false;
-            const int number = m_xml.attribute(u"r").toInt(&ok);
-            m_next = {rowOf(ok ? number : m_next.row + 2), 0};
+            m_next = {rowOf(wholeNumber(m_xml.raw("r")).value_or(m_next.row + 2)), 0};
             while (m_xml.child())
                 takeCell();
             if (rows % kPerSign == 0)
@@ -268,20 +280,13 @@ private:
     }
 
     void takeCell() {
-        QString type;
-        int style = 0;
-        for (const QXmlStreamAttribute& each : m_xml.attributes()) {
-            if (each.name() == u"r")
-                m_next = placeOf(each.value()).value_or(m_next);
-            else if (each.name() == u"t")
-                type = each.value().toString();
-            else if (each.name() == u"s")
-                style = each.value().toInt();
-        }
+        m_next = placeOf(m_xml.raw("r")).value_or(m_next);
+        const CellKind kind = kindOf(m_xml.raw("t"));
+        const int style = wholeNumber(m_xml.raw("s")).value_or(0);
         while (m_xml.child()) {
-            if (m_xml.is(u"v"))
-                putValue(m_xml.text(), type, style);
-            else if (m_xml.is(u"is"))
+            if (m_xml.is("v"))
+                putValue(m_xml.text(), kind, style);
+            else if (m_xml.is("is"))
                 put(stringText(m_xml));
             else
                 m_xml.skip();
@@ -289,34 +294,49 @@ private:
         ++m_next.column;
     }
 
-    void put(const QString& text) { m_cells.put(m_next.row, m_next.column, text.toStdString()); }
+    void put(std::string_view text) { m_cells.put(m_next.row, m_next.column, text); }
+    void put(const QString& text) { put(text.toStdString()); }
 
-    void putValue(const QString& value, const QString& type, int style) {
-        if (type == u"s") {
-            bool ok = false;
-            const quint32 number = value.toUInt(&ok);
-            return ok ? m_cells.putShared(m_next.row, m_next.column, number) : void();
+    void putValue(std::string_view value, CellKind kind, int style) {
+        switch (kind) {
+        case CellKind::Shared:
+            if (const auto number = wholeNumber(value); number && *number >= 0)
+                m_cells.putShared(m_next.row, m_next.column, quint32(*number));
+            return;
+        case CellKind::Truth:
+            return put(std::string_view(isTrue(value) ? "True" : "False"));
+        case CellKind::Error:
+            return; // no value
+        case CellKind::Text: {
+            std::string text(value);
+            unescape(text);
+            return put(text);
         }
-        if (type == u"b")
-            return put(isTrue(value) ? QStringLiteral("True") : QStringLiteral("False"));
-        if (type == u"e")
-            return; // an error is no value
-        if (type == u"str" || type == u"inlineStr")
-            return put(unescaped(value));
-        if (type == u"d")
-            return put(isoText(value));
-        if (!value.isEmpty())
-            put(numberText(value, style));
+        case CellKind::Date:
+            return put(isoText(QString::fromStdString(std::string(value))));
+        case CellKind::Number:
+            if (!value.empty())
+                putNumber(value, style);
+        }
     }
 
-    QString numberText(const QString& value, int style) const {
-        bool ok = false;
-        const double number = value.toDouble(&ok);
-        if (!ok)
-            return value;
-        const bool isDate =
-            style >= 0 && style < int(m_book.isDate.size()) && m_book.isDate[std::size_t(style)];
-        return isDate ? serialText(number, m_book.from1904) : plainNumber(number);
+    void putNumber(std::string_view value, int style) {
+        if (isShortest(value) && !isDate(style))
+            return put(value);
+        double number = 0;
+        const auto read = std::from_chars(value.data(), value.data() + value.size(), number);
+        if (read.ec != std::errc() || read.ptr != value.data() + value.size())
+            return put(value);
+        put(isDate(style) ? serialText(number, m_book.from1904) : plainNumber(number));
+    }
+    /// Whether a number stands as it is shown already.
+    static bool isShortest(std::string_view value) {
+        const bool digits =
+            std::all_of(value.begin(), value.end(), [](char c) { return c >= '0' && c <= '9'; });
+        return digits && value.size() <= 15 && (value.front() != '0' || value.size() == 1);
+    }
+    bool isDate(int style) const {
+        return style >= 0 && style < int(m_book.isDate.size()) && m_book.isDate[std::size_t(style)];
     }
 
     const Workbook& m_book;

@@ -184,9 +184,10 @@ TEST_F(Xlsx, ATargetThatLeadsOutOfTheArchiveLeadsNowhere) {
 
 TEST_F(Xlsx, ABombIsRefusedBeforeAndWhileItIsUnpacked) {
     const QString told = QStringLiteral("文件解开以后太大，不能读取。");
-    ZipContent bomb = XlsxParts{.rows = QByteArray(80 << 20, ' ')}.content();
+    const QByteArray filler = ("<!--" + QByteArray(1 << 20, 'x') + "-->").repeated(80);
+    ZipContent bomb = XlsxParts{.rows = filler}.content();
     EXPECT_EQ(refusal(bomb), told);
-    bomb = XlsxParts{.rows = kNames, .strings = QByteArray(80 << 20, ' ')}.content();
+    bomb = XlsxParts{.rows = kNames, .strings = filler}.content();
     EXPECT_EQ(refusal(bomb), told) << "in any part";
     // One that tells a small size: it is found out while it comes.
     QByteArray bytes = bytesOf(write(bomb)).bytes();
@@ -199,7 +200,7 @@ TEST_F(Xlsx, ABombIsRefusedBeforeAndWhileItIsUnpacked) {
         readTable(*lying, "s");
         ADD_FAILURE();
     } catch (const ImportError& error) {
-        EXPECT_FALSE(error.text().isEmpty());
+        EXPECT_EQ(error.text(), told);
     }
 }
 
@@ -220,7 +221,7 @@ TEST_F(Xlsx, DocumentTypesAndTheirEntitiesAreRefusedAndNestingHasAnEnd) {
         EXPECT_EQ(refusal(parts.content()), entities) << type;
     }
     parts.beforeSheet.clear();
-    EXPECT_EQ(refusal(parts.content()), u"工作簿已损坏。") << "an entity of nobody";
+    EXPECT_EQ(refusal(parts.content()), entities) << "an entity of nobody";
     parts.rows = QByteArray("<a>").repeated(5000) + QByteArray("</a>").repeated(5000);
     EXPECT_EQ(refusal(parts.content()), u"工作簿的嵌套太深，不能读取。");
 }
