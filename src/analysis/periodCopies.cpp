@@ -3,8 +3,10 @@
 #include "data/cursorMoves.h"
 #include "data/sourceTable.h"
 #include "data/workTable.h"
+#include "recordset/dialect.h"
 #include "recordset/ignoringErrors.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -33,6 +35,56 @@ void rebuild(IgnoringErrors& errors, Session& session, const WorkCopy& copy, con
     rebuildWorkTable(session, session.*copy.cursor, table, {into + where}, errors);
 }
 
+void copyOf(IgnoringErrors& errors, Session& session, const WorkCopy& copy,
+            const std::function<void()>& fill) {
+    rebuildWith(session, session.*copy.cursor, QString::fromUtf16(copy.table),
+                QString::fromUtf16(copy.source), fill, errors);
+}
+
+/// Copies customers who bought in the period, their totals those of its lines: one statement a customer,
+/// where copying first and counting afterwards would write each twice.
+void copyClients(Session& session, const SumsByClient& sums, const Progress& progress) {
+    Recordset clients(session.cn);
+    clients.Open(QStringLiteral("Select * From clientTable"));
+    QStringList columns;
+    QString values;
+    for (const QString& name : clients.fieldNames()) {
+        const auto total = std::find(std::begin(kTotalColumns), std::end(kTotalColumns), name);
+        const bool isTotal = total != std::end(kTotalColumns);
+        columns << quotedName(name);
+        values +=
+            (values.isEmpty() ? QString() : QStringLiteral(", ")) +
+            (isTotal ? QStringLiteral("?%1").arg(total - std::begin(kTotalColumns) + 2) : quotedName(name));
+    }
+    Statement insert = session.cn.prepare(
+        QStringLiteral("INSERT INTO clientTable2 (%1) SELECT %2 FROM clientTable WHERE rowid = ?1")
+            .arg(columns.join(u','), values));
+    const ColumnStore& numbers =
+        clients.image().column(clients.imageColumn(clients.fieldIndex(QStringLiteral("客户编号"))));
+    constexpr int tellAfter = 20'000;
+    int done = 0;
+    clients.eachRow([&](RowId row) {
+        if (progress && ++done % tellAfter == 0)
+            progress(done, clients.RecordCount());
+        const TextPool::Code code = numbers.codes[row];
+        const auto his = code == TextPool::Null ? std::nullopt : sums.find(numbers.pool.text(code));
+        if (!his)
+            return;
+        insert.bind(1, clients.image().rowid(Row(row)));
+        const std::array<CellValue, 4> totals = totalsOf(*his);
+        for (std::size_t i = 0; i < totals.size(); ++i)
+            insert.bind(int(i) + 2, totals[i]);
+        session.cn.write(insert);
+    });
+}
+
+/// The lines of a period, read through their columns; null where the condition cannot be.
+RecordsetPtr linesOf(Session& session, const QString& condition, IgnoringErrors& errors) {
+    auto lines = std::make_shared<Recordset>(session.cn);
+    errors.run([&] { lines->Open(QStringLiteral("Select * From buyList Where ") + condition); });
+    return lines->isOpen() ? lines : nullptr;
+}
+
 struct PeriodMark {
     ShowSource whole;
     ShowSource period;
@@ -54,13 +106,16 @@ constexpr PeriodMark kMarks[] = {
 void buildPeriodCopies(Session& session, const QString& condition, PeriodCopies copies,
                        const Progress& progress) {
     IgnoringErrors errors;
-    rebuild(errors, session, kClients,
-            QStringLiteral("客户编号 In (Select 客户编号 From buyList Where ") + condition + u')');
-    rebuild(errors, session, kLines, condition);
-    errors.run([&] {
-        if (session.clientTable2->isOpen() && session.buyList2->isOpen())
-            client_totals_recount(session.cn, session.clientTable2, session.buyList2, progress);
-    });
+    if (const RecordsetPtr lines = linesOf(session, condition, errors)) {
+        copyOf(errors, session, kClients, [&] { copyClients(session, SumsByClient(lines), progress); });
+        copyOf(errors, session, kLines, [&] {
+            const RowsOfTable rows = rowsOfTable(*lines);
+            fillTableFrom(session.cn, QStringLiteral("buyList2"), rows.source, rows.rowids, progress);
+        });
+    } else {
+        for (const WorkCopy* copy : {&kClients, &kLines})
+            rebuildWorkTable(session, session.*copy->cursor, QString::fromUtf16(copy->table), {}, errors);
+    }
     for (const WorkCopy& copy : kOthers)
         if (copies == PeriodCopies::All || copy.forRegister)
             rebuild(errors, session, copy, condition);

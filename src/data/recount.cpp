@@ -3,6 +3,7 @@
 #include "recordset/error.h"
 #include "recordset/textNumber.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -48,94 +49,19 @@ private:
     const std::vector<double>& m_quantity;
 };
 
-/// Sums by customer number over all lines in one pass; numbers that differ in the case of A-Z alone are one.
-class SumsByClient {
-public:
-    explicit SumsByClient(const RecordsetPtr& lines)
-        : m_lines(*lines)
-        , m_image(lines->image()) {
-        lines->prefetch({QStringLiteral("客户编号"), QStringLiteral("实付"), QStringLiteral("差额利润"),
-                         QStringLiteral("数量")});
-        m_number = lines->fieldIndex(QStringLiteral("客户编号"));
-        if (lines->pendingEdits().empty())
-            addStored();
-        else
-            addShown();
-    }
-
-    LineSums of(const QString& number) const {
-        const QByteArray utf8 = number.toUtf8();
-        const auto codes = pool().findEqual({utf8.constData(), std::size_t(utf8.size())});
-        if (codes.empty())
-            return {};
-        const TextPool::Code code = pool().foldClass(codes.front());
-        return code < m_sums.size() ? m_sums[code] : LineSums();
-    }
-
-private:
-    const ColumnStore& numberStore() const { return m_image.column(m_lines.imageColumn(m_number)); }
-    const TextPool& pool() const { return numberStore().pool; }
-
-    void addStored() {
-        const StoredLines stored(m_lines, LineFields(m_lines));
-        const std::vector<TextPool::Code>& codes = numberStore().codes;
-        std::vector<TextPool::Code> classes(pool().last() + 1);
-        for (TextPool::Code code = 0; code < classes.size(); ++code)
-            classes[code] = pool().foldClass(code);
-        m_sums.resize(classes.size());
-        m_lines.eachRow([&](RowId row) { stored.addTo(m_sums[classes[codes[row]]], row); });
-    }
-
-    void addShown() {
-        const LineFields fields(m_lines);
-        for (int i = 0; i < m_lines.RecordCount(); ++i) {
-            const CellValue number = m_lines.valueAt(i, m_number);
-            if (isNull(number))
-                continue;
-            const TextPool::Code code =
-                pool().foldClass(m_image.internText(m_lines.imageColumn(m_number), toText(number)));
-            if (code >= m_sums.size())
-                m_sums.resize(std::size_t(code) + 1);
-            fields.addTo(m_sums[code], m_lines, i);
-        }
-    }
-
-    const Recordset& m_lines;
-    const TableImage& m_image;
-    int m_number = 0;
-    std::vector<LineSums> m_sums; // by fold class of the number's code
-};
-
-struct TotalFields {
-    explicit TotalFields(const RecordsetPtr& clients)
-        : number(clients->fieldIndex(QStringLiteral("客户编号")))
-        , total(clients->fieldIndex(QStringLiteral("消费合计")))
-        , margin(clients->fieldIndex(QStringLiteral("差额利润")))
-        , quantity(clients->fieldIndex(QStringLiteral("购买数")))
-        , rate(clients->fieldIndex(QStringLiteral("差额利润率"))) {}
-
-    int number, total, margin, quantity, rate;
-};
-
 /// Puts the totals that the sums give into the row at `position`, which becomes current only if one differs;
-/// whether one did.
-bool writeTotals(const RecordsetPtr& clients, int position, const TotalFields& fields, const LineSums& sums) {
-    // Without a paid amount all four are zero, and no "%" stands behind the rate.
-    const bool paid = sums.paid != 0;
-    const std::pair<int, CellValue> totals[] = {
-        {fields.total, paid ? sums.paid : 0.0},
-        {fields.margin, paid ? sums.margin : 0.0},
-        {fields.quantity, paid ? sums.quantity : 0.0},
-        {fields.rate, paid ? rateText(marginRate(sums)) + u'%' : QStringLiteral("0")},
-    };
+/// whether one did. `fields` has those of kTotalColumns.
+bool writeTotals(const RecordsetPtr& clients, int position, const std::array<int, 4>& fields,
+                 const LineSums& sums) {
+    const std::array<CellValue, 4> totals = totalsOf(sums);
     bool changed = false;
-    for (const auto& [field, value] : totals) {
-        if (clients->valueAt(position, field) == value)
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (clients->valueAt(position, fields[i]) == totals[i])
             continue;
         if (!changed)
             clients->moveTo(position);
         changed = true;
-        clients->Fields(field).setValue(value);
+        clients->Fields(fields[i]).setValue(totals[i]);
     }
     if (changed)
         clients->Update();
@@ -152,6 +78,69 @@ void LineSums::add(double linePaid, double lineMargin, double lineQuantity) {
 
 double marginRate(const LineSums& sums) {
     return sums.paid == 0 ? 0 : checkedFinite(sums.margin / sums.paid * 100);
+}
+
+SumsByClient::SumsByClient(const RecordsetPtr& lines)
+    : m_lines(*lines)
+    , m_image(lines->image()) {
+    lines->prefetch({QStringLiteral("客户编号"), QStringLiteral("实付"), QStringLiteral("差额利润"),
+                     QStringLiteral("数量")});
+    m_number = lines->fieldIndex(QStringLiteral("客户编号"));
+    if (lines->pendingEdits().empty())
+        addStored();
+    else
+        addShown();
+}
+
+std::optional<LineSums> SumsByClient::find(std::string_view number) const {
+    const auto codes = pool().findEqual(number);
+    if (codes.empty())
+        return std::nullopt;
+    const TextPool::Code code = pool().foldClass(codes.front());
+    return code < m_any.size() && m_any[code] ? std::optional(m_sums[code]) : std::nullopt;
+}
+
+const ColumnStore& SumsByClient::numberStore() const {
+    return m_image.column(m_lines.imageColumn(m_number));
+}
+
+void SumsByClient::addStored() {
+    const StoredLines stored(m_lines, LineFields(m_lines));
+    const std::vector<TextPool::Code>& codes = numberStore().codes;
+    std::vector<TextPool::Code> classes(pool().last() + 1);
+    for (TextPool::Code code = 0; code < classes.size(); ++code)
+        classes[code] = pool().foldClass(code);
+    m_sums.resize(classes.size());
+    m_any.resize(classes.size());
+    m_lines.eachRow([&](RowId row) {
+        const TextPool::Code code = classes[codes[row]];
+        m_any[code] = 1;
+        stored.addTo(m_sums[code], row);
+    });
+}
+
+void SumsByClient::addShown() {
+    const LineFields fields(m_lines);
+    for (int i = 0; i < m_lines.RecordCount(); ++i) {
+        const CellValue number = m_lines.valueAt(i, m_number);
+        if (isNull(number))
+            continue;
+        const TextPool::Code code =
+            pool().foldClass(m_image.internText(m_lines.imageColumn(m_number), toText(number)));
+        if (code >= m_sums.size()) {
+            m_sums.resize(std::size_t(code) + 1);
+            m_any.resize(std::size_t(code) + 1);
+        }
+        m_any[code] = 1;
+        fields.addTo(m_sums[code], m_lines, i);
+    }
+}
+
+std::array<CellValue, 4> totalsOf(const LineSums& sums) {
+    // Without a paid amount all four are zero, and no "%" stands behind the rate.
+    if (sums.paid == 0)
+        return {0.0, 0.0, 0.0, QStringLiteral("0")};
+    return {sums.paid, sums.margin, sums.quantity, rateText(marginRate(sums)) + u'%'};
 }
 
 LineSums sumsOfView(const RecordsetPtr& lines) {
@@ -176,14 +165,20 @@ int client_totals_recount(Connection& connection, const RecordsetPtr& clients, c
     clients->clearFilter();
     lines->clearFilter();
     const SumsByClient sums(lines);
-    const TotalFields fields(clients);
+    const int number = clients->fieldIndex(QStringLiteral("客户编号"));
+    std::array<int, 4> fields{};
+    std::transform(
+        std::begin(kTotalColumns), std::end(kTotalColumns), fields.begin(),
+        [&clients](const char16_t* name) { return clients->fieldIndex(QString::fromUtf16(name)); });
     clients->prefetch({QStringLiteral("客户编号"), QStringLiteral("消费合计"), QStringLiteral("差额利润"),
                        QStringLiteral("购买数"), QStringLiteral("差额利润率")});
     WriteBatch batch(connection);
     const int count = clients->RecordCount();
     int changed = 0;
     for (int i = 0; i < count; ++i) {
-        changed += writeTotals(clients, i, fields, sums.of(fieldText(clients->valueAt(i, fields.number))));
+        const LineSums his =
+            sums.find(fieldText(clients->valueAt(i, number)).toStdString()).value_or(LineSums());
+        changed += writeTotals(clients, i, fields, his);
         if (progress && i % kProgressStep == 0)
             progress(i, count);
     }

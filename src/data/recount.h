@@ -2,7 +2,11 @@
 
 #include "recordset/recordset.h"
 
+#include <array>
 #include <functional>
+#include <optional>
+#include <string_view>
+#include <vector>
 
 /// Told how far a long loop has come: rows done, rows in all.
 using Progress = std::function<void(int, int)>;
@@ -21,6 +25,31 @@ double marginRate(const LineSums& sums);
 
 /// Sums over all rows that the cursor shows, in their order. Leaves the position.
 LineSums sumsOfView(const RecordsetPtr& lines);
+
+/// The sums of all rows that a cursor over lines shows, by customer number (case of A-Z apart), in one pass.
+/// Valid while the lines stay as they are.
+class SumsByClient {
+public:
+    explicit SumsByClient(const RecordsetPtr& lines);
+    /// Nothing where no line bears the number.
+    std::optional<LineSums> find(std::string_view number) const;
+
+private:
+    const ColumnStore& numberStore() const;
+    const TextPool& pool() const { return numberStore().pool; }
+    void addStored();
+    void addShown();
+
+    const Recordset& m_lines;
+    const TableImage& m_image;
+    int m_number = 0;
+    std::vector<LineSums> m_sums; // by fold class of the number's code
+    std::vector<char> m_any;      // whether a line bears it
+};
+
+/// A customer's stored totals and what they are for such sums, in one order.
+inline constexpr const char16_t* kTotalColumns[] = {u"消费合计", u"差额利润", u"购买数", u"差额利润率"};
+std::array<CellValue, 4> totalsOf(const LineSums& sums);
 
 /// Rebuilds 消费合计, 差额利润, 购买数 and 差额利润率 of every customer from the lines that bear his number
 /// (case of A-Z apart). Writes only what changes, in one transaction. Afterwards no Filter is on, the

@@ -27,6 +27,24 @@ void insertRows(Connection& connection, Statement& insert, int count, const Prog
     }
 }
 
+/// Rowids without a gap, both ends included.
+struct Run {
+    qint64 first;
+    qint64 last;
+};
+
+/// Ascending neighbours go together, so many at most that their progress is seen.
+std::vector<Run> runsOf(const std::vector<qint64>& rowids) {
+    std::vector<Run> runs;
+    for (const qint64 rowid : rowids) {
+        if (!runs.empty() && rowid == runs.back().last + 1 && rowid - runs.back().first < kRowsATell)
+            runs.back().last = rowid;
+        else
+            runs.push_back({rowid, rowid});
+    }
+    return runs;
+}
+
 void bindCell(Statement& insert, int position, const ColumnStore& column, std::size_t row) {
     if (column.info.type != ColumnType::Text)
         return insert.bind(position, column.value(row));
@@ -58,6 +76,21 @@ void rebuildEmpty(Session& session, RecordsetPtr& cursor, const QString& table, 
                      errors);
 }
 
+void rebuildWith(Session& session, RecordsetPtr& cursor, const QString& table, const QString& shapedLike,
+                 const std::function<void()>& fill, IgnoringErrors& errors) {
+    WriteBatch batch(session.cn);
+    rebuildEmpty(session, cursor, table, shapedLike, errors);
+    if (cursor->isOpen()) {
+        cursor->Close();
+        errors.run([&] {
+            emptyForWriting(session.cn, table);
+            fill();
+        });
+    }
+    errors.run([&] { batch.finish(); });
+    errors.run([&] { session.reopen(cursor, QStringLiteral("Select * From ") + table); });
+}
+
 void fillTable(Connection& connection, const QString& table, const TableImage& rows,
                const Progress& progress) {
     QStringList names;
@@ -79,10 +112,19 @@ void fillTableFrom(Connection& connection, const QString& table, const QString& 
                    const std::vector<qint64>& rowids, const Progress& progress) {
     WriteBatch batch(connection);
     emptyForWriting(connection, table);
-    Statement insert = connection.prepare(QStringLiteral("INSERT INTO %1 SELECT * FROM %2 WHERE rowid = ?")
-                                              .arg(quotedName(table), quotedName(source)));
-    insertRows(connection, insert, int(rowids.size()), progress,
-               [&](int row) { insert.bind(1, rowids[std::size_t(row)]); });
+    Statement insert =
+        connection.prepare(QStringLiteral("INSERT INTO %1 SELECT * FROM %2 WHERE rowid BETWEEN ? AND ?")
+                               .arg(quotedName(table), quotedName(source)));
+    const std::vector<Run> runs = runsOf(rowids);
+    int done = 0;
+    for (const Run& run : runs) {
+        insert.bind(1, run.first);
+        insert.bind(2, run.last);
+        connection.write(insert);
+        const int before = std::exchange(done, done + int(run.last - run.first) + 1);
+        if (progress && done / kRowsATell != before / kRowsATell)
+            progress(done, int(rowids.size()));
+    }
     batch.finish();
 }
 

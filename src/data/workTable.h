@@ -16,6 +16,10 @@ void rebuildWorkTable(Session& session, RecordsetPtr& cursor, const QString& tab
 void rebuildEmpty(Session& session, RecordsetPtr& cursor, const QString& table, const QString& shapedLike,
                   IgnoringErrors& errors);
 
+/// The same, the table filled by `fill` before its cursor opens.
+void rebuildWith(Session& session, RecordsetPtr& cursor, const QString& table, const QString& shapedLike,
+                 const std::function<void()>& fill, IgnoringErrors& errors);
+
 /// Empties a table and fills it with the rows of a picture, column by column under their own names, all in
 /// one transaction. Cursors that have the table open lose its rows and must be opened anew. Throws
 /// RuntimeError.

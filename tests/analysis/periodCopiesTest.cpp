@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace {
 
 class PeriodCopiesTest : public testing::Test {
@@ -100,6 +102,45 @@ TEST_F(PeriodCopiesTest, TheRegisterGetsCustomersLinesAndProductsOnly) {
     EXPECT_FALSE(session().product_Bank2->isOpen());
     EXPECT_FALSE(session().return_Bank2->isOpen());
     EXPECT_EQ(count(session().buyList), 5) << "the filter is put all the same";
+}
+
+TEST_F(PeriodCopiesTest, LinesInAnyOrderGiveTheCopiesThatTheEngineWouldSelect) {
+    std::mt19937 random(3);
+    for (int i = 0; i < 400; ++i) {
+        const QString client = QStringList{"7", "8", "9", "a1", "A1", "gone"}[qsizetype(random() % 6)];
+        books.addLine(QString::number(100 + i / 3), client, "p",
+                      QStringLiteral("200%1-0%2-15").arg(3 + random() % 3).arg(1 + random() % 9),
+                      int(random() % 5), int(random() % 100), 3);
+    }
+    books.addClient("A1", "丁");
+    books.execute("INSERT INTO clientTable (单位名称) VALUES ('没有编号')");
+    books.execute("INSERT INTO buyList (订单号, 日期, 实付) VALUES ('999', '2004-05-15', 77)");
+    books.changeBehind("DELETE FROM buyList WHERE rowid % 7 = 0");
+    session().open_rs();
+    session().buyList->MoveFirst();
+    session().buyList->Delete();
+    build("日期 >= #2004-1-1# And 日期 <= #2004-12-31#");
+    const QString inPeriod = QStringLiteral("日期 >= '2004-01-01' AND 日期 <= '2004-12-31'");
+    EXPECT_EQ(
+        books.stored("SELECT 订单号, 客户编号, 日期, 数量, 实付 FROM buyList2 ORDER BY rowid"),
+        books.stored(
+            QStringLiteral("SELECT 订单号, 客户编号, 日期, 数量, 实付 FROM buyList WHERE %1 ORDER BY rowid")
+                .arg(inPeriod)));
+    EXPECT_EQ(
+        books.stored("SELECT 客户编号, 单位名称, 消费合计, 购买数 FROM clientTable2 ORDER BY rowid"),
+        books.stored(QStringLiteral("SELECT 客户编号, 单位名称, (SELECT sum(实付) FROM buyList l WHERE "
+                                    "l.客户编号 = c.客户编号 AND %1), (SELECT sum(数量) FROM buyList l WHERE "
+                                    "l.客户编号 = c.客户编号 AND %1) FROM clientTable c WHERE 客户编号 IN "
+                                    "(SELECT 客户编号 FROM buyList WHERE %1) ORDER BY rowid")
+                         .arg(inPeriod)));
+    EXPECT_EQ(count(session().buyList2), count(session().buyList));
+}
+
+TEST_F(PeriodCopiesTest, EachCopyIsOneTransaction) {
+    build("日期 >= #2004-1-1#");
+    const int before = session().cn.commits();
+    build("日期 >= #2004-1-1#");
+    EXPECT_EQ(session().cn.commits(), before + 6);
 }
 
 TEST_F(PeriodCopiesTest, EachAskerGetsItsPeriodNumber) {
