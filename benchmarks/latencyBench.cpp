@@ -6,6 +6,7 @@
 #include "controls/dataGrid.h"
 #include "controls/prompts.h"
 #include "data/books.h"
+#include "data/warmUp.h"
 #include "plainSqlite.h"
 #include "shell/MDIForm1.h"
 #include "support/driver.h"
@@ -203,6 +204,14 @@ void measureLatency(const QString& path) {
     main.show();
     startShop(main);
     QCoreApplication::processEvents();
+    bool warm = false;
+    ImageWarmer warmer(session.cn, columnsToWarm());
+    warmer.onEnd = [&warm] { warm = true; };
+    say("warming", milliseconds([&] {
+            warmer.start();
+            while (!warm)
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }));
     for (const bool first : {true, false})
         Worker(main, first).workThrough();
 }

@@ -10,6 +10,7 @@
 #include "data/journalFiles.h"
 #include "data/schema.h"
 #include "data/unfinished.h"
+#include "data/warmUp.h"
 #include "maintenance/restore.h"
 #include "shell/MDIForm1.h"
 #include "shell/version.h"
@@ -114,6 +115,7 @@ int run(ShopApplication& application, const QString& appPath, const QString& dat
     };
     registerAll(main, prompts);
     StartJobs jobs(session.cn, QDate::currentDate());
+    ImageWarmer warmer(session.cn, columnsToWarm());
     wireBooks(main, jobs, prompts, application.onActionEnded);
     main.show();
     // The frame is painted before the tables are read, so that a large shop has its window at once.
@@ -122,6 +124,7 @@ int run(ShopApplication& application, const QString& appPath, const QString& dat
         jobs.start();
         startShop(main);
         application.setOpened();
+        warmer.start();
     });
     return application.exec();
 }

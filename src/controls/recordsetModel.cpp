@@ -50,9 +50,8 @@ void RecordsetModel::setOverlay(Overlay overlay) {
 }
 
 void RecordsetModel::refreshRow(RowId row) {
-    for (int position = 0; position < m_rows; ++position)
-        if (m_recordset->rowAt(position) == row)
-            return rowChanged(position);
+    if (const auto position = m_recordset->positionOf(row))
+        rowChanged(*position);
 }
 
 void RecordsetModel::refreshAll() {

@@ -8,6 +8,12 @@
 
 namespace {
 
+template <typename T>
+void spreadCells(std::vector<T>& cells, const std::vector<T>& from, const std::vector<Row>& slots) {
+    for (std::size_t i = 0; i < from.size(); ++i)
+        cells[slots[i]] = from[i];
+}
+
 constexpr double kNullNumber = std::numeric_limits<double>::quiet_NaN();
 
 template <typename T> std::size_t bytes(const std::vector<T>& cells) {
@@ -195,4 +201,18 @@ CellValue converted(const CellValue& value, const ColumnInfo& column) {
     default:
         return toInt32(toNumber(value));
     }
+}
+
+ColumnStore ColumnStore::spread(const std::vector<Row>& slots, std::size_t rows) const {
+    ColumnStore result;
+    result.info = info;
+    result.loaded = loaded;
+    result.reserve(rows + kRoom);
+    result.resize(rows);
+    result.pool = pool;
+    spreadCells(result.codes, codes, slots);
+    spreadCells(result.numbers, numbers, slots);
+    spreadCells(result.integers, integers, slots);
+    spreadCells(result.moments, moments, slots);
+    return result;
 }

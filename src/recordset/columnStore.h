@@ -27,6 +27,8 @@ struct ColumnInfo {
 /// lowest integer. Only the vector of the column's type is in use.
 struct ColumnStore {
     static constexpr qint32 NullInteger = std::numeric_limits<qint32>::min();
+    /// Made in front for rows that come: the first of them shall not move all the others.
+    static constexpr std::size_t kRoom = 65'536;
     static constexpr qint64 NullMoment = std::numeric_limits<qint64>::min();
 
     ColumnInfo info;
@@ -48,6 +50,9 @@ struct ColumnStore {
     /// Sort key of a cell, Null lowest, for the types other than text.
     quint64 ordinal(std::size_t row) const;
     std::size_t memory() const;
+    /// These cells, the texts under the same codes, at `slots` (one a cell) of a column of so many rows; Null
+    /// elsewhere.
+    ColumnStore spread(const std::vector<Row>& slots, std::size_t rows) const;
 };
 
 /// Keys whose unsigned order is the order of the values; 0 is left to Null.

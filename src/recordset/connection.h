@@ -4,6 +4,7 @@
 #include "recordset/fileMark.h"
 #include "recordset/statement.h"
 #include "recordset/transactionClient.h"
+#include "recordset/writeGate.h"
 
 #include <QHash>
 #include <QString>
@@ -58,6 +59,10 @@ public:
     void forgetImage(const QString& table);
 
     bool inTransaction() const;
+    /// Neither in an action nor asking the user about one.
+    bool isIdle() const { return m_batchDepth == 0 && !m_open && !m_asking; }
+    /// Held by every transaction.
+    WriteGate& gate() { return m_gate; }
     /// Commits so far, counted by the commit hook.
     int commits() const { return m_commits; }
     /// Counts up when a transaction begins and when it has ended: odd while one is under way. For a thread
@@ -137,6 +142,7 @@ private:
     int m_batchDepth = 0;
     int m_commits = 0;
     std::atomic<unsigned> m_writeCount = 0;
+    WriteGate m_gate;
     bool m_noted = false;  // images and cursors know how they were when the batch began
     bool m_open = false;   // a transaction of ours, whatever the engine has made of it since
     bool m_asking = false; // the user is asked whether to wait

@@ -18,13 +18,17 @@ public:
     std::size_t memory() const;
 
 private:
+    using Codes = std::vector<TextPool::Code>;
+
     void change(TextPool::Code code, int by);
     void orderAll(const std::vector<quint32>& ranks);
     void settle(TextPool::Code code, const std::vector<quint32>& ranks);
+    void settleMany(Codes doubts, const std::vector<quint32>& ranks);
+    int tiesAround(Codes::const_iterator place, const std::vector<quint32>& ranks) const;
 
-    std::vector<qint32> m_counts;         // rows by code
-    std::vector<TextPool::Code> m_order;  // those with rows
-    std::vector<TextPool::Code> m_doubts; // codes whose first row came or whose last one went since
+    std::vector<qint32> m_counts; // rows by code
+    Codes m_order;                // those with rows, by rank and code
+    Codes m_doubts;               // codes whose first row came or whose last one went since
     bool m_isOrdered = false;
-    bool m_hasTies = false;
+    int m_ties = 0; // neighbours that share a rank
 };

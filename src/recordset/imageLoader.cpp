@@ -13,7 +13,7 @@
 namespace {
 
 constexpr qint64 kWorthTwoThreads = 20'000;
-constexpr qint64 kMostReserved = 4'000'000;
+constexpr qint64 kMostReserved = 16'000'000;
 constexpr qint64 kLowerShare = 48; // percent of the rows for this thread, which starts the other one first
 
 struct RowidRange {
@@ -110,36 +110,63 @@ QString selectText(const QString& table, const std::vector<ColumnInfo>& columns)
 
 using StatementHandle = std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)>;
 
+/// A statement over ranges of rowids and the cells that it has read.
+class RangeReading {
+public:
+    RangeReading(sqlite3* db, const QString& table, const std::vector<ColumnInfo>& columns,
+                 qint64 expectedRows)
+        : m_db(db)
+        , m_table(table)
+        , m_statement(prepared(selectText(table, columns).toUtf8())) {
+        const auto expected =
+            std::size_t(std::clamp<qint64>(expectedRows, 0, kMostReserved)) + ColumnStore::kRoom;
+        m_rows.columns.resize(columns.size());
+        m_rows.rowids.reserve(expected);
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            m_rows.columns[i].info = columns[i];
+            m_rows.columns[i].reserve(expected);
+            m_readers.emplace_back(m_rows.columns[i], m_statement.get(), int(i) + 1);
+        }
+    }
+
+    void read(RowidRange range) {
+        sqlite3_stmt* statement = m_statement.get();
+        sqlite3_bind_int64(statement, 1, range.first);
+        sqlite3_bind_int64(statement, 2, range.last);
+        int code = SQLITE_OK;
+        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+            m_rows.rowids.push_back(sqlite3_column_int64(statement, 0));
+            for (CellReader& reader : m_readers)
+                reader.read();
+        }
+        sqlite3_reset(statement);
+        if (code != SQLITE_DONE)
+            failEngine(m_db, m_table);
+    }
+
+    LoadedRows take() { return std::move(m_rows); }
+
+private:
+    StatementHandle prepared(const QByteArray& sql) const {
+        sqlite3_stmt* raw = nullptr;
+        if (sqlite3_prepare_v2(m_db, sql.constData(), int(sql.size()), &raw, nullptr) != SQLITE_OK)
+            failEngine(m_db, m_table);
+        return {raw, sqlite3_finalize};
+    }
+
+    sqlite3* m_db;
+    QString m_table;
+    StatementHandle m_statement;
+    LoadedRows m_rows;
+    std::vector<CellReader> m_readers;
+};
+
 /// `expected`: how many rows to make room for.
 LoadedRows readRange(sqlite3* db, const QString& table, const std::vector<ColumnInfo>& columns,
-                     RowidRange range, qint64 expectedRows) {
-    const QByteArray sql = selectText(table, columns).toUtf8();
-    sqlite3_stmt* raw = nullptr;
-    if (sqlite3_prepare_v2(db, sql.constData(), int(sql.size()), &raw, nullptr) != SQLITE_OK)
-        failEngine(db, table);
-    const StatementHandle statement(raw, sqlite3_finalize);
-    sqlite3_bind_int64(raw, 1, range.first);
-    sqlite3_bind_int64(raw, 2, range.last);
-
-    LoadedRows rows;
-    rows.columns.resize(columns.size());
-    const auto expected = std::size_t(std::clamp<qint64>(expectedRows, 0, kMostReserved));
-    rows.rowids.reserve(expected);
-    std::vector<CellReader> readers;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        rows.columns[i].info = columns[i];
-        rows.columns[i].reserve(expected);
-        readers.emplace_back(rows.columns[i], raw, int(i) + 1);
-    }
-    int code = SQLITE_OK;
-    while ((code = sqlite3_step(raw)) == SQLITE_ROW) {
-        rows.rowids.push_back(sqlite3_column_int64(raw, 0));
-        for (CellReader& reader : readers)
-            reader.read();
-    }
-    if (code != SQLITE_DONE)
-        failEngine(db, table);
-    return rows;
+                     RowidRange range, qint64 expected) {
+    RangeReading reading(db, table, columns, expected);
+    reading.read(range);
+    return reading.take();
 }
 
 using DatabaseHandle = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
@@ -179,7 +206,7 @@ void appendColumn(ColumnStore& to, ColumnStore&& taken) {
     std::vector<TextPool::Code> codes(from.pool.last() + 1, TextPool::Null);
     for (TextPool::Code code = 1; code <= from.pool.last(); ++code)
         codes[code] = to.pool.intern(from.pool.text(code));
-    to.codes.reserve(to.codes.size() + from.codes.size());
+    to.codes.reserve(to.codes.size() + from.codes.size() + ColumnStore::kRoom);
     for (const TextPool::Code code : from.codes)
         to.codes.push_back(codes[code]);
     append(to.numbers, from.numbers);
@@ -219,6 +246,31 @@ LoadedRows readRows(Connection& connection, const QString& table, const std::vec
 }
 
 } // namespace
+
+struct RangeLoader::Parts {
+    DatabaseHandle db;
+    RangeReading reading;
+};
+
+RangeLoader::RangeLoader(const QString& path, const QString& table, const std::vector<ColumnInfo>& columns,
+                         qint64 expected) {
+    DatabaseHandle db = secondConnection(path);
+    if (!db)
+        fail(ErrorNumber::Engine, QStringLiteral("不能再次打开数据库"), path);
+    sqlite3_busy_timeout(db.get(), 0);
+    sqlite3* handle = db.get();
+    m_parts = std::make_unique<Parts>(Parts{std::move(db), RangeReading(handle, table, columns, expected)});
+}
+
+RangeLoader::~RangeLoader() = default;
+
+void RangeLoader::read(qint64 first, qint64 last) {
+    m_parts->reading.read({first, last});
+}
+
+LoadedRows RangeLoader::take() {
+    return m_parts->reading.take();
+}
 
 LoadedRows loadRows(Connection& connection, const QString& table, const std::vector<ColumnInfo>& columns) {
     try {

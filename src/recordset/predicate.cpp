@@ -1,8 +1,8 @@
 #include "recordset/predicate.h"
 
-#include "recordset/collation.h"
 #include "recordset/error.h"
 #include "recordset/textNumber.h"
+#include "recordset/textTest.h"
 
 #include <algorithm>
 #include <cmath>
@@ -49,58 +49,30 @@ qint64 dateLiteral(const Clause& clause) {
     return moment->seconds;
 }
 
-std::string utf8(const QString& text) {
-    return text.toStdString();
+/// How a part of a condition is put to what the parts before it have found.
+enum class Mix { Set, Or, And };
+
+template <typename TestRow> void mixRows(Mask& mask, Mix mix, TestRow&& passes) {
+    const Row rows = Row(mask.size());
+    switch (mix) {
+    case Mix::Set:
+        for (Row row = 0; row < rows; ++row)
+            mask[row] = char(passes(row));
+        return;
+    case Mix::Or:
+        for (Row row = 0; row < rows; ++row)
+            mask[row] = char(mask[row] | char(passes(row)));
+        return;
+    case Mix::And:
+        for (Row row = 0; row < rows; ++row)
+            mask[row] = char(mask[row] & char(passes(row)));
+    }
 }
 
-/// The test of one text column, on UTF-8.
-class TextTest {
-public:
-    TextTest(const Clause& clause)
-        : m_op(clause.op) {
-        QString text = clause.literal.text;
-        if (m_op == CompareOp::Like) {
-            const LikePattern pattern = parseLike(text);
-            m_like = pattern.kind;
-            text = pattern.text;
-            if (m_like == LikePattern::Kind::Equals)
-                m_op = CompareOp::Equal;
-        }
-        m_text = utf8(text);
-        m_folded = foldedAscii(m_text);
-    }
-
-    bool isEquality() const { return m_op == CompareOp::Equal; }
-    const std::string& text() const { return m_text; }
-
-    bool operator()(std::string_view text) const {
-        if (m_op == CompareOp::Like)
-            return like(text);
-        if (m_op == CompareOp::Equal)
-            return equalFolded(text, m_text);
-        if (m_op == CompareOp::NotEqual)
-            return !equalFolded(text, m_text);
-        const bool orEqual = m_op == CompareOp::LessEqual || m_op == CompareOp::GreaterEqual;
-        if (equalFolded(text, m_text))
-            return orEqual;
-        return holds(m_op, m_collation.compare(text, m_text), 0);
-    }
-
-private:
-    bool like(std::string_view text) const {
-        if (m_like == LikePattern::Kind::Anything)
-            return true;
-        if (m_like == LikePattern::Kind::StartsWith)
-            return text.size() >= m_text.size() && equalFolded(text.substr(0, m_text.size()), m_text);
-        return text.size() >= m_text.size() && foldedAscii(text).find(m_folded) != std::string::npos;
-    }
-
-    CompareOp m_op;
-    LikePattern::Kind m_like = LikePattern::Kind::Equals;
-    std::string m_text;
-    std::string m_folded;
-    Collation m_collation;
-};
+void mixAll(Mask& mask, Mix mix, bool passes) {
+    if (mix == Mix::Set || passes == (mix == Mix::Or))
+        std::fill(mask.begin(), mask.end(), char(passes));
+}
 
 } // namespace
 
@@ -111,11 +83,26 @@ struct Predicate::Leaf {
     std::shared_ptr<TextTest> text;
     std::vector<TextPool::Code> codes; // text equality: the codes that pass
     Mask hits;                         // other text tests: by code
+    bool anyHit = false;
     double number = 0;
     qint64 moment = 0;
 
     ColumnType type() const { return store->info.type; }
     bool isEquality() const { return text && text->isEquality(); }
+
+    /// Puts the test of every row to the mask.
+    void applyTo(Mask& mask, Mix mix) const {
+        if (type() != ColumnType::Text)
+            return mixRows(mask, mix, [this](Row row) { return test(row); });
+        if (isEquality() ? codes.empty() : !anyHit)
+            return mixAll(mask, mix, false);
+        const TextPool::Code* const held = store->codes.data();
+        if (isEquality() && codes.size() == 1)
+            return mixRows(mask, mix, [held, code = codes.front()](Row row) { return held[row] == code; });
+        if (isEquality())
+            return mixRows(mask, mix, [this, held](Row row) { return testCode(held[row]); });
+        mixRows(mask, mix, [held, passed = hits.data()](Row row) { return passed[held[row]]; });
+    }
 
     bool testCode(TextPool::Code code) const {
         if (isEquality())
@@ -139,7 +126,7 @@ struct Predicate::Leaf {
 
     bool testValue(const CellValue& value) const {
         if (const auto* held = std::get_if<QString>(&value))
-            return (*text)(utf8(*held));
+            return (*text)(held->toStdString());
         if (const auto* held = std::get_if<double>(&value))
             return holds(op, *held, number);
         if (const auto* held = std::get_if<qint32>(&value))
@@ -164,21 +151,19 @@ struct Predicate::Node {
         return !stopAt;
     }
 
-    /// Ands or ors the leaf or the parts into `mask`, a column after the other.
-    void applyTo(Mask& mask) const {
-        if (kind == Condition::Kind::Clause) {
-            for (Row row = 0; row < mask.size(); ++row)
-                mask[row] = leaf.test(row);
+    /// Puts the leaf or the parts to `mask`, a column after the other.
+    void applyTo(Mask& mask, Mix mix) const {
+        if (kind == Condition::Kind::Clause)
+            return leaf.applyTo(mask, mix);
+        const Mix ours = kind == Condition::Kind::Or ? Mix::Or : Mix::And;
+        if (mix == Mix::Set || mix == ours) {
+            for (const Node& part : parts)
+                part.applyTo(mask, &part == &parts.front() ? mix : ours);
             return;
         }
-        parts.front().applyTo(mask);
-        Mask other(mask.size());
-        for (std::size_t i = 1; i < parts.size(); ++i) {
-            parts[i].applyTo(other);
-            for (std::size_t row = 0; row < mask.size(); ++row)
-                mask[row] =
-                    char(kind == Condition::Kind::Or ? mask[row] | other[row] : mask[row] & other[row]);
-        }
+        Mask together(mask.size());
+        applyTo(together, Mix::Set);
+        mixRows(mask, mix, [&together](Row row) { return together[row]; });
     }
 };
 
@@ -234,9 +219,8 @@ Predicate::Predicate(const Condition& condition, const TableImage& image, const 
             leaf.codes = pool.findEqual(leaf.text->text());
             return;
         }
-        leaf.hits.assign(pool.last() + 1, 0);
-        for (TextPool::Code code = 1; code <= pool.last(); ++code)
-            leaf.hits[code] = (*leaf.text)(pool.text(code));
+        leaf.hits = leaf.text->hits(pool);
+        leaf.anyHit = std::find(leaf.hits.begin(), leaf.hits.end(), 1) != leaf.hits.end();
     });
 }
 
@@ -282,7 +266,7 @@ void Predicate::selectPrefix(Row prefix, std::vector<RowId>& rows) const {
         return;
     }
     Mask mask(prefix);
-    m_root->applyTo(mask);
+    m_root->applyTo(mask, Mix::Set);
     for (Row row = 0; row < prefix; ++row)
         if (mask[row] && !m_image->isDeleted(row))
             rows.push_back(row);

@@ -186,6 +186,8 @@ public:
     void prefetch(const QStringList& fields) const;
     /// Identity of the current row, nothing without one. Unlike a bookmark it outlives a Requery.
     std::optional<RowId> currentRow() const;
+    /// Where a row stands in the view, from 0; nothing where it does not.
+    std::optional<int> positionOf(RowId row) const;
     /// Makes a row current by its identity; false if it is not in the view.
     bool moveToRow(RowId row);
 
@@ -240,6 +242,7 @@ private:
     void moveToEnd(bool last);
     Place place() const { return m_position.place; }
     int searchStart(int skip, Direction direction) const;
+    std::optional<int> firstShown(const std::vector<Row>& rows, RowId from) const;
     std::optional<int> findIndexed(const Predicate& predicate, int from, bool forward) const;
     void settle();
     template <typename Notice> void notify(Notice&& notice) {

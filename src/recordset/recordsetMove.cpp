@@ -269,25 +269,40 @@ int Recordset::searchStart(int skip, Direction direction) const {
     }
 }
 
+std::optional<int> Recordset::positionOf(RowId row) const {
+    const auto place = m_view.find(row);
+    return place ? std::optional(int(m_view.positionOf(*place))) : std::nullopt;
+}
+
+/// Position of the first of these rows, which ascend as the view does, that stands in the view at or behind
+/// `from`.
+std::optional<int> Recordset::firstShown(const std::vector<Row>& rows, RowId from) const {
+    for (auto row = std::lower_bound(rows.begin(), rows.end(), from); row != rows.end(); ++row)
+        if (const auto position = positionOf(*row))
+            return position;
+    return std::nullopt;
+}
+
 /// Position of the first match from `from` on by way of the column's index, the count of rows (or -1
 /// backward) where there is none; nothing where the index cannot tell or a scan is as quick.
 std::optional<int> Recordset::findIndexed(const Predicate& predicate, int from, bool forward) const {
     constexpr int worthAnIndex = 5000;
     constexpr std::size_t fewMatches = 200;
+    const int nowhere = forward ? RecordCount() : -1;
     if (!m_edits.empty() || m_image->isPicture() || RecordCount() < worthAnIndex)
         return std::nullopt;
     const auto rows = predicate.indexedRows();
-    if (!rows || rows->size() > fewMatches)
+    const bool halves = forward && m_view.ascends();
+    if (!rows || (rows->size() > fewMatches && !halves))
         return std::nullopt;
-    int best = forward ? RecordCount() : -1;
-    for (const Row row : *rows) {
-        const auto place = m_view.find(row);
-        if (!place)
-            continue;
-        const int position = int(m_view.positionOf(*place));
-        if (forward ? position >= from && position < best : position <= from && position > best)
-            best = position;
-    }
+    if (halves)
+        return from >= nowhere ? nowhere : firstShown(*rows, rowAt(std::max(0, from))).value_or(nowhere);
+    int best = nowhere;
+    for (const Row row : *rows)
+        if (const auto position = positionOf(row);
+            position &&
+            (forward ? *position >= from && *position < best : *position <= from && *position > best))
+            best = *position;
     return best;
 }
 

@@ -37,6 +37,8 @@ public:
     Place positionOf(Place place) const;
     Place placeAt(Place position) const;
     std::optional<Place> find(RowId row) const;
+    /// Whether the rows ascend from the first place to the last.
+    bool ascends() const { return m_ascending; }
     /// First place from `place` on that is no hole, or end().
     Place liveFrom(Place place) const;
     /// Last place before `place` that is no hole, or nothing.

@@ -22,12 +22,6 @@ template <typename T> std::size_t bytes(const std::vector<T>& cells) {
     return cells.capacity() * sizeof(T);
 }
 
-template <typename T>
-void fillCells(std::vector<T>& cells, const std::vector<T>& loaded, const std::vector<Row>& slots) {
-    for (std::size_t i = 0; i < loaded.size(); ++i)
-        cells[slots[i]] = loaded[i];
-}
-
 } // namespace
 
 TableImage::TableImage(Connection& connection, QString table, const std::vector<ColumnInfo>& columns)
@@ -118,12 +112,7 @@ void TableImage::fillColumn(ColumnStore& column, const ColumnStore& loaded,
     const std::vector<Row> slots = rowsOf(rowids);
     if (slots.size() != rowids.size())
         fail(ErrorNumber::Engine, QStringLiteral("表 %1 被别的程序改动").arg(m_table));
-    column.resize(m_rowids.size());
-    column.pool = loaded.pool;
-    fillCells(column.codes, loaded.codes, slots);
-    fillCells(column.numbers, loaded.numbers, slots);
-    fillCells(column.integers, loaded.integers, slots);
-    fillCells(column.moments, loaded.moments, slots);
+    column = loaded.spread(slots, m_rowids.size());
 }
 
 void TableImage::loadAllColumns() const {
@@ -363,6 +352,8 @@ void TableImage::update(Row row, const CellChanges& cells) {
     for (const auto& [column, value] : cells)
         setCell(row, column, value);
     m_readRows.erase(row);
+    if (m_changedRows)
+        m_changedRows->push_back(row);
     tell([row](ImageClient& client) { client.rowUpdated(row); });
 }
 
@@ -378,6 +369,8 @@ void TableImage::remove(Row row) {
             m_distinct[i].remove(m_columns[i].codes[row]);
     m_deleted[row] = 1;
     ++m_deletedCount;
+    if (m_changedRows)
+        m_changedRows->push_back(row);
     if (m_undo)
         m_undo->deleted.push_back(row);
     tell([row](ImageClient& client) { client.rowDeleted(row); });
@@ -392,6 +385,7 @@ void TableImage::removeAll() {
     m_deletedCount = size();
     for (DistinctTexts& distinct : m_distinct)
         distinct.clear();
+    endWarming(); // nothing is left to be read
     tell([](ImageClient& client) { client.allRowsDeleted(); });
 }
 

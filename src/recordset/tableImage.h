@@ -29,6 +29,25 @@ public:
     virtual void allRowsDeleted() = 0;
 };
 
+/// What a thread needs to read columns of an image: its slots as they were then.
+struct WarmSource {
+    Row size = 0;
+    std::vector<qint64> rowids; // by slot; none where slot r holds the row with the rowid r + 1
+    std::vector<char> deleted;
+};
+
+/// A column that a thread read, and what it made of it.
+struct WarmedColumn {
+    int column = 0;
+    bool read = false; // or taken from the image, whose texts keep their codes
+    TextPool original; // of the image's column that was taken
+    ColumnStore store;
+    std::vector<char> missing; // slots whose rows it did not see
+    std::optional<EqualityIndex> index;
+    std::optional<TextRanks> ranks;
+    std::optional<DistinctTexts> distinct;
+};
+
 /// The rows of one open table in memory, a column at a time, shared by all cursors over it and written
 /// through to the database. Columns are read on their first use. Without a connection it is the private,
 /// fixed picture that a query gave.
@@ -102,6 +121,16 @@ public:
     bool hasVanished() const { return m_vanished; }
     void appendPictureRow(const std::vector<CellValue>& cells);
 
+    /// From here on rows that change are noted, until the columns that a thread reads meanwhile are adopted.
+    WarmSource beginWarming();
+    /// A column in memory for a thread, with texts of its own under the same codes.
+    ColumnStore columnCopy(int column) const;
+    bool isLoaded(int column) const { return m_columns[std::size_t(column)].loaded; }
+    /// Takes over what a thread made, with the rows noted put right. A column that came into memory by
+    /// another way stays as it is, and false is given. Throws RuntimeError where a row cannot be read.
+    bool adopt(WarmedColumn&& warmed);
+    void endWarming();
+
     void attach(ImageClient* client) { m_clients.push_back(client); }
     bool hasClients() const { return !m_clients.empty(); }
     void detach(ImageClient* client) { std::erase(m_clients, client); }
@@ -134,6 +163,8 @@ private:
     void requireWritable() const;
     void noteCells(Row row, const CellChanges& cells);
     void unload(int column);
+    std::vector<Row> rowsToPutRight(Row known) const;
+    void putRight(WarmedColumn& warmed, Row row) const;
     Statement& insertStatement(const CellChanges& cells);
     void fillColumn(ColumnStore& column, const ColumnStore& loaded, const std::vector<qint64>& rowids) const;
     /// Whether the column is in memory; while it is not, its rows are read one by one.
@@ -155,6 +186,7 @@ private:
     bool m_dropped = false;
     bool m_vanished = false;
     std::unique_ptr<Undo> m_undo;
+    std::optional<std::vector<Row>> m_changedRows; // while a thread reads columns: changed or deleted since
     std::vector<ImageClient*> m_clients;
     mutable std::vector<EqualityIndex> m_indexes;
     mutable std::vector<TextRanks> m_ranks;

@@ -133,6 +133,28 @@ std::vector<TextPool::Code> TextPool::findEqual(std::string_view text) const {
     return codes;
 }
 
+std::vector<TextPool::Code> TextPool::containing(std::string_view folded) const {
+    const auto isLetter = [](char c) { return c >= 'a' && c <= 'z'; };
+    // All texts are searched as the one piece that they are.
+    const std::string foldedBytes =
+        std::any_of(folded.begin(), folded.end(), isLetter) ? foldedAscii(m_data->bytes) : std::string();
+    const std::string_view bytes = foldedBytes.empty() ? m_data->bytes : foldedBytes;
+    const std::vector<std::uint32_t>& ends = m_data->ends;
+    std::vector<Code> codes;
+    const char* from = bytes.data();
+    const char* const last = from + bytes.size();
+    auto end = ends.begin();
+    while (const void* found = memmem(from, std::size_t(last - from), folded.data(), folded.size())) {
+        const auto at = std::size_t(static_cast<const char*>(found) - bytes.data());
+        end = std::upper_bound(end, ends.end(), at);
+        const bool isInside = at + folded.size() <= *end; // and does not go on into the next text
+        if (isInside)
+            codes.push_back(Code(end - ends.begin()));
+        from = bytes.data() + (isInside ? *end : at + 1);
+    }
+    return codes;
+}
+
 TextPool::Code TextPool::foldClass(Code code) const {
     if (code == Null || !m_data->hasCaseVariants)
         return code;

@@ -29,6 +29,9 @@ public:
     Code find(std::string_view text) const;
     /// The codes of all texts equal to this one without regard to the case of A-Z.
     std::vector<Code> findEqual(std::string_view text) const;
+    /// The codes of the texts that contain one (which is folded, see foldedAscii, and not empty) without
+    /// regard to the case of A-Z, ascending.
+    std::vector<Code> containing(std::string_view folded) const;
     /// One code for all texts that are equal without regard to the case of A-Z.
     Code foldClass(Code code) const;
 
@@ -38,6 +41,7 @@ public:
     }
     /// Whether some texts are equal but for the case of A-Z.
     bool hasCaseVariants() const { return m_data->hasCaseVariants; }
+    bool isSameAs(const TextPool& other) const { return m_data == other.m_data; }
     /// A pool of its own with the same texts under the same codes.
     TextPool copy() const;
     /// The highest code given out.

@@ -7,16 +7,16 @@
 
 namespace {
 
-/// Each new text moves the ranks behind it; with more of them than these all are put in order anew.
-constexpr std::size_t kFew = 50;
+/// With more new texts than this share of all, all are put in order anew.
+constexpr std::size_t kFewOf = 20;
 
 } // namespace
 
 const std::vector<quint32>& TextRanks::of(const TextPool& pool) {
     const std::size_t size = std::size_t(pool.last()) + 1;
-    if (m_ranks.empty() || m_ranks.size() + kFew < size)
+    if (m_ranks.empty() || (size - m_ranks.size()) * kFewOf > size)
         rankAll(pool);
-    while (m_ranks.size() < size)
+    else if (m_ranks.size() < size)
         take(pool, TextPool::Code(m_ranks.size()));
     return m_ranks;
 }
@@ -31,20 +31,38 @@ void TextRanks::rankAll(const TextPool& pool) {
               [this](TextPool::Code a, TextPool::Code b) { return m_ranks[a] < m_ranks[b]; });
 }
 
-void TextRanks::take(const TextPool& pool, TextPool::Code code) {
+/// Puts the codes from `first` on among those that are ranked.
+void TextRanks::take(const TextPool& pool, TextPool::Code first) {
     const Collation collation;
-    const auto place =
-        std::lower_bound(m_order.begin(), m_order.end(), code, [&](TextPool::Code a, TextPool::Code b) {
-            return collation.compare(pool.text(a), pool.text(b)) < 0;
-        });
-    const quint32 before = place == m_order.begin() ? 0 : m_ranks[*(place - 1)];
-    if (place != m_order.end() && collation.compare(pool.text(*place), pool.text(code)) == 0) {
-        m_ranks.push_back(m_ranks[*place]);
-    } else {
-        std::for_each(place, m_order.end(), [this](TextPool::Code behind) { ++m_ranks[behind]; });
-        m_ranks.push_back(before + 1);
+    const auto compared = [&](TextPool::Code a, TextPool::Code b) {
+        return collation.compare(pool.text(a), pool.text(b));
+    };
+    std::vector<TextPool::Code> fresh(pool.last() + 1 - first);
+    std::iota(fresh.begin(), fresh.end(), first);
+    std::sort(fresh.begin(), fresh.end(),
+              [&](TextPool::Code a, TextPool::Code b) { return compared(a, b) < 0; });
+    std::vector<TextPool::Code> order;
+    order.reserve(m_order.size() + fresh.size());
+    auto from = m_order.cbegin();
+    for (const TextPool::Code code : fresh) {
+        const auto place =
+            std::lower_bound(from, m_order.cend(), code,
+                             [&](TextPool::Code a, TextPool::Code b) { return compared(a, b) < 0; });
+        order.insert(order.end(), from, place);
+        order.push_back(code);
+        from = place;
     }
-    m_order.insert(place, code);
+    order.insert(order.end(), from, m_order.cend());
+    const auto isTie = [&](TextPool::Code a, TextPool::Code b) {
+        return a < first && b < first ? m_ranks[a] == m_ranks[b] : compared(a, b) == 0;
+    };
+    std::vector<quint32> ranks(std::size_t(pool.last()) + 1, 0);
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const quint32 before = i == 0 ? 0 : ranks[order[i - 1]];
+        ranks[order[i]] = i > 0 && isTie(order[i - 1], order[i]) ? before : before + 1;
+    }
+    m_ranks = std::move(ranks);
+    m_order = std::move(order);
 }
 
 std::size_t TextRanks::memory() const {

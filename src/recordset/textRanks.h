@@ -16,7 +16,7 @@ public:
 
 private:
     void rankAll(const TextPool& pool);
-    void take(const TextPool& pool, TextPool::Code code);
+    void take(const TextPool& pool, TextPool::Code first);
 
     std::vector<quint32> m_ranks;
     std::vector<TextPool::Code> m_order; // the codes by rank

@@ -51,7 +51,13 @@ void Connection::begin() {
     if (beforeFirstWrite)
         beforeFirstWrite();
     beforeFirstWrite = nullptr;
-    runWhenFree("BEGIN IMMEDIATE");
+    m_gate.beginWriting();
+    try {
+        runWhenFree("BEGIN IMMEDIATE");
+    } catch (...) {
+        m_gate.endWriting();
+        throw;
+    }
     m_open = true;
     ++m_writeCount;
     m_mark = writeFreshMark(m_db);
@@ -126,6 +132,7 @@ void Connection::rollBack() {
 
 void Connection::closeTransaction() {
     m_open = false;
+    m_gate.endWriting();
     ++m_writeCount;
 }
 

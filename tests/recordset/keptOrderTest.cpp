@@ -75,6 +75,32 @@ TEST_F(KeptOrder, DistinctTextsFollowEveryRowThatComesGoesOrChanges) {
     }
 }
 
+TEST_F(KeptOrder, ManyTextsThatComeAndGoBetweenTwoLooksAreFollowedToo) {
+    for (int i = 0; i < 300; ++i)
+        add(QString::number(i));
+    EXPECT_EQ(distinct(), byEngine());
+    const RecordsetPtr all = rows();
+    for (int i = 0; i < 200; ++i) {
+        all->MoveFirst();
+        all->Delete();
+        all->MoveNext();
+        add(QString::number(1000 + i));
+    }
+    EXPECT_EQ(distinct(), byEngine());
+}
+
+TEST_F(KeptOrder, TextsThatShareARankAreToldByTheirRows) {
+    // Fullwidth letters differ for equality, and in case alone for the order.
+    add(QStringLiteral("Ａ"));
+    EXPECT_EQ(distinct(), byEngine());
+    add(QStringLiteral("ａ"));
+    EXPECT_EQ(file.open(QStringLiteral("Select distinct k From t"))->RecordCount(), 2);
+    const RecordsetPtr all = rows();
+    all->MoveFirst();
+    all->Delete();
+    EXPECT_EQ(distinct(), byEngine());
+}
+
 TEST_F(KeptOrder, TextsThatDifferInCaseAreOneAsEver) {
     for (const char* text : {"b", "A", "a", "B"})
         add(QString::fromLatin1(text));
@@ -183,6 +209,43 @@ TEST_F(KeptOrder, RowsDeletedBeforeTheirColumnWasReadBreakNoOrder) {
     all->Requery();
     all->setSort(QStringLiteral("d"));
     EXPECT_EQ(keys(all), u"xab");
+}
+
+TEST_F(KeptOrder, ASearchGoesFromMatchToMatchAmongManyRowsWhateverTheViewShows) {
+    file.connection().execute(
+        QStringLiteral("WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i + 1 FROM n WHERE i < 6000) "
+                       "INSERT INTO t SELECT i, 'k' || (i % 3), date('2004-01-01', i || ' days') FROM n"));
+    const RecordsetPtr all = rows();
+    const auto walk = [&](Recordset::Direction direction) {
+        int found = 0;
+        direction == Recordset::Direction::Forward ? all->MoveFirst() : all->MoveLast();
+        for (int step = 0; !all->isEOF() && !all->isBOF(); ++step) {
+            all->Find(QStringLiteral("k = 'K1'"), step == 0 ? 0 : 1, direction);
+            if (all->currentRow()) {
+                EXPECT_EQ(all->Fields("k").text(), u"k1");
+                ++found;
+            }
+        }
+        return found;
+    };
+    for (const auto& [filter, sort, matches] : {std::tuple("", "", 2000),
+                                                {"", "d desc", 2000},
+                                                {"流水号 > 100", "", 1966},
+                                                {"流水号 > 100", "d", 1966}}) {
+        all->setFilter(QString::fromUtf8(filter));
+        all->setSort(QString::fromUtf8(sort));
+        EXPECT_EQ(walk(Recordset::Direction::Forward), matches) << filter << '/' << sort;
+        EXPECT_EQ(walk(Recordset::Direction::Backward), matches) << filter << '/' << sort;
+    }
+    all->clearFilter();
+    all->setSort({});
+    all->MoveFirst();
+    for (int i = 0; i < 10; ++i) {
+        all->Find(QStringLiteral("k = 'k1'"));
+        all->Delete();
+        all->MoveNext();
+    }
+    EXPECT_EQ(walk(Recordset::Direction::Forward), 1990);
 }
 
 using Shown = std::vector<RowId>;

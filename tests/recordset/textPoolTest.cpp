@@ -50,4 +50,16 @@ TEST(TextPool, WhatIsTakenOverGrowsLikeAnyOther) {
     EXPECT_EQ(TextPool("", {0}).findEqual("x"), Codes{}) << "none at all";
 }
 
+TEST(TextPool, ATextIsFoundInsideOthersAndNotAcrossTwo) {
+    TextPool pool;
+    for (const char* text : {"ab", "", "cab", "Ab张三", "b张", "三"})
+        pool.intern(text);
+    EXPECT_EQ(pool.containing("ab"), (Codes{1, 3, 4}));
+    EXPECT_EQ(pool.containing("bc"), Codes());
+    EXPECT_EQ(pool.containing("张三"), (Codes{4}));
+    EXPECT_EQ(pool.containing("三"), (Codes{4, 6}));
+    EXPECT_EQ(pool.containing("longer than all of them together"), Codes());
+    EXPECT_EQ(TextPool().containing("a"), Codes());
+}
+
 } // namespace

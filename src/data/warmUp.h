@@ -1,0 +1,6 @@
+#pragma once
+
+#include "recordset/imageWarmer.h"
+
+/// What a shop worker's first clicks ask of the books, in the order in which they are likely to come.
+std::vector<WarmTable> columnsToWarm();
