@@ -14,10 +14,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMainWindow>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QStatusBar>
 
 namespace {
 
@@ -211,7 +209,7 @@ void PeriodDialog::take(const QString& condition) {
     const QString exact = exactPeriod(condition);
     takePeriod(m_session, m_picks.start.text, m_picks.end.text, exact);
     if (!exact.isEmpty())
-        m_host.mainWindow().statusBar()->showMessage(QStringLiteral("统计时间：") + exact);
+        m_host.say({QStringLiteral("统计时间：") + exact});
 }
 
 void PeriodDialog::buildForViews(const QString& condition) {

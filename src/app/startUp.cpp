@@ -8,7 +8,6 @@
 #include "shell/MDIForm1.h"
 
 #include <QFileInfo>
-#include <QStatusBar>
 
 namespace {
 
@@ -57,7 +56,7 @@ void wireBooks(MDIForm1& main, StartJobs& jobs, Prompts& prompts,
                           .arg(path, fault),
                       path, WayBack::Restore);
     };
-    jobs.onNoBackup = [&main](const QString& fault) { main.statusBar()->showMessage(fault); };
+    jobs.onNoBackup = [&main](const QString& fault) { main.host().say({fault}); };
 }
 
 void startShop(MDIForm1& main) {
@@ -66,7 +65,7 @@ void startShop(MDIForm1& main) {
     main.endProgress();
     main.host().show(QStringLiteral("dataInputFm1"));
     if (!note.isEmpty())
-        main.statusBar()->showMessage(note);
+        main.host().say({note});
 }
 
 QString databaseFileName() {

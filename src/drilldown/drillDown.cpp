@@ -6,9 +6,6 @@
 #include "shell/displayView.h"
 #include "shell/orderChoice.h"
 
-#include <QMainWindow>
-#include <QStatusBar>
-
 namespace {
 
 const DisplayView* displayInFront(ViewHost& host) {
@@ -36,7 +33,7 @@ void clearClientFilter(Session& session) {
 }
 
 void tellNothing(ViewHost& host, const QString& text) {
-    host.mainWindow().statusBar()->showMessage(text, 8000);
+    host.say({text});
 }
 
 /// The lines that belong to the customers in front: those of the period where its customers are shown, or

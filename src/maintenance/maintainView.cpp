@@ -12,9 +12,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMainWindow>
 #include <QPushButton>
-#include <QStatusBar>
 
 MaintainView::MaintainView(const MaintainedTable& table, ViewHost& host, Prompts& prompts)
     : View(QString::fromUtf16(table.view), QString::fromUtf16(table.caption))
@@ -141,7 +139,7 @@ void MaintainView::search() {
 
 void MaintainView::save() {
     if (const QString fault = saveQuietly(m_session, cursor()); !fault.isEmpty())
-        m_host.mainWindow().statusBar()->showMessage(fault);
+        m_host.say({fault});
 }
 
 void MaintainView::discard() {

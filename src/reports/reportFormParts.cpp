@@ -42,8 +42,10 @@ ReportForm::ReportForm(const ReportDescription& report, ViewHost& host, Prompts&
     , m_layout(defaultLayout(report, openingTitle())) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     m_view = new PaperView(report.pageWidth(), report.pageHeight(), this);
-    auto* row = new QHBoxLayout(this);
-    row->setMenuBar(buildMenu());
+    auto* column = new QVBoxLayout(this);
+    column->setMenuBar(buildMenu());
+    auto* row = new QHBoxLayout;
+    column->addLayout(row, 1);
     row->addWidget(m_view, 1);
     row->addWidget(buildPanel());
     // 12000 by 9000 twips, so far as the screen has room.

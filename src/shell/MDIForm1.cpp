@@ -170,6 +170,8 @@ void MDIForm1::buildArea() {
     column->addWidget(m_caption);
     column->addWidget(scroller, 1);
     setCentralWidget(centre);
+    m_notice = new NoticeLine(this);
+    statusBar()->addWidget(m_notice, 1);
     m_progress = new QProgressBar(this);
     m_progress->setMaximumWidth(220);
     m_progress->hide();

@@ -19,7 +19,7 @@ class QToolButton;
 
 /// The main window: menu, toolbar, the one-view area, and the one place where a command is turned into an
 /// action on the view that is showing.
-class MDIForm1 : public QMainWindow {
+class MDIForm1 : public QMainWindow, public NoticePlace {
     Q_OBJECT
 
 public:
@@ -47,6 +47,8 @@ public:
     void runCommand(const QString& name);
 
     void setVisible(bool visible) override;
+    /// In the status bar.
+    void takeNotice(const Notice& notice) override { m_notice->show(notice); }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -70,6 +72,7 @@ private:
     QLabel* m_caption = nullptr;
     QListWidget* m_list1 = nullptr;
     QListWidget* m_list2 = nullptr;
+    NoticeLine* m_notice = nullptr;
     QProgressBar* m_progress = nullptr;
     QElapsedTimer m_progressClock; // since the start, or since the bar was last painted
     std::map<int, QToolButton*> m_buttons;

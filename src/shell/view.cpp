@@ -1,5 +1,6 @@
 #include "shell/view.h"
 
+#include <QBoxLayout>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -31,6 +32,15 @@ TopWindow::TopWindow(const QString& name, const QString& caption) {
     setObjectName(name);
     setWindowTitle(caption);
     setAttribute(Qt::WA_DeleteOnClose);
+}
+
+void TopWindow::takeNotice(const Notice& notice) {
+    if (!m_notice)
+        if (auto* column = qobject_cast<QVBoxLayout*>(layout()))
+            column->addWidget(m_notice = new NoticeLine(this));
+    if (m_notice)
+        m_notice->show(notice);
+    Q_EMIT noticed(notice);
 }
 
 void TopWindow::finish() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/notice.h"
 #include "data/session.h"
 
 #include <QPointer>
@@ -62,8 +63,9 @@ private:
     std::map<ViewOperation, std::function<void()>> m_operations;
 };
 
-/// A window of its own beside the main window. Its close box does what its own way out does.
-class TopWindow : public QWidget {
+/// A window of its own beside the main window. Its close box does what its own way out does. Its layout is a
+/// column, at whose foot a notice said in it stands from the first one on.
+class TopWindow : public QWidget, public NoticePlace {
     Q_OBJECT
 
 public:
@@ -84,9 +86,12 @@ public:
     virtual bool setsShowSource() const { return false; }
     /// Whether the window stands in the middle of the main window, and not of the screen.
     virtual bool standsOverMain() const { return false; }
+    void takeNotice(const Notice& notice) override;
 
 Q_SIGNALS:
     void finished();
+    /// Something was said here, which is to be read where the window is gone too.
+    void noticed(const Notice& notice);
     /// F1 was pressed.
     void helpAsked();
 
@@ -99,7 +104,8 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    bool m_closing = false; // inside the close box's own event
+    NoticeLine* m_notice = nullptr; // from the first notice on
+    bool m_closing = false;         // inside the close box's own event
     bool m_finishing = false;
 };
 

@@ -8,7 +8,6 @@
 #include <QMainWindow>
 #include <QScreen>
 #include <QStackedWidget>
-#include <QStatusBar>
 #include <QWindow>
 
 #include <algorithm>
@@ -49,7 +48,7 @@ void ViewHost::show(const QString& name) {
         return;
     const bool fresh = m_loaded.value(name).isNull();
     View* view = loaded(name);
-    m_main.statusBar()->clearMessage(); // it spoke of the view before
+    say({}); // what stands there spoke of the view before
     m_area.setCurrentWidget(view);
     if (!fresh)
         for (DataGrid* grid : view->findChildren<DataGrid*>())
@@ -173,6 +172,7 @@ TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
         m_main.setEnabled(false);
     connect(window, &TopWindow::finished, this, [this, name] { windowClosed(name); });
     connect(window, &TopWindow::helpAsked, this, [this, name] { openHelp(name); });
+    connect(window, &TopWindow::noticed, this, &ViewHost::say);
     window->show();
     letPrint();
     return window;
@@ -181,6 +181,10 @@ TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
 void ViewHost::openHelp(const QString& about) {
     m_helpAbout = about;
     openWindow(QStringLiteral("manualFm1"), MainWindow::Stays);
+}
+
+void ViewHost::say(const Notice& notice) {
+    ::say(&m_main, notice);
 }
 
 TopWindow* ViewHost::openReport() const {

@@ -59,6 +59,8 @@ public:
     void bringBackMain(const QString& beside);
     /// Closes the windows whose figures a purchase would change, and all dialogs, as by their own way out.
     void closeForPurchase();
+    /// Says in the status bar what was done, until something else is said or another view is shown.
+    void say(const Notice& notice);
     /// The window of this name, null while it is closed.
     TopWindow* window(const QString& name) const { return m_open.value(name).window; }
     /// Text of a label or box on a view or window by the names of both; "" where it is not there.

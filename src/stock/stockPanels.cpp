@@ -10,9 +10,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMainWindow>
 #include <QPushButton>
-#include <QStatusBar>
 
 StockSumsBox::StockSumsBox(QWidget* parent)
     : QWidget(parent)
@@ -132,7 +130,7 @@ StockCountPanel::StockCountPanel(ViewHost& host, Prompts& /*prompts*/)
     : m_host(host) {
     const auto save = [](ViewHost& window) {
         if (const QString fault = saveStockCount(window.session()); !fault.isEmpty())
-            window.mainWindow().statusBar()->showMessage(fault);
+            window.say({fault});
     };
     const std::tuple<const char16_t*, const char16_t*, std::function<void(ViewHost&)>> commands[] = {
         {u"Command2", u"保存", save},
@@ -156,7 +154,6 @@ void StockCountPanel::rowChanged(const RecordsetPtr& cursor, bool /*chosen*/) {
 
 void StockCountPanel::left(const RecordsetPtr& cursor) {
     if (cursor->isOpen() && cursor->pendingCount() > 0)
-        m_host.mainWindow().statusBar()->showMessage(
-            QStringLiteral("盘点表有 %1 条记录还没有保存，“继续盘点”可以接着做。")
-                .arg(cursor->pendingCount()));
+        m_host.say({QStringLiteral("盘点表有 %1 条记录还没有保存，“继续盘点”可以接着做。")
+                        .arg(cursor->pendingCount())});
 }

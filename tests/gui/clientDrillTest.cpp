@@ -89,7 +89,7 @@ TEST_F(ClientDrill, OnAnEmptyShopTheCommandsOpenNothing) {
     start();
     for (const char* command :
          {"show_one_client1", "show_one_client2", "statistic_one_client", "show_sales"}) {
-        main->statusBar()->clearMessage();
+        main->host().say({});
         drive->choose(QString::fromUtf8(command));
         EXPECT_EQ(inFront(), u"dataInputFm1") << command;
         EXPECT_FALSE(status().isEmpty()) << command;

@@ -274,7 +274,7 @@ TEST_F(Windows, F1OpensHelpFromEveryWindowWhateverBecameOfTheMainWindow) {
 
 TEST_F(Windows, AStatusTextGoesWhenTheViewChanges) {
     start();
-    main->statusBar()->showMessage("told");
+    main->host().say({"told"});
     EXPECT_FALSE(status().isEmpty());
     drive->choose("show_stock");
     EXPECT_TRUE(status().isEmpty());

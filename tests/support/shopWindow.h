@@ -8,7 +8,6 @@
 #include "support/testBooks.h"
 
 #include <QCoreApplication>
-#include <QStatusBar>
 
 /// The whole program on the books of an empty shop, its prompts scripted.
 class ShopWindow : public testing::Test {
@@ -25,7 +24,7 @@ protected:
     }
 
     TopWindow* window(const char* name) { return main->host().window(QString::fromUtf8(name)); }
-    QString status() { return main->statusBar()->currentMessage(); }
+    QString status() { return drive->text("noticeText"); }
     Session& session() { return books.session(); }
     bool enabled(const char* name) { return drive->find<QWidget>(QString::fromUtf8(name))->isEnabled(); }
     bool shown(const char* name) { return drive->find<QWidget>(QString::fromUtf8(name))->isVisible(); }

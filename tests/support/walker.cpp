@@ -6,8 +6,8 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QLabel>
 #include <QMenu>
-#include <QStatusBar>
 #include <QtTest/QTest>
 
 namespace {
@@ -260,7 +260,7 @@ void Walker::pressAndLook(const Place& place, const Pressable& control) {
     const auto open = m_program->windows();
     const Seen before{QSet<QString>(open.keyBegin(), open.keyEnd()), m_program->activeView()};
     m_at = {place.name, control.name};
-    m_program->main->statusBar()->clearMessage();
+    m_program->main->host().say({});
     press(control);
     QStringList words = outcome(before);
     checkForeignWindows();
@@ -285,7 +285,8 @@ QStringList Walker::outcome(const Seen& before) {
             words << QStringLiteral("closes ") + each;
     if (m_program->activeView() != before.view)
         words << QStringLiteral("shows ") + m_program->activeView();
-    if (const QString status = m_program->main->statusBar()->currentMessage(); !status.isEmpty()) {
+    if (const QString status = m_program->main->findChild<QLabel*>(QStringLiteral("noticeText"))->text();
+        !status.isEmpty()) {
         words << QStringLiteral("status: ") + status;
         if (status.contains(QStringLiteral("还没有做好")))
             said.insert(status, at());
