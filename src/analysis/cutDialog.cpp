@@ -135,7 +135,7 @@ void CutDialog::confirm() {
     const int option = chosen();
     const QString answer = m_boxes[option]->text();
     if (trimBlanks(answer).isEmpty() && *m_description.blank)
-        return m_prompts.tell(QString::fromUtf16(m_description.blank));
+        return m_prompts.tellAbout(m_boxes[option], QString::fromUtf16(m_description.blank));
     finish(); // before the work behind what is seen
     cut(m_host, m_description, ClientMeasure(option), answer);
 }

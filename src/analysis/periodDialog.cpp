@@ -157,7 +157,7 @@ void PeriodDialog::pick(PeriodBox box) {
     const PickResult result = pickPeriod(m_picks, bound, box, trimBlanks(boxOf(box)->currentText()),
                                          trimBlanks(boxOf(PeriodBox::Month)->currentText()));
     if (!result.refusal.isEmpty())
-        return m_prompts.tell(result.refusal);
+        return m_prompts.tellAbout(boxOf(box), result.refusal);
     for (const PeriodBox each : result.cleared)
         boxOf(each)->setCurrentIndex(-1);
     showPicks();

@@ -1,11 +1,12 @@
 #include "app/appearance.h"
 
+#include "app/borderStyle.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QPalette>
-#include <QStyleFactory>
 #include <QTranslator>
 
 namespace {
@@ -21,8 +22,8 @@ QPalette palette() {
     colours.setColor(QPalette::ButtonText, QColor(0x22, 0x2B, 0x36));
     colours.setColor(QPalette::Highlight, QColor(0x2F, 0x5D, 0x8A));
     colours.setColor(QPalette::HighlightedText, Qt::white);
-    colours.setColor(QPalette::PlaceholderText, QColor(0x8A, 0x94, 0xA1));
-    const QColor faint(0xA6, 0xAE, 0xB8);
+    colours.setColor(QPalette::PlaceholderText, QColor(0x62, 0x6C, 0x7A));
+    const QColor faint(0x7E, 0x86, 0x92);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         colours.setColor(QPalette::Disabled, role, faint);
     colours.setColor(QPalette::Disabled, QPalette::Base, QColor(0xF0, 0xF2, 0xF5));
@@ -51,7 +52,7 @@ void speakChinese(QApplication& application) {
 
 void setAppearance(QApplication& application) {
     speakChinese(application);
-    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    application.setStyle(new BorderStyle);
     application.setPalette(palette());
     application.setWindowIcon(QIcon(QStringLiteral(":/icons/app.svg")));
     application.setFont(interfaceFont());
@@ -62,14 +63,20 @@ void setAppearance(QApplication& application) {
                                {QStringLiteral("SimHei"), QStringLiteral("WenQuanYi Micro Hei"),
                                 QStringLiteral("WenQuanYi Zen Hei"), QStringLiteral("Noto Sans CJK SC")});
     application.setStyleSheet(QStringLiteral(
-        "QGroupBox { border: 1px solid #d5dce4; border-radius: 6px; margin-top: 9px; padding-top: 6px; "
+        "QGroupBox { border: 1px solid #7d8794; border-radius: 6px; margin-top: 9px; padding-top: 6px; "
         "background: #fafbfd; }"
         "QGroupBox::title { subcontrol-origin: margin; left: 12px; padding: 0 4px; color: #2f5d8a; }"
         "QPushButton { padding: 4px 12px; }"
         "QLineEdit { padding: 2px 4px; }"
-        "QTableView { gridline-color: #e3e8ee; border: 1px solid #d5dce4; }"
+        "QTableView { gridline-color: #e3e8ee; border: 1px solid #7d8794; }"
         "QHeaderView::section { background: #e9eef4; border: none; border-right: 1px solid #d5dce4;"
         " border-bottom: 1px solid #d5dce4; padding: 4px 6px; }"
         "QLabel#viewCaption { font-size: 15px; font-weight: bold; color: #2f5d8a; padding: 2px; }"
+        "QLabel#unsavedMark, QLabel#unsavedCount { color: #9a4d00; font-weight: bold; padding: 2px 6px; }"
+        "QFrame#filterChip { background: #fff1d6; border: 1px solid #9a6a1f; border-radius: 9px; }"
+        "QFrame#filterChip QLabel { color: #5c3b00; }"
+        "QFrame#filterChip QToolButton { color: #5c3b00; border: none; padding: 0 4px; font-weight: bold; }"
+        "QFrame#filterChip QToolButton:hover { background: #f4d9a6; border-radius: 7px; }"
+        "QStatusBar::item { border: none; }"
         "QToolTip { padding: 3px; }"));
 }

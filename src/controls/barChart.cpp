@@ -1,6 +1,7 @@
 #include "controls/barChart.h"
 
 #include "controls/chartPicture.h"
+#include "controls/notice.h"
 #include "controls/prompts.h"
 #include "recordset/textNumber.h"
 
@@ -393,6 +394,8 @@ void BarChart::askSave() {
     if (path != *answer && QFileInfo::exists(path) &&
         !m_prompts.confirm(QStringLiteral("文件已存在，要替换吗？\n%1").arg(path)))
         return;
-    if (!savePicture(path))
+    if (savePicture(path))
+        say(this, {QStringLiteral("已保存图片：%1").arg(path)});
+    else
         m_prompts.tell(QStringLiteral("文件不能写入：%1").arg(path));
 }

@@ -2,6 +2,7 @@
 
 #include "controls/cellEditor.h"
 #include "controls/csvFile.h"
+#include "controls/notice.h"
 #include "controls/prompts.h"
 
 #include <QAction>
@@ -239,6 +240,10 @@ bool DataGrid::exportCsv(const QString& path) const {
 void DataGrid::askExport() {
     const auto path = m_prompts.saveFile(QStringLiteral("导出 CSV"), QStringLiteral("导出.csv"),
                                          QStringLiteral("CSV (*.csv)"));
-    if (path && !exportCsv(*path))
+    if (!path)
+        return;
+    if (exportCsv(*path))
+        say(this, {QStringLiteral("已导出 CSV，%1 行：%2").arg(m_model->rowCount()).arg(*path)});
+    else
         m_prompts.tell(QStringLiteral("文件不能写入：%1").arg(*path));
 }

@@ -1,5 +1,7 @@
 #include "controls/filePrompt.h"
 
+#include "controls/formParts.h"
+
 #include <QDateTime>
 #include <QFileIconProvider>
 #include <QFileSystemModel>
@@ -59,6 +61,7 @@ public:
 FileDialog::FileDialog(const QString& title, const QString& filter, QWidget* parent)
     : QFileDialog(parent, title, QString(), filter) {
     static UnopenedFiles kinds;
+    giveDialogFrame(this);
     setOption(QFileDialog::DontUseNativeDialog);
     setIconProvider(&kinds);
     setProxyModel(new ChineseFiles(this));

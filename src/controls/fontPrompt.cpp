@@ -69,6 +69,7 @@ FontDialog::FontDialog(const QString& title, const FontChoice& start, QWidget* p
     , m_start(start)
     , m_colour(start.colour) {
     setObjectName(QStringLiteral("fontDialog"));
+    giveDialogFrame(this);
     setWindowTitle(title);
     m_sample = makeLabel(QStringLiteral("sample"), QStringLiteral("字体示例 2004-11-21 AaBb"), this);
     m_sample->setAlignment(Qt::AlignCenter);

@@ -87,6 +87,11 @@ QDialogButtonBox* makeOkCancel(QDialog* dialog) {
     return buttons;
 }
 
+void giveDialogFrame(QWidget* window) {
+    window->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+}
+
 void tabThrough(const QWidgetList& widgets) {
     // The first one goes to the front of its window: Qt moves no widget behind one that it follows already
     // round the end of the chain.

@@ -48,6 +48,9 @@ QLineEdit* makeShownBox(const QString& name, const QString& toolTip, QWidget* pa
 /// A dialog's buttons "确定", its default, and "取消".
 QDialogButtonBox* makeOkCancel(QDialog* dialog);
 
+/// Gives a window the frame of a dialog: title and close box, nothing to make it small or large by.
+void giveDialogFrame(QWidget* window);
+
 /// Lets the tab key go through these widgets in this order.
 void tabThrough(const QWidgetList& widgets);
 

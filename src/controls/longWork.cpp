@@ -17,6 +17,7 @@ void workAfterPainting(const QString& text, const std::function<void(const Steps
 LongWork::LongWork(const QString& text, int steps)
     : m_window(QApplication::activeWindow()) {
     m_window.setObjectName(QStringLiteral("longWork"));
+    giveDialogFrame(&m_window);
     m_window.setWindowTitle(QStringLiteral("请稍候"));
     m_window.setWindowModality(Qt::ApplicationModal);
     m_bar = new QProgressBar(&m_window);

@@ -12,6 +12,7 @@ PrinterDialog::PrinterDialog(const QStringList& printers, const PrinterChoice& s
     : QDialog(parent)
     , m_start(start) {
     setObjectName(QStringLiteral("printerDialog"));
+    giveDialogFrame(this);
     setWindowTitle(QStringLiteral("打印机设置"));
     m_printers = new QComboBox(this);
     m_printers->setObjectName(QStringLiteral("printers"));

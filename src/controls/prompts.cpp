@@ -1,14 +1,18 @@
 #include "controls/prompts.h"
 
 #include "controls/filePrompt.h"
+#include "controls/formParts.h"
 #include "recordset/shownText.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QStandardPaths>
 
 namespace {
 
@@ -26,12 +30,31 @@ const Buttons& yesAndNo() {
     return buttons;
 }
 
+/// Documents of the user, his home where he keeps none.
+QString documentsFolder() {
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+/// The program's own picture for a box.
+QIcon pictureOf(QMessageBox::Icon icon) {
+    const QString name = icon == QMessageBox::Question  ? QStringLiteral("question")
+                         : icon == QMessageBox::Warning ? QStringLiteral("warning")
+                                                        : QStringLiteral("information");
+    return QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
+}
+
 /// A message box: the first button is the default, the last one the answer of Escape and the close box.
 class Box : public QMessageBox {
 public:
     Box(Icon icon, const QString& title, const QString& text, const Buttons& buttons)
         : QMessageBox(icon, beginningOf(title, kCaptionLetters), beginningOf(text), NoButton,
                       QApplication::activeWindow()) {
+        giveDialogFrame(this);
+        constexpr int side = 44;
+        if (const QPixmap picture = pictureOf(icon).pixmap({side, side}, devicePixelRatioF());
+            !picture.isNull())
+            setIconPixmap(picture);
         for (const auto& [button, caption] : buttons)
             addButton(button)->setText(caption);
         setDefaultButton(buttons.front().first);
@@ -40,6 +63,13 @@ public:
 };
 
 } // namespace
+
+void Prompts::tellAbout(QWidget* box, const QString& text, const QString& title) {
+    tell(text, title);
+    box->setFocus(Qt::OtherFocusReason);
+    if (auto* line = qobject_cast<QLineEdit*>(box))
+        line->selectAll();
+}
 
 bool Prompts::mayWrite(const QString& path) {
     const QString refusal = m_guard ? m_guard(path) : QString();
@@ -87,6 +117,7 @@ std::optional<bool> WindowPrompts::askOrLeave(const QString& text, const QString
 
 std::optional<QString> WindowPrompts::input(const QString& text, const QString& title) {
     QInputDialog dialog(QApplication::activeWindow());
+    giveDialogFrame(&dialog);
     dialog.setWindowTitle(title);
     dialog.setLabelText(beginningOf(text));
     dialog.setOkButtonText(QStringLiteral("确定"));
@@ -98,7 +129,7 @@ std::optional<QString> WindowPrompts::anyFileToSave(const QString& title, const 
                                                     const QString& filter) {
     FileDialog dialog(title, filter, QApplication::activeWindow());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDirectory(QFileInfo(proposal).absolutePath());
+    dialog.setDirectory(QFileInfo(m_folder).isDir() ? m_folder : documentsFolder());
     dialog.selectFile(QFileInfo(proposal).fileName());
     // The ending is added before the dialog asks whether a file may be replaced.
     const QString ending = QFileInfo(proposal).suffix();
@@ -113,7 +144,9 @@ std::optional<QString> WindowPrompts::anyFileToSave(const QString& title, const 
     });
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
-    return dialog.selectedFiles().first();
+    const QString chosen = dialog.selectedFiles().first();
+    m_folder = QFileInfo(chosen).absolutePath();
+    return chosen;
 }
 
 std::optional<QString> WindowPrompts::openFile(const QString& title, const QString& filter) {

@@ -8,6 +8,8 @@
 #include <functional>
 #include <optional>
 
+class QWidget;
+
 /// Everything that stops the program for an answer goes through here: Qt's own dialogs in the program, a
 /// scripted stand-in in tests.
 class Prompts {
@@ -16,6 +18,8 @@ public:
 
     /// A message with an OK button.
     virtual void tell(const QString& text, const QString& title = QStringLiteral("信息提示")) = 0;
+    /// The same about what stands in a box, which then has the focus, its text selected.
+    void tellAbout(QWidget* box, const QString& text, const QString& title = QStringLiteral("信息提示"));
     /// A question with OK and Cancel; true for OK.
     virtual bool confirm(const QString& text, const QString& title = QStringLiteral("信息提示")) = 0;
     /// A question with Yes and No; true for Yes.
@@ -69,4 +73,7 @@ public:
     std::optional<FontChoice> chooseFont(const QString& title, const FontChoice& start) override;
     std::optional<PrinterChoice> setUpPrinter(const QStringList& printers,
                                               const PrinterChoice& start) override;
+
+private:
+    QString m_folder; // where the last file of this run was written
 };

@@ -3,6 +3,8 @@
 #include "controls/dataGrid.h"
 #include "controls/moveButtons.h"
 
+class FilterChip;
+
 #include <functional>
 
 /// A table as every window shows one: a grid, its four move buttons and the position text. The buttons move
@@ -29,12 +31,18 @@ public:
     void showPosition();
     /// What the position reads without rows, in place of "0/0".
     void setEmptyPosition(const QString& text) { m_emptyPosition = text; }
+    /// Shows beside the position that a Filter is on; its cross runs `showWhole`. Without one a Filter is
+    /// what the table is made by, and nobody is told.
+    void setWholeShow(std::function<void()> showWhole);
     /// What follows a change of the current row or the view, in place of showPosition().
     void onRow(std::function<void()> handler) { grid->setRowHandler(std::move(handler)); }
     /// What a press of a button does, in place of moving.
     void onMove(std::function<void(int button)> handler) { m_move = std::move(handler); }
 
 private:
+    void showFilter();
+
     std::function<void(int)> m_move;
+    FilterChip* m_filter = nullptr;
     QString m_emptyPosition = QStringLiteral("0/0");
 };

@@ -3,10 +3,12 @@
 #include "recordset/shownText.h"
 
 #include <QAbstractItemView>
+#include <QColor>
 
 namespace {
 
 constexpr int kLater = 500; // milliseconds until what could not be read is asked for again
+const QColor kPendingColour(0xFF, 0xE3, 0xA3);
 
 } // namespace
 
@@ -85,6 +87,12 @@ QString RecordsetModel::shownCell(int row, int field) const {
     return shown.value_or(QString());
 }
 
+bool RecordsetModel::isPending(const QModelIndex& index) const {
+    const PendingEdits& edits = m_recordset->pendingEdits();
+    return !edits.empty() &&
+           edits.find(m_recordset->rowAt(index.row()), m_recordset->imageColumn(index.column()));
+}
+
 QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= m_rows || index.column() >= m_columns)
         return {};
@@ -92,6 +100,8 @@ QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
         return shownCell(index.row(), index.column());
     if (role == Qt::EditRole)
         return cellText(index.row(), index.column());
+    if (role == Qt::BackgroundRole && m_editable)
+        return isPending(index) ? QVariant(kPendingColour) : QVariant();
     if (role != Qt::TextAlignmentRole)
         return {};
     return int(fieldAlignment(m_recordset->fieldInfo(index.column())));

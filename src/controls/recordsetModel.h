@@ -13,7 +13,8 @@
 Qt::Alignment fieldAlignment(const ColumnInfo& column);
 
 /// A recordset as Qt's item views want it: its view row by row, pending edits included. Cells are made into
-/// text only when they are painted; of a long text the beginning is, and Qt::EditRole has the whole.
+/// text only when they are painted; of a long text the beginning is, and Qt::EditRole has the whole. Where
+/// cells can be edited, those with a pending edit have a colour of their own.
 class RecordsetModel : public QAbstractTableModel, private RecordsetObserver {
     Q_OBJECT
 
@@ -53,6 +54,8 @@ private:
     void rowAppended() override;
     void rowChanged(int position) override;
     void currentChanged() override;
+    /// Whether the cell holds what was typed into it and is not saved.
+    bool isPending(const QModelIndex& index) const;
     QString cellText(int row, int field) const;
     QString shownCell(int row, int field) const;
 

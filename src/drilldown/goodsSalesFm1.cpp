@@ -29,6 +29,7 @@ goodsSalesFm1::goodsSalesFm1(ViewHost& host, Prompts& prompts)
     column->addWidget(m_pane->grid, 1);
     column->addLayout(figures);
     column->addWidget(m_pane->moves, 0, Qt::AlignLeft);
+    m_pane->setWholeShow([this] { whole_show(); });
     resize(980, 560);
     connect(&host, &ViewHost::windowGone, this, [this](const QString& name) {
         if (name == u"timeDefineFm2")

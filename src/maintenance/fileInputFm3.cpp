@@ -129,6 +129,7 @@ void FileInputFm3::tellEnd(const ImportTransfer& transfer) {
     if (m_target->hasRows())
         m_target->MoveLast();
     showPositions();
+    say(this, {QStringLiteral("已导入 %1 行到 %2").arg(transfer.done()).arg(targetName())});
     if (!transfer.fault().isEmpty()) {
         m_noteText->setText(transfer.fault());
         m_note->show();
@@ -141,6 +142,10 @@ void FileInputFm3::tellEnd(const ImportTransfer& transfer) {
     } else if (transfer.finished() && transfer.clean()) {
         m_prompts.tell(QStringLiteral("数据导入成功！"), QStringLiteral("OK"));
     }
+}
+
+QString FileInputFm3::targetName() const {
+    return QString::fromUtf16(m_plan.target->caption).section(QStringLiteral("--> "), 1);
 }
 
 void FileInputFm3::stop() {

@@ -32,6 +32,7 @@ private:
     void showPositions();
     void refresh();
     void stop();
+    QString targetName() const;
     /// Lets go of the rows that came in.
     void giveUpSource();
 

@@ -7,6 +7,7 @@
 #include "data/searchTexts.h"
 #include "data/workTable.h"
 #include "recordset/error.h"
+#include "shell/editWords.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -31,6 +32,15 @@ MaintainView::MaintainView(const MaintainedTable& table, ViewHost& host, Prompts
     for (const char16_t* name : {m_table.save, m_table.discard, m_table.remove, m_table.removeAll})
         order << command(name);
     tabThrough(order);
+    m_pane->setWholeShow([this] { Q_EMIT wholeAsked(); });
+    m_pane->onRow([this] {
+        m_pane->showPosition();
+        showUnsaved();
+    });
+    connect(m_pane->grid, &DataGrid::cellEdited, this, [this] {
+        m_host.say({}); // what was saved before is not what stands here now
+        showUnsaved();
+    });
     m_pane->onMove([this](int button) {
         m_pane->grid->commitEditor();
         moveInRecordset(cursor(), button);
@@ -46,6 +56,7 @@ QPushButton* MaintainView::addCommand(const char16_t* name, const char16_t* capt
     connect(button, &QPushButton::clicked, this, [this, action] {
         m_pane->grid->commitEditor();
         (this->*action)();
+        showUnsaved();
     });
     return button;
 }
@@ -83,6 +94,10 @@ void MaintainView::bind() {
     m_pane->bind(cursor(), QString::fromUtf16(m_table.hidden).split(u' '));
 }
 
+void MaintainView::showUnsaved() {
+    setUnsavedRows(cursor()->pendingCount());
+}
+
 void MaintainView::activate() {
     if (std::exchange(m_session.viewReturnState, QStringLiteral("Open")) == u"Close")
         return;
@@ -93,7 +108,10 @@ void MaintainView::activate() {
 
 void MaintainView::leave() {
     m_pane->grid->commitEditor();
+    const int before = cursor()->pendingCount();
     dropEdits(cursor());
+    if (before > 0)
+        m_host.say({droppedWords(before, cursor()->pendingCount())});
 }
 
 void MaintainView::data_order() {
@@ -106,6 +124,7 @@ void MaintainView::data_order() {
 
 void MaintainView::data_whole_show() {
     m_pane->grid->commitEditor();
+    const int before = cursor()->pendingCount();
     if (m_table.readsAfresh)
         m_session.reopen(m_session.*m_table.cursor,
                          QStringLiteral("Select * From ") + QString::fromUtf16(m_table.table));
@@ -115,6 +134,9 @@ void MaintainView::data_whole_show() {
     if (*m_table.sort && cursor()->hasRows())
         cursor()->setSort(QString::fromUtf16(m_table.sort));
     bind();
+    if (cursor()->pendingCount() < before)
+        m_host.say({droppedWords(before, cursor()->pendingCount())});
+    showUnsaved();
 }
 
 bool MaintainView::applySearch(const QString& text) {
@@ -123,7 +145,7 @@ bool MaintainView::applySearch(const QString& text) {
     try {
         cursor()->setFilter(m_table.condition(text));
     } catch (const RuntimeError&) {
-        m_prompts.tell(QStringLiteral("日期格式错误，请按 2004-1-5 或 2004-10-15 格式输入！"));
+        m_prompts.tellAbout(m_search, QStringLiteral("日期格式错误，请按 2004-1-5 或 2004-10-15 格式输入！"));
     }
     return true;
 }
@@ -134,16 +156,19 @@ void MaintainView::search() {
     const bool searched = applySearch(m_search->text());
     bind();
     if (*m_table.nothingFound && (!searched || !cursor()->hasRows()))
-        m_prompts.tell(QString::fromUtf16(m_table.nothingFound));
+        m_prompts.tellAbout(m_search, QString::fromUtf16(m_table.nothingFound));
 }
 
 void MaintainView::save() {
-    if (const QString fault = saveQuietly(m_session, cursor()); !fault.isEmpty())
-        m_host.say({fault});
+    const int before = cursor()->pendingCount();
+    const QString fault = saveQuietly(m_session, cursor());
+    m_host.say({fault.isEmpty() ? savedWords(before, cursor()->pendingCount()) : fault});
 }
 
 void MaintainView::discard() {
+    const int before = cursor()->pendingCount();
     discardEdits(cursor());
+    m_host.say({droppedWords(before, cursor()->pendingCount())});
 }
 
 void MaintainView::removeRow() {

@@ -28,6 +28,7 @@ private:
     QPushButton* command(const char16_t* name) const;
     const RecordsetPtr& cursor() const { return m_session.*m_table.cursor; }
     void bind();
+    void showUnsaved();
     void search();
     bool applySearch(const QString& text);
     void save();

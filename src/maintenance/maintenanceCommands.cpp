@@ -9,14 +9,16 @@
 
 namespace {
 
-void dataBackup(Session& session, Prompts& prompts) {
-    const auto name =
-        prompts.anyFileToSave(QStringLiteral("选择目标文件"), session.appPath + QStringLiteral("/backup.mdb"),
-                              QStringLiteral("所有文件 (*.*);;mdb文件 (*.mdb)"));
+void dataBackup(ViewHost& host, Prompts& prompts) {
+    const Session& session = host.session();
+    const auto name = prompts.anyFileToSave(QStringLiteral("选择目标文件"), QStringLiteral("backup.mdb"),
+                                            QStringLiteral("所有文件 (*.*);;mdb文件 (*.mdb)"));
     if (!name)
         return;
     const QString target = withDefaultEnding(*name);
     const bool made = !isOwnFile(target, session.cn.path()) && backUpDatabase(session.cn.path(), target);
+    if (made)
+        host.say({QStringLiteral("已备份：%1").arg(target)});
     prompts.tell(made ? QStringLiteral("备份成功！") : QStringLiteral("备份失败！"));
 }
 
@@ -47,6 +49,6 @@ void registerMaintenance(CommandTable& commands, ViewHost& host, Prompts& prompt
     }
     registerImport(commands, host, prompts);
     commands.add(QStringLiteral("dataBackup1"), [&host, &prompts](IgnoringErrors& errors) {
-        errors.run([&] { dataBackup(host.session(), prompts); });
+        errors.run([&] { dataBackup(host, prompts); });
     });
 }

@@ -130,9 +130,9 @@ void searchFm1::fieldChosen(const QString& field) {
 
 void searchFm1::confirm() {
     if (m_field->text().isEmpty())
-        return m_prompts.tell(QStringLiteral("请选择字段名！"));
+        return m_prompts.tellAbout(m_field, QStringLiteral("请选择字段名！"));
     if (m_value->text().isEmpty())
-        return m_prompts.tell(QStringLiteral("请输入查寻内容！"));
+        return m_prompts.tellAbout(m_value, QStringLiteral("请输入查寻内容！"));
     applySearch(m_session, m_source == ShowSource::None ? m_session.showSource : m_source,
                 trimBlanks(m_field->text()), trimBlanks(m_value->text()));
     finish();
@@ -151,7 +151,7 @@ QStringList orderFm1::fields() {
 
 void orderFm1::confirm() {
     if (m_field->text().isEmpty())
-        return m_prompts.tell(QStringLiteral("请选择排序字段！"));
+        return m_prompts.tellAbout(m_field, QStringLiteral("请选择排序字段！"));
     {
         // The rows that the sort brings up in between are nobody's choice.
         const RecordsetPtr* sorted = sourceCursor(m_session, ShowSource(m_session.orderCode));

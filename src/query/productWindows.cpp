@@ -35,7 +35,13 @@ ProductWindow::ProductWindow(const QString& name, const QString& caption, ViewHo
     column->addWidget(m_pane->grid, 1);
     column->addLayout(m_buttons);
     resize(820, 460);
+    m_pane->setWholeShow([this] { showWhole(); });
     rebind();
+}
+
+void ProductWindow::showWhole() {
+    if (m_session.productTable->isOpen())
+        m_session.productTable->clearFilter();
 }
 
 void ProductWindow::rebind() {
@@ -103,10 +109,7 @@ product_displayFm1::product_displayFm1(ViewHost& host, Prompts& prompts)
     const auto add = [this, bar](const char16_t* name, const char16_t* caption, auto action) {
         bar->addAction(QString::fromUtf16(caption), this, action)->setObjectName(QString::fromUtf16(name));
     };
-    add(u"whole_show", u"全库显示", [this] {
-        if (m_session.productTable->isOpen())
-            m_session.productTable->clearFilter();
-    });
+    add(u"whole_show", u"全库显示", [this] { showWhole(); });
     add(u"order", u"排序", [this] {
         if (!m_session.productTable->hasRows())
             return;

@@ -15,6 +15,7 @@ protected:
     ProductWindow(const QString& name, const QString& caption, ViewHost& host, Prompts& prompts);
 
     void rebind();
+    void showWhole();
     bool event(QEvent* event) override;
 
     ViewHost& m_host;

@@ -118,6 +118,8 @@ public:
     void MoveNext();
     void MovePrevious();
     int RecordCount() const;
+    /// Rows without the Filter.
+    int wholeCount() const;
     /// From 1; -1 without a row, -2 before the first, -3 after the last.
     int AbsolutePosition() const;
     void setAbsolutePosition(int position);

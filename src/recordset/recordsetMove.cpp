@@ -79,6 +79,11 @@ int Recordset::RecordCount() const {
     return int(m_view.size());
 }
 
+int Recordset::wholeCount() const {
+    requireOpen();
+    return int(m_keyset.count(*m_image));
+}
+
 int Recordset::AbsolutePosition() const {
     requireOpen();
     if (m_view.size() == 0)

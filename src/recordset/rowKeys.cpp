@@ -179,6 +179,15 @@ void PendingEdits::set(RowId row, int column, const CellValue& value) {
     cells.emplace_back(column, value);
 }
 
+std::size_t Keyset::count(const TableImage& image) const {
+    const std::size_t all = prefix + rows.size();
+    if (image.deletedCount() == 0)
+        return all;
+    const auto gone = [&image](RowId row) { return !isNewRow(row) && image.isDeleted(row); };
+    return all - image.deletedBelow(prefix).size() -
+           std::size_t(std::count_if(rows.begin(), rows.end(), gone));
+}
+
 std::vector<RowId> Keyset::sequence(const TableImage& image) const {
     std::vector<RowId> all;
     all.reserve(prefix + rows.size() + kSpare);

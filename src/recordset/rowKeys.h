@@ -39,6 +39,8 @@ struct Keyset {
 
     /// All of them in base order, deleted ones left out.
     std::vector<RowId> sequence(const TableImage& image) const;
+    /// How many these are.
+    std::size_t count(const TableImage& image) const;
     /// Those of these rows that it holds, in base order.
     std::vector<RowId> inBaseOrder(std::vector<RowId> some) const;
 };

@@ -71,6 +71,11 @@ protected:
         return m_file->write(pdf) == pdf.size() && m_file->flush() && m_file->commit();
     }
 
+public:
+    QString place() const override {
+        return m_documents < 2 ? m_path : QStringLiteral("%1 等 %2 个文件").arg(m_path).arg(m_documents);
+    }
+
 private:
     QString nextPath() {
         if (++m_documents == 1)
@@ -107,6 +112,7 @@ public:
         : PrintJob(sheets)
         , m_printer(printer) {}
     ~PrinterJob() override { endDocument(); }
+    QString place() const override { return QStringLiteral("打印机 ") + m_printer.printerName(); }
 
 protected:
     std::unique_ptr<QPagedPaintDevice> makeDevice() override {
@@ -189,6 +195,8 @@ PaperPage* PrintJob::page() {
         fail(QStringLiteral("不能打印下一页。"));
         return nullptr;
     }
+    if (fresh || m_sheetEnded)
+        ++m_sheetCount;
     m_sheetEnded = false;
     return m_page.get();
 }

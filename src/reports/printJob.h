@@ -36,6 +36,10 @@ public:
     PaperPage* page();
     void newPage() { m_sheetEnded = true; }
     void endDocument();
+    /// Sheets that were begun, in all documents.
+    int sheetCount() const { return m_sheetCount; }
+    /// Where the documents go, in words for the user: a printer or files.
+    virtual QString place() const = 0;
     /// Why the output is not whole; empty while all is well.
     const QString& fault() const { return m_fault; }
 
@@ -63,5 +67,6 @@ private:
     std::unique_ptr<QPainter> m_painter;
     std::unique_ptr<PainterPage> m_page;
     bool m_sheetEnded = false;
+    int m_sheetCount = 0;
     QString m_fault;
 };

@@ -151,10 +151,11 @@ void ReportForm::settleJob() {
     if (!m_job)
         return;
     m_job->endDocument();
-    const QString fault = m_job->fault();
-    m_job.reset();
-    if (!fault.isEmpty())
-        m_prompts.tell(QStringLiteral("打印失败！") + fault);
+    const auto job = std::exchange(m_job, nullptr);
+    if (!job->fault().isEmpty())
+        m_prompts.tell(QStringLiteral("打印失败！") + job->fault());
+    else if (job->sheetCount() > 0)
+        say(this, {QStringLiteral("已打印 %1 页：%2").arg(job->sheetCount()).arg(job->place())});
 }
 
 void ReportForm::printB() {
@@ -213,8 +214,12 @@ void ReportForm::exportPdf(const QString& path) {
     if (!rows()->hasRows() || rows()->PageCount() == 0)
         return m_prompts.tell(QStringLiteral("没有可以导出的页。"));
     const auto job = PrintJob::toPdf(path, sheets());
-    if (exportPages(*job) == PrintEnd::Failed)
-        m_prompts.tell(QStringLiteral("文件不能写入：%1\n%2").arg(path, job->fault()));
+    const PrintEnd end = exportPages(*job);
+    if (end == PrintEnd::Failed)
+        return m_prompts.tell(QStringLiteral("文件不能写入：%1\n%2").arg(path, job->fault()));
+    const QString words = end == PrintEnd::Done ? QStringLiteral("已导出 PDF，%1 页：%2")
+                                                : QStringLiteral("导出停止了，PDF 里有 %1 页：%2");
+    say(this, {words.arg(job->sheetCount()).arg(job->place())});
 }
 
 PrintEnd ReportForm::exportPages(PrintJob& job) {

@@ -29,6 +29,7 @@ ProductPanel::ProductPanel(Prompts& prompts, QWidget* parent)
     , find(makeButton(QStringLiteral("Command5"), QStringLiteral("查询"), this))
     , whole(makeButton(QStringLiteral("Command10"), QStringLiteral("全库显示"), this)) {
     setObjectName(QStringLiteral("Frame2"));
+    pane->setWholeShow([this] { whole->click(); });
     search = makeSearchBox(QStringLiteral("Text3"),
                            QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, this);
     pane->grid->setChosenByEnter();

@@ -7,6 +7,7 @@
 #include "controls/recordPane.h"
 #include "data/cursorMoves.h"
 #include "data/losses.h"
+#include "recordset/shownText.h"
 #include "recordset/textNumber.h"
 #include "sales/clientRegister.h"
 #include "shell/orderChoice.h"
@@ -137,6 +138,7 @@ QWidget* dataInputFm1::buildPanel() {
 
 void dataInputFm1::connectCommands() {
     m_pane->onMove([this](int button) { move(button); });
+    m_pane->setWholeShow([this] { m_whole->click(); });
     connect(m_find, &QPushButton::clicked, this, &dataInputFm1::search);
     connect(m_whole, &QPushButton::clicked, this, &dataInputFm1::showAll);
     connect(m_add, &QPushButton::clicked, this, &dataInputFm1::addNext);
@@ -144,7 +146,7 @@ void dataInputFm1::connectCommands() {
     connect(m_cancel, &QPushButton::clicked, this, &dataInputFm1::cancel);
     connect(m_buy, &QPushButton::clicked, this, &dataInputFm1::buy);
     connect(m_delete, &QPushButton::clicked, this, &dataInputFm1::deleteCurrent);
-    connect(m_boxes, &RecordBoxes::edited, this, [this] { m_changed = true; });
+    connect(m_boxes, &RecordBoxes::edited, this, [this] { setChanged(true); });
     connect(m_pane->grid, &DataGrid::rowChosen, this, [this] {
         rowChosen();
         m_boxes->focus(1);
@@ -189,14 +191,19 @@ void dataInputFm1::bindGrid() {
 
 void dataInputFm1::record_Clear() {
     m_boxes->clear();
-    m_changed = false;
+    setChanged(false);
     m_shownRow.reset();
 }
 
 void dataInputFm1::showRecord() {
     m_boxes->setTexts(record_Display(m_session));
-    m_changed = false;
+    setChanged(false);
     m_shownRow = m_session.clientTable->currentRow();
+}
+
+void dataInputFm1::setChanged(bool changed) {
+    m_changed = changed;
+    setUnsavedBoxes(changed);
 }
 
 void dataInputFm1::rowChosen() {
@@ -251,7 +258,7 @@ void dataInputFm1::search() {
     if (searched && m_session.clientTable->hasRows())
         showRecord();
     else
-        m_prompts.tell(QStringLiteral("查询结果为零！"));
+        m_prompts.tellAbout(m_search, QStringLiteral("查询结果为零！"));
 }
 
 void dataInputFm1::showAll() {
@@ -273,12 +280,23 @@ void dataInputFm1::endAdding() {
     m_buy->setEnabled(true);
     m_delete->setEnabled(true);
     m_adding = false;
-    m_changed = false;
+    setChanged(false);
 }
 
 void dataInputFm1::saveAdded() {
     addClient(m_session, m_boxes->texts());
+    saySaved();
     m_pane->showPosition();
+}
+
+void dataInputFm1::saveShown() {
+    saveClient(m_session, m_boxes->texts());
+    saySaved();
+}
+
+void dataInputFm1::saySaved() {
+    m_host.say({QStringLiteral("已保存客户 %1")
+                    .arg(captionText(QStringList{m_boxes->text(0), m_boxes->text(8)}.join(u' ').trimmed()))});
 }
 
 void dataInputFm1::addNext() {
@@ -314,7 +332,7 @@ void dataInputFm1::save() {
     if (added)
         saveAdded();
     else if (!m_adding && m_changed && m_session.clientTable->hasRows())
-        saveClient(m_session, m_boxes->texts());
+        saveShown();
     if (added)
         m_prompts.tell(QStringLiteral("已保存新记录！"));
     const bool showsRow = m_adding && !m_changed;

@@ -55,6 +55,11 @@ private:
     void beginAdding();
     void endAdding();
     void saveAdded();
+    void saveShown();
+    /// Says which customer the boxes were saved as.
+    void saySaved();
+    /// Whether the user has changed what the boxes show.
+    void setChanged(bool changed);
     void afterPurchase();
     bool refuseWhileAdding(const QString& message);
 

@@ -86,6 +86,25 @@ BasketTotals OrderMaintenance::totals() const {
     return m_lines->hasRows() ? basketTotals(m_lines) : BasketTotals();
 }
 
+OrderFacts OrderMaintenance::facts() const {
+    if (!m_lines->hasRows())
+        return {};
+    const auto shown = [](const Recordset& rows, const QString& column) {
+        return rows.shownAt(0, rows.fieldIndex(column));
+    };
+    const QString number = shown(*m_lines, QStringLiteral("客户编号"));
+    // A look of its own: the shared customers stay where they stand.
+    Recordset clients(m_session.cn);
+    clients.Open(QStringLiteral("Select * From clientTable Where ") +
+                 keyCondition(QStringLiteral("客户编号"), number));
+    QStringList customer{number};
+    for (const QString& column : {QStringLiteral("单位名称"), QStringLiteral("联系人")})
+        if (clients.hasRows())
+            customer << shown(clients, column);
+    customer.removeAll(QString());
+    return {customer.join(u' '), shown(*m_lines, QStringLiteral("日期"))};
+}
+
 double OrderMaintenance::boughtOfProduct() {
     if (!m_lines->hasRows() || !m_lines->currentRow() || !m_session.buyList->isOpen())
         return 0;

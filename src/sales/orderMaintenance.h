@@ -7,6 +7,12 @@
 
 #include <functional>
 
+/// What a person knows an order by besides its number.
+struct OrderFacts {
+    QString customer; // number and name, as far as the customer is there
+    QString day;
+};
+
 /// The rules of changing finished orders, without the view: the order list, the lines of the chosen order,
 /// and what their changes do to stock and customers. Box texts are in the order of a line's boxes.
 class OrderMaintenance {
@@ -26,6 +32,8 @@ public:
     /// Moves the order list to an order number; false, on the last order, where there is none such.
     bool findOrder(const QString& number);
 
+    /// Whose the chosen order is and its day, by its first line; empty without one.
+    OrderFacts facts() const;
     /// Pieces and money of all lines. Leaves the position.
     BasketTotals totals() const;
     /// Pieces of the current line's product that its customer has bought altogether; leaves the shared lines

@@ -5,6 +5,7 @@
 #include "controls/recordBoxes.h"
 #include "controls/recordPane.h"
 #include "data/losses.h"
+#include "recordset/shownText.h"
 #include "recordset/textNumber.h"
 #include "sales/discountTyping.h"
 #include "sales/lineBoxes.h"
@@ -42,6 +43,10 @@ paybackFm1::paybackFm1(ViewHost& host, Prompts& prompts)
     connect(m_orders->grid, &DataGrid::rowChosen, this, &paybackFm1::chooseOrder);
     connect(m_lines->grid, &DataGrid::rowChosen, this, &paybackFm1::chooseLine);
     m_lines->onRow([this] { linesMoved(); });
+    m_orders->onRow([this] {
+        m_orders->showPosition();
+        nameChosenOrder();
+    });
     connect(m_boxes, &RecordBoxes::changed, this, &paybackFm1::boxChanged);
 }
 
@@ -65,7 +70,8 @@ QWidget* paybackFm1::buildOrders() {
     column->addLayout(top);
     column->addWidget(m_orders->grid, 1);
     column->addWidget(m_orders->moves, 0, Qt::AlignHCenter);
-    column->addWidget(addButton("Command2", QStringLiteral("删除整个订单"), &paybackFm1::deleteOrder));
+    m_changing << addButton("Command2", QStringLiteral("删除整个订单"), &paybackFm1::deleteOrder);
+    column->addWidget(m_changing.last());
     return side;
 }
 
@@ -76,8 +82,14 @@ QWidget* paybackFm1::buildLines() {
                              m_prompts, side);
     m_lines->grid->setNothingFoundText(QStringLiteral("请在左边点一个订单号。"));
     m_lines->grid->setChosenByEnter();
+    m_order->setFont(boldOf(m_order, 1.5));
+    m_facts = makeLabel(QStringLiteral("orderFacts"), {}, side);
+    m_facts->setFont(boldOf(m_facts, 1.15));
+    m_facts->setTextFormat(Qt::PlainText);
+    m_facts->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* top = new QHBoxLayout;
-    top->addWidget(m_order, 1);
+    top->addWidget(m_order);
+    top->addWidget(m_facts, 1);
     top->addLayout(buildTotals());
     auto* column = new QVBoxLayout(side);
     column->addLayout(top);
@@ -103,8 +115,11 @@ QWidget* paybackFm1::buildLine() {
     refuseTooLarge(m_boxes, [this] { return unitCost(); });
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    buttons->addWidget(addButton("Command3", QStringLiteral("保存"), &paybackFm1::save));
-    buttons->addWidget(addButton("Command4", QStringLiteral("删除"), &paybackFm1::deleteLine));
+    for (QPushButton* each : {addButton("Command3", QStringLiteral("保存"), &paybackFm1::save),
+                              addButton("Command4", QStringLiteral("删除"), &paybackFm1::deleteLine)}) {
+        buttons->addWidget(each);
+        m_changing << each;
+    }
     auto* column = new QVBoxLayout(panel);
     column->addLayout(buildBoxes(panel));
     column->addLayout(buttons);
@@ -176,12 +191,34 @@ void paybackFm1::showLine() {
     else
         m_boxes->clear();
     lineEdited = 0;
+    setUnsavedBoxes(false);
 }
 
 void paybackFm1::showTotals() {
     const BasketTotals totals = m_book.totals();
     m_quantity->setText(plainNumber(totals.quantity));
     m_paid->setText(plainNumber(totals.paid));
+    showFacts(totals);
+}
+
+void paybackFm1::showFacts(const BasketTotals& totals) {
+    const OrderFacts facts = m_book.facts();
+    QStringList parts{facts.customer, facts.day};
+    if (m_book.lines()->hasRows())
+        parts << plainNumber(totals.paid);
+    m_facts->setText(captionText(parts.join(QStringLiteral("　")).trimmed()));
+    m_facts->setToolTip(m_facts->text());
+    nameChosenOrder();
+}
+
+void paybackFm1::nameChosenOrder() {
+    const RecordsetPtr& orders = m_book.orders();
+    const bool other = m_book.orderChosen() && orders->hasRows() && orders->currentRow() &&
+                       orders->Fields(QStringLiteral("订单号")).text() != m_chosen;
+    const QString tip =
+        other ? QStringLiteral("对选中的订单 %1，不是光标所在的订单").arg(captionText(m_chosen)) : QString();
+    for (QPushButton* each : m_changing)
+        each->setToolTip(tip);
 }
 
 void paybackFm1::showBought() {
@@ -191,7 +228,8 @@ void paybackFm1::showBought() {
 void paybackFm1::chooseOrder() {
     if (m_deleting || !m_book.orders()->hasRows() || !m_book.orders()->currentRow())
         return;
-    m_order->setText(QStringLiteral("订单号： ") + m_book.chooseOrder());
+    m_chosen = m_book.chooseOrder();
+    m_order->setText(QStringLiteral("订单号： ") + m_chosen);
     bindLines();
     showPositions();
     showLine();
@@ -214,7 +252,7 @@ void paybackFm1::search() {
         return;
     // The lines are not loaded: the order found is still to be clicked.
     if (!m_book.findOrder(number))
-        m_prompts.tell(QStringLiteral("无此订单号！"));
+        m_prompts.tellAbout(m_search, QStringLiteral("无此订单号！"));
     m_orders->showPosition();
 }
 
@@ -222,6 +260,7 @@ void paybackFm1::boxChanged(int index) {
     if (fillGuard == Filling)
         return;
     lineEdited = -1;
+    setUnsavedBoxes(canChange());
     if ((index != LineBox::Quantity && index != LineBox::Discount) || !m_book.lines()->hasRows())
         return;
     // The typed quantity stays, with the old amounts beside it, where the stock refuses it: that is meant.
@@ -248,7 +287,7 @@ bool paybackFm1::stock_check() {
         return true;
     for (UpDown* stepper : m_steppers)
         stepper->endRepeat();
-    m_prompts.tell(fault);
+    m_prompts.tellAbout(m_boxes->box(LineBox::Quantity), fault);
     return false;
 }
 
@@ -265,10 +304,12 @@ void paybackFm1::save() {
     if (!canChange())
         return;
     m_typing->finish();
+    const QString product = m_boxes->text(LineBox::Name);
     m_book.save(m_boxes->texts());
     showLine();
     showTotals();
     showBought();
+    m_host.say({QStringLiteral("已保存：订单 %1 的 %2").arg(captionText(m_chosen), captionText(product))});
     m_prompts.tell(orderTotalsText(m_book.totals()));
 }
 

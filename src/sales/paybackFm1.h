@@ -53,6 +53,11 @@ private:
     void bindLines();
     void showLine();
     void showTotals();
+    /// Shows whose order was chosen, its day and its amount.
+    void showFacts(const BasketTotals& totals);
+    /// Where the order list stands on another order than the chosen one, the commands that change the chosen
+    /// one name it.
+    void nameChosenOrder();
     void showBought();
     void showPositions();
     void linesMoved();
@@ -69,6 +74,9 @@ private:
     QLineEdit* m_search = nullptr;
     QLineEdit* m_bought = nullptr;
     QLabel* m_order = nullptr;
+    QLabel* m_facts = nullptr;
+    QList<QPushButton*> m_changing; // the commands on the chosen order
+    QString m_chosen;               // its number
     QLabel* m_quantity = nullptr;
     QLabel* m_paid = nullptr;
     qint16 fillGuard = Typing;

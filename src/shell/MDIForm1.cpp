@@ -1,5 +1,6 @@
 #include "shell/MDIForm1.h"
 
+#include "controls/formParts.h"
 #include "controls/prompts.h"
 #include "shell/menuTree.h"
 #include "shell/toolbarTable.h"
@@ -42,7 +43,11 @@ MDIForm1::MDIForm1(Session& session, Prompts& prompts)
     connect(&m_host, &ViewHost::viewShown, this, [this](const QString& name) {
         Tool_show_control();
         m_list2->addItem(name);
-        m_caption->setText(m_host.active()->caption());
+        View* view = m_host.active();
+        m_caption->setText(view->caption());
+        connect(view, &View::unsavedChanged, this, &MDIForm1::showUnsaved, Qt::UniqueConnection);
+        connect(view, &View::wholeAsked, this, &MDIForm1::show_A, Qt::UniqueConnection);
+        showUnsaved();
     });
     openAtSize({1280, 720});
 }
@@ -167,11 +172,20 @@ void MDIForm1::buildArea() {
     scroller->setFrameShape(QFrame::NoFrame);
     scroller->setFocusPolicy(Qt::NoFocus);
     scroller->setWidget(m_area);
-    column->addWidget(m_caption);
+    m_unsavedMark = makeLabel(QStringLiteral("unsavedMark"), QStringLiteral("● 修改没有保存"), centre);
+    m_unsavedMark->hide();
+    auto* head = new QHBoxLayout;
+    head->addWidget(m_caption);
+    head->addWidget(m_unsavedMark);
+    head->addStretch(1);
+    column->addLayout(head);
     column->addWidget(scroller, 1);
     setCentralWidget(centre);
     m_notice = new NoticeLine(this);
     statusBar()->addWidget(m_notice, 1);
+    m_unsavedCount = makeLabel(QStringLiteral("unsavedCount"), {}, this);
+    m_unsavedCount->hide();
+    statusBar()->addPermanentWidget(m_unsavedCount);
     m_progress = new QProgressBar(this);
     m_progress->setMaximumWidth(220);
     m_progress->hide();
@@ -195,6 +209,14 @@ void MDIForm1::showProgress(const QString& work, int done, int total) {
 
 void MDIForm1::endProgress() {
     m_progress->hide();
+}
+
+void MDIForm1::showUnsaved() {
+    const View* view = m_host.active();
+    const int rows = view ? view->unsavedRows() : 0;
+    m_unsavedMark->setVisible(view && view->hasUnsavedBoxes());
+    m_unsavedCount->setText(QStringLiteral("%1 条修改没有保存").arg(rows));
+    m_unsavedCount->setVisible(rows > 0);
 }
 
 void MDIForm1::restoreShowSource() {

@@ -63,6 +63,7 @@ private:
     void watchMarketingMenu(QMenu* menu);
     void restoreShowSource();
     bool dispatch(ViewOperation operation);
+    void showUnsaved();
 
     Session& m_session;
     Prompts& m_prompts;
@@ -72,6 +73,8 @@ private:
     QLabel* m_caption = nullptr;
     QListWidget* m_list1 = nullptr;
     QListWidget* m_list2 = nullptr;
+    QLabel* m_unsavedMark = nullptr;  // beside the caption: the boxes
+    QLabel* m_unsavedCount = nullptr; // in the status bar: rows
     NoticeLine* m_notice = nullptr;
     QProgressBar* m_progress = nullptr;
     QElapsedTimer m_progressClock; // since the start, or since the bar was last painted

@@ -4,6 +4,7 @@
 #include "controls/recordPane.h"
 #include "data/sourceTable.h"
 #include "recordset/ignoringErrors.h"
+#include "shell/toolbarTable.h"
 
 #include <QHBoxLayout>
 
@@ -38,6 +39,7 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     if (m_panel) {
         bottom->addWidget(m_panel);
         connect(m_panel, &DisplayPanel::commandStarts, m_pane->grid, &DataGrid::commitEditor);
+        connect(m_panel, &DisplayPanel::commandEnded, this, &DisplayView::showUnsaved);
         connect(m_panel, &DisplayPanel::printAsked, this, &DisplayView::print);
         for (QAction* action : m_panel->gridActions())
             m_pane->grid->addContextAction(action);
@@ -49,10 +51,16 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     column->addLayout(bottom);
     m_pane->setEmptyPosition(QString::fromUtf16(description.emptyPosition));
     m_pane->onMove([this](int button) { move(button); });
+    if (const ToolbarRow* row = toolbarRow(name()); row && row->serves(ViewOperation::data_whole_show))
+        m_pane->setWholeShow([this] { Q_EMIT wholeAsked(); });
     m_pane->onRow([this] { rowChanged(false); });
     connect(m_pane->grid, &DataGrid::rowChosen, this, [this] {
         rowChanged(true);
         takeCustomer();
+    });
+    connect(m_pane->grid, &DataGrid::cellEdited, this, [this] {
+        m_host.say({}); // what was saved before is not what stands here now
+        showUnsaved();
     });
     offerOperations();
 }
@@ -172,6 +180,7 @@ void DisplayView::activate() {
             m_panel->sourceShown(shown, code);
     }
     m_pane->showPosition();
+    showUnsaved();
 }
 
 void DisplayView::bindRows(const RecordsetPtr& shown, const DisplaySource& source) {
@@ -216,6 +225,12 @@ void DisplayView::rowChanged(bool chosen) {
             m_panel->rowChanged(shown, chosen);
     });
     m_pane->showPosition();
+    showUnsaved();
+}
+
+void DisplayView::showUnsaved() {
+    if (const RecordsetPtr shown = cursor(); shown && m_description.editable)
+        setUnsavedRows(shown->pendingCount());
 }
 
 void DisplayView::setSource(ShowSource code) {

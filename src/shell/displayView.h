@@ -99,6 +99,8 @@ public:
 Q_SIGNALS:
     /// A command of the panel is about to run: what is being typed in the grid comes first.
     void commandStarts();
+    /// It has run, and may have saved edits or given them up.
+    void commandEnded();
     /// The rows that the view shows are to be printed by this report.
     void printAsked(const QString& report);
 };
@@ -159,6 +161,8 @@ private:
     QString periodShown() const;
     void bindRows(const RecordsetPtr& shown, const DisplaySource& source);
     void rowChanged(bool chosen);
+    /// Tells how many rows are changed and not saved, where cells can be typed into.
+    void showUnsaved();
     /// Opens a report on the view's rows, which finds what it needs in the session; nothing without rows.
     void print(const QString& report);
     void handOver(const DisplaySource& source, const QString& report);

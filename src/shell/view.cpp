@@ -1,5 +1,7 @@
 #include "shell/view.h"
 
+#include "controls/formParts.h"
+
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -16,6 +18,16 @@ View::View(const QString& name, const QString& caption, QWidget* parent)
 void View::run(ViewOperation operation) {
     if (const auto found = m_operations.find(operation); found != m_operations.end())
         found->second();
+}
+
+void View::setUnsavedRows(int rows) {
+    if (std::exchange(m_unsavedRows, rows) != rows)
+        Q_EMIT unsavedChanged();
+}
+
+void View::setUnsavedBoxes(bool unsaved) {
+    if (std::exchange(m_unsavedBoxes, unsaved) != unsaved)
+        Q_EMIT unsavedChanged();
 }
 
 void View::showEvent(QShowEvent* event) {
@@ -67,6 +79,11 @@ void TopWindow::keyPressEvent(QKeyEvent* event) {
         close();
     else
         QWidget::keyPressEvent(event);
+}
+
+Dialog::Dialog(const QString& name, const QString& caption)
+    : TopWindow(name, caption) {
+    giveDialogFrame(this);
 }
 
 void Dialog::keyPressEvent(QKeyEvent* event) {

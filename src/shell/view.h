@@ -48,11 +48,24 @@ public:
     /// Where work starts in the view, and so the focus when it comes up; its grid where none is named.
     void setFirstFocus(QWidget* widget) { m_firstFocus = widget; }
 
+    /// Rows of the view's table that were changed and not saved.
+    int unsavedRows() const { return m_unsavedRows; }
+    /// Whether its boxes hold what was typed and not saved.
+    bool hasUnsavedBoxes() const { return m_unsavedBoxes; }
+
     bool offers(ViewOperation operation) const { return m_operations.count(operation) > 0; }
     /// Runs an operation that the view offers; nothing for another.
     void run(ViewOperation operation);
 
+Q_SIGNALS:
+    /// Another number of rows is unsaved, or the boxes are or are so no longer.
+    void unsavedChanged();
+    /// The toolbar's "全库显示" is asked for from inside the view.
+    void wholeAsked();
+
 protected:
+    void setUnsavedRows(int rows);
+    void setUnsavedBoxes(bool unsaved);
     void offer(ViewOperation operation, std::function<void()> action) {
         m_operations[operation] = std::move(action);
     }
@@ -60,6 +73,8 @@ protected:
 
 private:
     QPointer<QWidget> m_firstFocus;
+    int m_unsavedRows = 0;
+    bool m_unsavedBoxes = false;
     std::map<ViewOperation, std::function<void()>> m_operations;
 };
 
@@ -114,7 +129,7 @@ class Dialog : public TopWindow {
     Q_OBJECT
 
 public:
-    using TopWindow::TopWindow;
+    Dialog(const QString& name, const QString& caption);
     bool isDialog() const override { return true; }
 
 protected:

@@ -18,19 +18,19 @@ bool isAmount(const QString& text) {
     return isNumeric(trimmed) && trimmed != u"0";
 }
 
-std::optional<QString> check(const QStringList& boxes, bool withQuantity) {
+std::optional<BoxFault> check(const QStringList& boxes, bool withQuantity) {
     if (!isDate(trimBlanks(boxes[ProductBox::Date])))
-        return QStringLiteral("日期格式错误！");
+        return BoxFault{ProductBox::Date, QStringLiteral("日期格式错误！")};
     if (trimBlanks(boxes[ProductBox::Number]).isEmpty())
-        return QStringLiteral("请输入‘产品编号’！");
+        return BoxFault{ProductBox::Number, QStringLiteral("请输入‘产品编号’！")};
     if (trimBlanks(boxes[ProductBox::Name]).isEmpty())
-        return QStringLiteral("请输入‘品名’！");
+        return BoxFault{ProductBox::Name, QStringLiteral("请输入‘品名’！")};
     if (withQuantity && !isAmount(boxes[ProductBox::Quantity]))
-        return QStringLiteral("请输入产品‘数量’！");
+        return BoxFault{ProductBox::Quantity, QStringLiteral("请输入产品‘数量’！")};
     if (!isAmount(boxes[ProductBox::Cost]))
-        return QStringLiteral("请输入‘成本’！");
+        return BoxFault{ProductBox::Cost, QStringLiteral("请输入‘成本’！")};
     if (!isAmount(boxes[ProductBox::Price]))
-        return QStringLiteral("请输入‘出售价’！");
+        return BoxFault{ProductBox::Price, QStringLiteral("请输入‘出售价’！")};
     return std::nullopt;
 }
 
@@ -111,11 +111,11 @@ void writeRecord(const RecordsetPtr& target, const QStringList& boxes) {
     }
 }
 
-std::optional<QString> text2_Check(const QStringList& boxes) {
+std::optional<BoxFault> text2_Check(const QStringList& boxes) {
     return check(boxes, true);
 }
 
-std::optional<QString> text2_Check2(const QStringList& boxes) {
+std::optional<BoxFault> text2_Check2(const QStringList& boxes) {
     return check(boxes, false);
 }
 

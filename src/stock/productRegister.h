@@ -31,10 +31,16 @@ QStringList displayRecord(Session& session);
 /// unconverted. Throws RuntimeError where a column refuses.
 void writeRecord(const RecordsetPtr& target, const QStringList& boxes);
 
-/// The message of the first box that a new product cannot stand with; nothing if all are good.
-std::optional<QString> text2_Check(const QStringList& boxes);
+/// A box that a product cannot stand with, and the message for it.
+struct BoxFault {
+    int box = 0;
+    QString message;
+};
+
+/// The first box that a new product cannot stand with; nothing if all are good.
+std::optional<BoxFault> text2_Check(const QStringList& boxes);
 /// The same without the quantity.
-std::optional<QString> text2_Check2(const QStringList& boxes);
+std::optional<BoxFault> text2_Check2(const QStringList& boxes);
 
 enum class RegisterResult { Saved, Duplicate, WriteFailed };
 

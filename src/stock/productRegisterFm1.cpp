@@ -10,6 +10,7 @@
 #include "data/searchTexts.h"
 #include "recordset/error.h"
 #include "recordset/ignoringErrors.h"
+#include "recordset/shownText.h"
 #include "recordset/textNumber.h"
 #include "stock/gateways.h"
 #include "stock/productRegister.h"
@@ -150,11 +151,13 @@ void productRegisterFm1::connectCommands() {
         connect(command(gateway.command), &QPushButton::clicked, this,
                 [this, number = gateway.command] { openView(number); });
     m_pane->onMove([this](int button) { move(button); });
+    m_pane->setWholeShow([this] { command(3)->click(); });
     connect(m_boxes, &RecordBoxes::changed, this, [this](int index) {
         changeMark = 2;
         if (index == ProductBox::Quantity && editState == AddingProduct)
             m_figures[1]->setText(trimBlanks(m_boxes->text(index)));
     });
+    connect(m_boxes, &RecordBoxes::edited, this, [this] { setUnsavedBoxes(true); });
     m_pane->onRow([this] { rowChanged(); });
 }
 
@@ -171,11 +174,24 @@ void productRegisterFm1::activate() {
         m_session.product_Bank->clearFilter();
     m_session.productTable->clearFilter();
     bindGrid();
-    m_boxes->setTexts(clearRecord(m_session));
+    fillBoxes(clearRecord(m_session));
     showRow();
     Label7_Clear();
     Label7_show();
     m_pane->showPosition();
+}
+
+void productRegisterFm1::fillBoxes(const QStringList& texts) {
+    m_boxes->setTexts(texts);
+    setUnsavedBoxes(false);
+}
+
+void productRegisterFm1::saySaved(const QString& words) {
+    setUnsavedBoxes(false);
+    m_host.say({QStringLiteral("产品 %1 %2 ")
+                    .arg(captionText(m_boxes->text(ProductBox::Number)),
+                         captionText(m_boxes->text(ProductBox::Name))) +
+                words});
 }
 
 void productRegisterFm1::bindGrid() {
@@ -184,7 +200,7 @@ void productRegisterFm1::bindGrid() {
 
 void productRegisterFm1::showRow() {
     if (m_session.productTable->hasRows() && displayMode != 2)
-        m_boxes->setTexts(displayRecord(m_session));
+        fillBoxes(displayRecord(m_session));
 }
 
 void productRegisterFm1::rowChanged() {
@@ -195,7 +211,7 @@ void productRegisterFm1::rowChanged() {
         return m_pane->showPosition();
     backOntoARow(products);
     m_pane->showPosition();
-    m_boxes->setTexts(clearRecord(m_session));
+    fillBoxes(clearRecord(m_session));
     showRow();
     Label7_Clear();
     Label7_show();
@@ -263,10 +279,11 @@ void productRegisterFm1::search() {
         m_session.productTable->setFilter(productSearch(trimBlanks(m_search->text())));
     } catch (const RuntimeError&) {
         // The words of the date searches stand here too, whatever the reason.
-        return m_prompts.tell(QStringLiteral("日期输入错误，请按 2004-2-1 或 2004-11-21 格式输入！"));
+        return m_prompts.tellAbout(m_search,
+                                   QStringLiteral("日期输入错误，请按 2004-2-1 或 2004-11-21 格式输入！"));
     }
     m_pane->showPosition();
-    m_boxes->setTexts(clearRecord(m_session));
+    fillBoxes(clearRecord(m_session));
     showRow();
     emptyFiguresWithoutRow();
 }
@@ -296,7 +313,7 @@ void productRegisterFm1::startAddingProduct() {
     m_productFlag->start();
     m_heading->setText(QStringLiteral("新产品登录"));
     Label7_Clear();
-    m_boxes->setTexts(clearRecord(m_session));
+    fillBoxes(clearRecord(m_session));
     m_boxes->setText(ProductBox::Date, m_session.todayText());
     m_boxes->setText(ProductBox::Number, counterText(m_session.nextProductNum));
     m_boxes->focus(ProductBox::Name);
@@ -310,7 +327,7 @@ void productRegisterFm1::startAddingProduct() {
 
 bool productRegisterFm1::saveProduct(const QString& failure, bool yields, bool& written) {
     if (const auto fault = text2_Check(m_boxes->texts())) {
-        m_prompts.tell(*fault);
+        m_prompts.tellAbout(m_boxes->box(fault->box), fault->message);
         return false;
     }
     const RegisterResult result =
@@ -320,7 +337,9 @@ bool productRegisterFm1::saveProduct(const QString& failure, bool yields, bool& 
         return false;
     }
     written = result == RegisterResult::Saved;
-    if (!written) {
+    if (written) {
+        saySaved(QStringLiteral("已登录，入库 ") + captionText(m_boxes->text(ProductBox::Quantity)));
+    } else {
         m_prompts.tell(QStringLiteral("输入数据格式错误或数据类型不匹配！"));
         m_prompts.tell(failure);
     }
@@ -344,7 +363,7 @@ void productRegisterFm1::save() {
 void productRegisterFm1::cancel() {
     if (!m_session.productTable->isOpen())
         return;
-    m_boxes->setTexts(clearRecord(m_session));
+    fillBoxes(clearRecord(m_session));
     if (m_session.productTable->hasRows()) {
         showRow();
         Label7_show();
@@ -361,7 +380,7 @@ void productRegisterFm1::deleteCurrent() {
         !m_prompts.confirmLoss(QStringLiteral("确实要删除此记录吗？"), lossOfProduct(m_session.productTable)))
         return;
     deleteProduct(m_session);
-    m_boxes->setTexts(clearRecord(m_session));
+    fillBoxes(clearRecord(m_session));
     showRow();
     m_pane->showPosition();
     emptyFiguresWithoutRow();
@@ -381,7 +400,7 @@ void productRegisterFm1::addToStock() {
     enterState(AddingStock);
     if (const auto fault = text2_Check2(m_boxes->texts())) {
         // The view stays as it is, its buttons disabled: only another view's command leads on. That is meant.
-        return m_prompts.tell(*fault);
+        return m_prompts.tellAbout(m_boxes->box(fault->box), fault->message);
     }
     bookStock();
     m_pane->showPosition();
@@ -402,6 +421,7 @@ void productRegisterFm1::bookStock() {
     m_figures[1]->setText(*answer);
     m_figures[2]->setText(m_session.productTable->Fields(QStringLiteral("数量")).text());
     showRow();
+    saySaved(QStringLiteral("已入库 %1，现有库存 %2").arg(*answer, m_figures[2]->text()));
 }
 
 void productRegisterFm1::openView(int number) {

@@ -52,6 +52,10 @@ private:
     // State.
     void startAddingProduct();
     void bookStock();
+    /// Shows a product or an empty form: nothing of it is unsaved.
+    void fillBoxes(const QStringList& texts);
+    /// Says what was done with the product in the boxes.
+    void saySaved(const QString& words);
     void showRow();
     void rowChanged();
     void bindGrid();

@@ -7,6 +7,7 @@
 #include "data/cursorMoves.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
+#include "recordset/shownText.h"
 #include "recordset/textNumber.h"
 #include "shell/displayView.h"
 #include "stock/productRegister.h"
@@ -64,6 +65,7 @@ QWidget* StockOutChooser::buildGridSide() {
     m_search = makeSearchBox(QStringLiteral("Text4"),
                              QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, side);
     setFirstFocus(m_search);
+    m_pane->setWholeShow([this] { showAll(); });
     m_dates = new DateBoxes(QStringLiteral("Text1"), QStringLiteral("Text3"), m_session, kStockDates, side);
     auto* top = new QHBoxLayout;
     top->addWidget(new QLabel(QStringLiteral("产品查询"), side));
@@ -179,7 +181,7 @@ void StockOutChooser::search() {
     } catch (const RuntimeError&) {
         if (!m_road.searchCaught)
             throw;
-        m_prompts.tell(QStringLiteral("日期输入错误，请按 2004-2-1 或 2004-11-21 格式输入！"));
+        m_prompts.tellAbout(m_search, QStringLiteral("日期输入错误，请按 2004-2-1 或 2004-11-21 格式输入！"));
     }
 }
 
@@ -261,7 +263,9 @@ void StockOutDialog::quantityChanged() {
     if (quantity > onHand) {
         m_prompts.tell(QString::fromUtf16(m_road.excessMessage) + plainNumber(onHand));
         // The box changes once more, and that change goes on from here.
-        return m_boxes->setText(MovementBox::Quantity, plainNumber(onHand));
+        m_boxes->setText(MovementBox::Quantity, plainNumber(onHand));
+        m_boxes->focus(MovementBox::Quantity);
+        return m_boxes->box(MovementBox::Quantity)->selectAll();
     }
     m_chooser.showTaken(plainNumber(quantity == 0 ? 0 : -quantity));
     m_boxes->setText(MovementBox::Amount, plainNumber(amountAtCost(m_session, quantity)));
@@ -272,7 +276,8 @@ void StockOutDialog::confirm() {
                             val(trimBlanks(m_boxes->text(MovementBox::Amount))),
                             m_boxes->text(MovementBox::Remark)};
     if ((m_session.*m_road.history)->isOpen() && movement.quantity == 0)
-        return m_prompts.tell(QString::fromUtf16(m_road.zeroMessage));
+        return m_prompts.tellAbout(m_boxes->box(MovementBox::Quantity),
+                                   QString::fromUtf16(m_road.zeroMessage));
     if (!m_prompts.confirm(QString::fromUtf16(m_road.question)))
         return;
     if (!m_session.productTable->isOpen() || !m_session.productTable->currentRow())
@@ -280,7 +285,18 @@ void StockOutDialog::confirm() {
     if (bookStockOut(m_session, m_road, m_chooser.boxes(), movement) == MoveResult::WriteFailed)
         m_prompts.tell(QStringLiteral("输入数据格式错误或数据类型不匹配！"));
     m_chooser.showBooked();
+    saySaved(movement.quantity);
     close();
+}
+
+void StockOutDialog::saySaved(double quantity) {
+    const auto column = [this](const QString& name) {
+        return captionText(m_session.productTable->Fields(name).shown());
+    };
+    m_host.say({QStringLiteral("已%1 %2：产品 %3 %4，现有库存 %5")
+                    .arg(QString::fromUtf16(m_road.action), plainNumber(quantity),
+                         column(QStringLiteral("产品编号")), column(QStringLiteral("品名")),
+                         plainNumber(stockOnHand(m_session)))});
 }
 
 void StockOutDialog::wayOut() {

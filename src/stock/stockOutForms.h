@@ -67,6 +67,8 @@ protected:
 private:
     void makeBoxes();
     void quantityChanged();
+    /// Says what was booked.
+    void saySaved(double quantity);
     void confirm();
 
     const StockOut& m_road;

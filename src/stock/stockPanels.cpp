@@ -6,6 +6,7 @@
 #include "data/losses.h"
 #include "data/sourceTable.h"
 #include "recordset/textNumber.h"
+#include "shell/editWords.h"
 #include "stock/stockCount.h"
 
 #include <QHBoxLayout>
@@ -128,13 +129,20 @@ void StockInPanel::deleteRow() {
 
 StockCountPanel::StockCountPanel(ViewHost& host, Prompts& /*prompts*/)
     : m_host(host) {
-    const auto save = [](ViewHost& window) {
-        if (const QString fault = saveStockCount(window.session()); !fault.isEmpty())
-            window.say({fault});
+    const auto pending = [](ViewHost& window) { return window.session().stock_Count_Bank->pendingCount(); };
+    const auto save = [pending](ViewHost& window) {
+        const int before = pending(window);
+        const QString fault = saveStockCount(window.session());
+        window.say({fault.isEmpty() ? savedWords(before, pending(window)) : fault});
+    };
+    const auto drop = [pending](ViewHost& window) {
+        const int before = pending(window);
+        cancelStockCount(window.session());
+        window.say({droppedWords(before, pending(window))});
     };
     const std::tuple<const char16_t*, const char16_t*, std::function<void(ViewHost&)>> commands[] = {
         {u"Command2", u"保存", save},
-        {u"Command3", u"取消", [](ViewHost& window) { cancelStockCount(window.session()); }},
+        {u"Command3", u"取消", drop},
         {u"Command7", u"实物数字段清空", [](ViewHost& window) { clearStockCount(window.session()); }}};
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -143,6 +151,7 @@ StockCountPanel::StockCountPanel(ViewHost& host, Prompts& /*prompts*/)
         connect(button, &QPushButton::clicked, this, [this, run = command] {
             Q_EMIT commandStarts();
             run(m_host);
+            Q_EMIT commandEnded();
         });
         row->addWidget(button);
     }

@@ -140,6 +140,7 @@ statisticFm4::statisticFm4(ViewHost& host, Prompts& prompts)
     column->addLayout(buildToolbar());
     column->addWidget(m_pane->grid, 1);
     column->addLayout(bottom);
+    m_pane->setWholeShow([this] { whole_show(); });
     m_pane->onRow([this] {
         m_pane->showPosition();
         m_sums->follow(m_session.productTable);

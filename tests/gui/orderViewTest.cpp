@@ -1,6 +1,7 @@
 #include "controls/dataGrid.h"
 #include "support/shopWindow.h"
 
+#include <QSet>
 #include <QTimer>
 
 namespace {
@@ -255,6 +256,61 @@ TEST_F(Orders, EachOpeningReadsTheBooksAfresh) {
     drive->choose("maintain_order");
     EXPECT_EQ(drive->rows("DataGrid2"), 1);
     EXPECT_EQ(session().buyList->Filter(), u"");
+}
+
+TEST_F(Orders, TheChosenOrderStandsWithItsCustomerItsDayAndItsAmount) {
+    books.execute("UPDATE clientTable SET 联系人 = '王平' WHERE 客户编号 = '7'");
+    open();
+    EXPECT_EQ(drive->text("orderFacts"), u"");
+    choose(0);
+    EXPECT_EQ(drive->text("orderFacts"), u"7 甲 王平　2004-1-5　7");
+    EXPECT_GT(drive->find<QWidget>("Label3")->font().pointSizeF(), main->font().pointSizeF() * 1.3);
+    choose(1);
+    EXPECT_EQ(drive->text("orderFacts"), u"8 乙　2004-1-6　1");
+    EXPECT_EQ(session().clientTable->AbsolutePosition(), 1) << "the shared customers stay where they stand";
+    books.changeBehind("DELETE FROM clientTable WHERE 客户编号 = '8'");
+    choose(0);
+    choose(1);
+    EXPECT_EQ(drive->text("orderFacts"), u"8　2004-1-6　1") << "a customer who is no more";
+}
+
+TEST_F(Orders, WhatStandsOfTheOrderFollowsItsLinesAndGoesWithThem) {
+    open();
+    choose(1);
+    type(12, "50");
+    expectTotals("1", "0.5");
+    drive->click("Command3");
+    EXPECT_EQ(drive->text("orderFacts"), u"8 乙　2004-1-6　0.5");
+    prompts.expectConfirm("确实要删除该订单吗？", true, "删除提示");
+    drive->click("Command2");
+    EXPECT_EQ(drive->text("orderFacts"), u"");
+}
+
+TEST_F(Orders, TheCommandsNameTheChosenOrderWhereTheListStandsOnAnotherOne) {
+    open();
+    const auto tips = [this] {
+        QSet<QString> texts;
+        for (const char* command : {"Command2", "Command3", "Command4"})
+            texts << drive->find<QWidget>(QString::fromUtf8(command))->toolTip();
+        return QStringList(texts.values()).join(u'|');
+    };
+    EXPECT_EQ(tips(), u"");
+    choose(0);
+    EXPECT_EQ(tips(), u"") << "both are one";
+    drive->click("Command1(2)");
+    EXPECT_EQ(tips(), u"对选中的订单 21，不是光标所在的订单");
+    drive->click("Command1(1)");
+    EXPECT_EQ(tips(), u"");
+    drive->type("Text1", "22");
+    drive->click("Command6");
+    EXPECT_EQ(tips(), u"对选中的订单 21，不是光标所在的订单") << "a search chooses nothing";
+    choose(1);
+    EXPECT_EQ(tips(), u"");
+    drive->click("Command1(0)");
+    EXPECT_EQ(tips(), u"对选中的订单 22，不是光标所在的订单");
+    prompts.expectConfirm("确实要删除该订单吗？", true, "删除提示");
+    drive->click("Command2");
+    EXPECT_EQ(tips(), u"") << "no order is chosen any more";
 }
 
 } // namespace

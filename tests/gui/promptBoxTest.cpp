@@ -2,12 +2,20 @@
 #include "controls/prompts.h"
 
 #include <QApplication>
+#include <QImage>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <QtTest/QTest>
 
 #include <gtest/gtest.h>
+
+// The pictures are in the main window's library.
+static void linkIcons() {
+    Q_INIT_RESOURCE(icons);
+}
 
 namespace {
 
@@ -37,6 +45,47 @@ TEST(PromptBox, AQuestionThatDestroysSaysWhatGoesAndItsDefaultIsCancel) {
     EXPECT_TRUE(prompts.confirmLoss("确实要删除该订单吗？", "订单 5002：3 行，276 元", "删除提示"));
     onBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
     EXPECT_FALSE(prompts.confirmLoss("确实要删除该订单吗？", "订单 5002：3 行，276 元", "删除提示"));
+}
+
+TEST(PromptBox, WearsThePicturesOfTheProgramAndTheFrameOfADialog) {
+    linkIcons();
+    WindowPrompts prompts;
+    const auto look = [](QMessageBox& box) {
+        EXPECT_FALSE(box.iconPixmap().isNull());
+        EXPECT_FALSE(box.windowFlags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
+        EXPECT_TRUE(box.windowFlags() & Qt::WindowCloseButtonHint);
+        EXPECT_EQ(box.windowType(), Qt::Dialog);
+        QTest::keyClick(&box, Qt::Key_Escape);
+    };
+    QImage told, asked, warned;
+    onBox([&](QMessageBox& box) { told = box.iconPixmap().toImage(), look(box); });
+    prompts.tell("查询结果为零！", "信息提示");
+    onBox([&](QMessageBox& box) { asked = box.iconPixmap().toImage(), look(box); });
+    prompts.ask("结帐吗？", "信息提示");
+    onBox([&](QMessageBox& box) { warned = box.iconPixmap().toImage(), look(box); });
+    prompts.confirmLoss("确实要删除吗？", "订单 5002", "删除提示");
+    EXPECT_NE(told, asked);
+    EXPECT_NE(asked, warned);
+}
+
+TEST(PromptBox, AMessageAboutABoxLeavesTheFocusInItWithItsTextSelected) {
+    QWidget window;
+    auto* column = new QVBoxLayout(&window);
+    auto* first = new QLineEdit("甲", &window);
+    auto* second = new QLineEdit("abc", &window);
+    column->addWidget(first);
+    column->addWidget(second);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    WindowPrompts prompts;
+    for (QLineEdit* before : {first, second}) {
+        before->setFocus();
+        second->deselect();
+        onBox([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+        prompts.tellAbout(second, "日期格式错误！");
+        EXPECT_EQ(window.focusWidget(), second);
+        EXPECT_EQ(second->selectedText(), u"abc");
+    }
 }
 
 TEST(PromptBox, AQuestionCanBeLeftByEscapeAndByTheCloseBoxWithoutAnAnswer) {

@@ -265,7 +265,8 @@ void nameInDialog(const QString& filter, const QString& name) {
             return nameInDialog(filter, name);
         Driver drive(*dialog);
         drive.pick("fileTypeCombo", filter);
-        drive.type("fileNameEdit", name);
+        // Not typed: names that begin like a path are offered in a list, which takes the next Enter.
+        drive.find<QLineEdit>("fileNameEdit")->setText(name);
         drive.key("fileNameEdit", Qt::Key_Return);
         EXPECT_FALSE(dialog->isVisible()) << "the dialog is still open";
         dialog->close();
@@ -274,17 +275,62 @@ void nameInDialog(const QString& filter, const QString& name) {
 
 TEST(FileChoice, ANameWithoutAnEndingGetsThatOfTheChosenKind) {
     const QTemporaryDir folder;
-    const QString proposal = folder.filePath("图.png");
+    const QString proposal = "图.png";
+    const QString typed = folder.filePath("a");
     const QString kinds = QStringLiteral("PNG 图片 (*.png);;SVG 图片 (*.svg);;所有文件 (*.*)");
     WindowPrompts prompts;
     for (const auto& [kind, ending] : {std::pair("SVG 图片 (*.svg)", "svg"), {"PNG 图片 (*.png)", "png"}}) {
-        nameInDialog(QString::fromUtf8(kind), "a");
+        nameInDialog(QString::fromUtf8(kind), typed);
         EXPECT_EQ(prompts.saveFile("保存图片", proposal, kinds), folder.filePath("a.") + ending) << kind;
     }
-    nameInDialog("所有文件 (*.*)", "a");
+    nameInDialog("所有文件 (*.*)", typed);
     EXPECT_EQ(prompts.saveFile("保存图片", proposal, kinds), folder.filePath("a.png"));
-    nameInDialog("SVG 图片 (*.svg)", "a.txt");
+    nameInDialog("SVG 图片 (*.svg)", typed + ".txt");
     EXPECT_EQ(prompts.saveFile("保存图片", proposal, kinds), folder.filePath("a.txt"));
+}
+
+/// Notes where the dialog that asks for a file begins and leaves it, or types a name.
+void lookIntoDialog(QString& begins, const QString& name) {
+    QTimer::singleShot(0, qApp, [&begins, name] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            return lookIntoDialog(begins, name);
+        begins = dialog->directory().canonicalPath();
+        Driver drive(*dialog);
+        if (name.isEmpty())
+            return dialog->reject();
+        // Not typed: names that begin like a path are offered in a list, which takes the next Enter.
+        drive.find<QLineEdit>("fileNameEdit")->setText(name);
+        drive.key("fileNameEdit", Qt::Key_Return);
+        dialog->close();
+    });
+}
+
+TEST(FileChoice, BeginsInTheDocumentsAndThenWhereTheLastFileOfThisRunWent) {
+    const QTemporaryDir home;
+    const QByteArray before = qgetenv("HOME");
+    qputenv("HOME", home.path().toUtf8());
+    QString begins;
+    WindowPrompts prompts;
+    const auto save = [&](const QString& name) {
+        lookIntoDialog(begins, name);
+        return prompts.saveFile("导出 CSV", "导出.csv", "CSV (*.csv)");
+    };
+    save({});
+    EXPECT_EQ(begins, QDir(home.path()).canonicalPath()) << "who keeps no documents";
+    ASSERT_TRUE(QDir(home.path()).mkdir("Documents") && QDir(home.path()).mkdir("月底"));
+    save({});
+    EXPECT_EQ(begins, QDir(home.filePath("Documents")).canonicalPath());
+    EXPECT_EQ(save(home.filePath("月底/a.csv")), home.filePath("月底/a.csv"));
+    save({});
+    EXPECT_EQ(begins, QDir(home.filePath("月底")).canonicalPath());
+    lookIntoDialog(begins, {});
+    prompts.saveFile("导出 PDF", "清单.pdf", "PDF (*.pdf)");
+    EXPECT_EQ(begins, QDir(home.filePath("月底")).canonicalPath()) << "whatever is saved";
+    ASSERT_TRUE(QDir(home.filePath("月底")).removeRecursively());
+    save({});
+    EXPECT_EQ(begins, QDir(home.filePath("Documents")).canonicalPath()) << "a folder that is gone";
+    qputenv("HOME", before);
 }
 
 } // namespace

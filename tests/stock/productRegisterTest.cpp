@@ -22,6 +22,9 @@ protected:
     QString stock() { return books.stored("SELECT 产品编号, 数量 FROM productTable ORDER BY rowid"); }
     QString history() { return books.stored("SELECT 产品编号, 数量 FROM product_Bank ORDER BY rowid"); }
     QString counter() { return books.stored("SELECT counterNum3 FROM counterCode"); }
+    static std::optional<QString> messageOf(const std::optional<BoxFault>& fault) {
+        return fault ? std::optional(fault->message) : std::nullopt;
+    }
     TestBooks books;
 };
 
@@ -38,30 +41,31 @@ TEST_F(ProductRegister, TheCurrentProductReadsNullAsEmpty) {
 }
 
 TEST_F(ProductRegister, EveryTestOfANewProductInOrder) {
-    EXPECT_EQ(text2_Check(boxes("1")), std::nullopt);
+    EXPECT_EQ(messageOf(text2_Check(boxes("1"))), std::nullopt);
     const std::pair<int, const char*> faults[] = {{0, "日期格式错误！"}, {1, "请输入‘产品编号’！"},
                                                   {2, "请输入‘品名’！"}, {7, "请输入产品‘数量’！"},
                                                   {8, "请输入‘成本’！"}, {10, "请输入‘出售价’！"}};
     for (const auto& [box, message] : faults) {
         QStringList texts = boxes("1");
         texts[box] = " ";
-        EXPECT_EQ(text2_Check(texts), QString(message));
+        EXPECT_EQ(messageOf(text2_Check(texts)), QString(message));
+        EXPECT_EQ(text2_Check(texts)->box, box);
         texts[7] = box == 7 ? "" : texts[7];
-        EXPECT_EQ(text2_Check2(texts), box == 7 ? std::nullopt : std::optional(QString(message)));
+        EXPECT_EQ(messageOf(text2_Check2(texts)), box == 7 ? std::nullopt : std::optional(QString(message)));
     }
-    EXPECT_EQ(text2_Check(QStringList(11, QString())), QString("日期格式错误！"));
-    EXPECT_EQ(text2_Check(boxes("1", "abc")), QString("请输入产品‘数量’！"));
+    EXPECT_EQ(messageOf(text2_Check(QStringList(11, QString()))), QString("日期格式错误！"));
+    EXPECT_EQ(messageOf(text2_Check(boxes("1", "abc"))), QString("请输入产品‘数量’！"));
     QStringList texts = boxes("1");
     texts[0] = "2004-2-30";
-    EXPECT_EQ(text2_Check(texts), QString("日期格式错误！"));
+    EXPECT_EQ(messageOf(text2_Check(texts)), QString("日期格式错误！"));
 }
 
 TEST_F(ProductRegister, TheTextZeroIsRefusedButZeroPointZeroAndNegativeNumbersPass) {
-    EXPECT_EQ(text2_Check(boxes("1", "0")), QString("请输入产品‘数量’！"));
-    EXPECT_EQ(text2_Check(boxes("1", "0.0")), std::nullopt);
-    EXPECT_EQ(text2_Check(boxes("1", "-3")), std::nullopt);
-    EXPECT_EQ(text2_Check(boxes("1", "5", "0")), QString("请输入‘成本’！"));
-    EXPECT_EQ(text2_Check(boxes("1", "5", "2", "0")), QString("请输入‘出售价’！"));
+    EXPECT_EQ(messageOf(text2_Check(boxes("1", "0"))), QString("请输入产品‘数量’！"));
+    EXPECT_EQ(messageOf(text2_Check(boxes("1", "0.0"))), std::nullopt);
+    EXPECT_EQ(messageOf(text2_Check(boxes("1", "-3"))), std::nullopt);
+    EXPECT_EQ(messageOf(text2_Check(boxes("1", "5", "0"))), QString("请输入‘成本’！"));
+    EXPECT_EQ(messageOf(text2_Check(boxes("1", "5", "2", "0"))), QString("请输入‘出售价’！"));
 }
 
 TEST_F(ProductRegister, ANewProductWritesOneRowToHistoryAndStockInOneCommit) {
