@@ -7,6 +7,7 @@
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QPalette>
+#include <QStyleOptionHeader>
 #include <QTranslator>
 
 namespace {
@@ -40,6 +41,22 @@ QFont interfaceFont() {
     return font;
 }
 
+/// The sign of a sorted column as the toolbar has it: up where the rows rise.
+class ShopStyle : public BorderStyle {
+public:
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        const auto* head = qstyleoption_cast<const QStyleOptionHeader*>(option);
+        if (element != PE_IndicatorHeaderArrow || !head)
+            return BorderStyle::drawPrimitive(element, option, painter, widget);
+        QStyleOptionHeader turned = *head;
+        turned.sortIndicator = head->sortIndicator == QStyleOptionHeader::SortUp
+                                   ? QStyleOptionHeader::SortDown
+                                   : QStyleOptionHeader::SortUp;
+        BorderStyle::drawPrimitive(element, &turned, painter, widget);
+    }
+};
+
 void speakChinese(QApplication& application) {
     auto* translator = new QTranslator(&application);
     if (translator->load(QStringLiteral("qtbase_zh_CN"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
@@ -52,7 +69,7 @@ void speakChinese(QApplication& application) {
 
 void setAppearance(QApplication& application) {
     speakChinese(application);
-    application.setStyle(new BorderStyle);
+    application.setStyle(new ShopStyle);
     application.setPalette(palette());
     application.setWindowIcon(QIcon(QStringLiteral(":/icons/app.svg")));
     application.setFont(interfaceFont());

@@ -1,8 +1,8 @@
 #include "controls/dataGrid.h"
 
 #include "controls/cellEditor.h"
-#include "controls/csvFile.h"
-#include "controls/notice.h"
+#include "controls/exportPrompt.h"
+#include "controls/longWork.h"
 #include "controls/prompts.h"
 
 #include <QAction>
@@ -13,14 +13,39 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
+#include <QRegularExpression>
 
 #include <algorithm>
-#include <set>
-
 namespace {
 
-constexpr int kSampledRows = 60;
-constexpr int kWidestColumn = 260;
+/// The rows of a selection as runs of first and last, from above.
+std::vector<std::pair<int, int>> runsOf(const QItemSelection& selection) {
+    std::vector<std::pair<int, int>> ranges;
+    for (const QItemSelectionRange& range : selection)
+        ranges.emplace_back(range.top(), range.bottom());
+    std::sort(ranges.begin(), ranges.end());
+    std::vector<std::pair<int, int>> runs;
+    for (const auto& [first, last] : ranges)
+        if (!runs.empty() && first <= runs.back().second + 1)
+            runs.back().second = std::max(runs.back().second, last);
+        else
+            runs.emplace_back(first, last);
+    return runs;
+}
+
+/// The text without what would end a cell or a line of a copied table.
+QString inOneCell(QString text) {
+    static const QRegularExpression ends(QStringLiteral("[\\t\\r\\n]+"));
+    return text.replace(ends, QStringLiteral(" "));
+}
+
+/// The column that a recordset is sorted by before all others.
+std::optional<SortColumn> sortOf(const RecordsetPtr& recordset) {
+    if (!recordset || !recordset->isOpen())
+        return std::nullopt;
+    const std::vector<SortColumn> columns = parseSort(recordset->Sort());
+    return columns.empty() ? std::nullopt : std::optional(columns.front());
+}
 
 } // namespace
 
@@ -30,6 +55,7 @@ DataGrid::DataGrid(Prompts& prompts, QWidget* parent)
     , m_model(new RecordsetModel(this))
     , m_nothingFoundText(QStringLiteral("没有符合条件的记录，按“全库显示”看全部")) {
     setModel(m_model);
+    m_columns = new GridColumns(*this, *m_model);
     setItemDelegate(new CellEditor(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(ContiguousSelection);
@@ -42,6 +68,7 @@ DataGrid::DataGrid(Prompts& prompts, QWidget* parent)
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     verticalHeader()->hide();
     horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(false);
     setAccessibleName(QStringLiteral("数据表"));
     connect(m_model, &RecordsetModel::currentRowMoved, this, [this] {
         followRecordset();
@@ -49,6 +76,7 @@ DataGrid::DataGrid(Prompts& prompts, QWidget* parent)
             m_rowHandler();
     });
     connect(m_model, &QAbstractItemModel::modelReset, this, &DataGrid::fitFirstRows);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &DataGrid::showSort);
     connect(m_model, &QAbstractItemModel::rowsInserted, this, &DataGrid::fitFirstRows);
     connect(m_model, &QAbstractItemModel::dataChanged, this, &DataGrid::fitFirstRows);
 }
@@ -59,8 +87,7 @@ void DataGrid::bind(const RecordsetPtr& recordset, const QStringList& hidden) {
     m_hidden = hidden;
     if (other)
         m_model->setRecordset(recordset);
-    for (int i = 0; i < m_model->columnCount(); ++i)
-        setColumnHidden(i, hidden.contains(recordset->fieldInfo(i).name));
+    m_columns->arrange(hidden);
     if (other)
         fitToRows();
     followRecordset();
@@ -86,19 +113,8 @@ void DataGrid::setEditable(bool editable) {
     setSelectionBehavior(editable ? SelectItems : SelectRows);
 }
 
-void DataGrid::fitColumns() {
-    const QFontMetrics metrics = fontMetrics();
-    const int rows = std::min(m_model->rowCount(), kSampledRows);
-    for (int column = 0; column < m_model->columnCount(); ++column) {
-        int width = metrics.horizontalAdvance(
-            m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-        if (!isColumnHidden(column))
-            for (int row = 0; row < rows; ++row)
-                width = std::max(width,
-                                 metrics.horizontalAdvance(
-                                     m_model->data(m_model->index(row, column), Qt::DisplayRole).toString()));
-        setColumnWidth(column, std::min(width + 22, kWidestColumn));
-    }
+void DataGrid::rememberColumns(std::shared_ptr<ColumnsByUser> memory) {
+    m_columns->remember(std::move(memory));
 }
 
 void DataGrid::fitFirstRows() {
@@ -107,7 +123,7 @@ void DataGrid::fitFirstRows() {
 }
 
 void DataGrid::fitToRows() {
-    fitColumns();
+    m_columns->fit();
     // A row that is still being filled in is measured again with every value, until it is written.
     m_fitted = m_model->rowCount() > 0 && !isNewRow(recordset()->rowAt(0));
 }
@@ -164,6 +180,8 @@ void DataGrid::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void DataGrid::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy))
+        return copySelection();
     const bool chooses =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
     if (!m_chosenByEnter || !chooses || event->modifiers() & ~Qt::KeypadModifier)
@@ -195,12 +213,18 @@ void DataGrid::contextMenuEvent(QContextMenuEvent* event) {
     menu.addActions(m_actions);
     if (!m_actions.isEmpty())
         menu.addSeparator();
-    QAction* copy = menu.addAction(QStringLiteral("复制所选行"),
-                                   [this] { QApplication::clipboard()->setText(selectedText()); });
-    QAction* save = menu.addAction(QStringLiteral("导出 CSV…"), [this] { askExport(); });
+    QAction* copy = menu.addAction(QStringLiteral("复制所选行"), [this] { copySelection(); });
+    copy->setShortcut(QKeySequence::Copy);
     copy->setEnabled(selectionModel()->hasSelection());
-    save->setEnabled(m_model->rowCount() > 0);
+    for (const ExportKind* kind : {&kCsvExport, &kXlsxExport})
+        menu.addAction(QString::fromUtf16(kind->caption) + u'…', [this, kind] { exportRows(*kind); })
+            ->setEnabled(m_model->rowCount() > 0);
     menu.exec(event->globalPos());
+}
+
+void DataGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    m_columns->fill();
 }
 
 void DataGrid::commitEditor() {
@@ -214,36 +238,86 @@ void DataGrid::commitEditor() {
     closeEditor(editors.last(), QAbstractItemDelegate::NoHint);
 }
 
-QString DataGrid::selectedText() const {
-    std::set<int> rows;
-    for (const QModelIndex& index : selectionModel()->selectedIndexes())
-        rows.insert(index.row());
-    QStringList lines;
-    for (const int row : rows) {
+QString DataGrid::selectedText(const ExportSteps& steps) const {
+    const std::vector<int> columns = m_columns->shown();
+    const auto lineOf = [&columns](auto&& textOf) {
         QStringList cells;
-        for (int column = 0; column < m_model->columnCount(); ++column)
-            if (!isColumnHidden(column))
-                cells << m_model->index(row, column).data(Qt::EditRole).toString();
-        lines << cells.join(u'\t');
-    }
+        for (const int column : columns)
+            cells << textOf(column);
+        return cells.join(u'\t');
+    };
+    QStringList lines(lineOf([this](int column) {
+        return m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    }));
+    for (const auto& [first, last] : runsOf(selectionModel()->selection()))
+        for (int row = first; row <= last; ++row) {
+            lines << lineOf(
+                [&](int column) { return inOneCell(fieldText(m_model->cellValue(row, column))); });
+            if (const int done = int(lines.size()) - 1; steps && isStep(done) && !steps(done))
+                return {};
+        }
     return lines.join(u'\n');
 }
 
-bool DataGrid::exportCsv(const QString& path) const {
-    std::vector<int> shown;
-    for (int column = 0; column < m_model->columnCount(); ++column)
-        if (!isColumnHidden(column))
-            shown.push_back(column);
-    return writeCsv(path, *m_model, shown);
+void DataGrid::copySelection() {
+    int rows = 0;
+    for (const auto& [first, last] : runsOf(selectionModel()->selection()))
+        rows += last - first + 1;
+    if (rows == 0)
+        return;
+    LongWork work(QStringLiteral("正在复制…"), rows);
+    if (const QString text = selectedText([&work](int done) { return work.step(done); }); !text.isEmpty())
+        QApplication::clipboard()->setText(text);
 }
 
-void DataGrid::askExport() {
-    const auto path = m_prompts.saveFile(QStringLiteral("导出 CSV"), QStringLiteral("导出.csv"),
-                                         QStringLiteral("CSV (*.csv)"));
-    if (!path)
+ExportTable DataGrid::exportTable() const {
+    ExportTable table;
+    const std::vector<int> columns = m_columns->shown();
+    const double digit = fontMetrics().horizontalAdvance(u'0');
+    for (const int column : columns)
+        table.columns.push_back({m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(),
+                                 columnWidth(column) / digit});
+    table.rows = m_model->rowCount();
+    table.cell = [this, columns](int row, int column) {
+        const int field = columns[std::size_t(column)];
+        return exportedValue(recordset()->fieldInfo(field), m_model->cellValue(row, field));
+    };
+    return table;
+}
+
+void DataGrid::exportRows(const ExportKind& kind) {
+    askExport(this, m_prompts, kind, exportTable());
+}
+
+void DataGrid::sortByCaptions() {
+    m_sortsByCaptions = true;
+    QHeaderView* head = horizontalHeader();
+    head->setSectionsClickable(true);
+    head->setSortIndicatorShown(true);
+    head->setToolTip(QStringLiteral("点一下列名按这一列排序，再点一下倒过来"));
+    // A press on a caption chooses no rows.
+    disconnect(head, &QHeaderView::sectionPressed, this, nullptr);
+    disconnect(head, &QHeaderView::sectionEntered, this, nullptr);
+    connect(head, &QHeaderView::sectionClicked, this, &DataGrid::askSort);
+    showSort();
+}
+
+void DataGrid::askSort(int column) {
+    const QString name = recordset()->fieldInfo(column).name;
+    const auto order = sortOf(recordset());
+    Q_EMIT sortAsked(name, order && order->column == name && !order->descending);
+    // The header has turned its sign by itself, whatever came of the click.
+    showSort();
+}
+
+void DataGrid::showSort() {
+    if (!m_sortsByCaptions)
         return;
-    if (exportCsv(*path))
-        say(this, {QStringLiteral("已导出 CSV，%1 行：%2").arg(m_model->rowCount()).arg(*path)});
-    else
-        m_prompts.tell(QStringLiteral("文件不能写入：%1").arg(*path));
+    int column = -1;
+    const auto order = sortOf(recordset());
+    for (int i = 0; order && i < m_model->columnCount(); ++i)
+        if (recordset()->fieldInfo(i).name.compare(order->column, Qt::CaseInsensitive) == 0)
+            column = i;
+    horizontalHeader()->setSortIndicator(column, order && order->descending ? Qt::DescendingOrder
+                                                                            : Qt::AscendingOrder);
 }

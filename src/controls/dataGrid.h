@@ -1,14 +1,18 @@
 #pragma once
 
+#include "controls/gridColumns.h"
 #include "controls/recordsetModel.h"
+#include "export/exportTable.h"
 
 #include <QPointer>
 #include <QStringList>
 #include <QTableView>
 
 #include <functional>
+#include <memory>
 
 class Prompts;
+struct ExportKind;
 
 /// A table bound to a recordset. It follows the recordset's rows, filter, sort and position, and a row chosen
 /// in it becomes the recordset's current row. Rows all have one height; no row costs a widget.
@@ -50,23 +54,31 @@ public:
     /// What an empty grid says: that its table is empty, that its filter finds nothing, or that it has no
     /// table.
     QString emptyText() const;
+    /// Shows these columns before the others, in this order.
+    void setColumnsInFront(const QStringList& names) { m_columns->setInFront(names); }
+    /// Takes up what the user has made of the columns before, and notes what he will.
+    void rememberColumns(std::shared_ptr<ColumnsByUser> memory);
+    /// A click on a caption asks for the rows in the order of its column, and a sign in the captions tells
+    /// how they are sorted, whoever sorted them.
+    void sortByCaptions();
     /// An entry of the context menu above copy and export.
     void addContextAction(QAction* action) { m_actions << action; }
     /// Makes the columns as wide as the first rows need.
-    void fitColumns();
+    void fitColumns() { m_columns->fit(); }
     /// Ends an open cell editor, its text taken over.
     void commitEditor();
-    /// Writes the shown columns and all rows of the view as CSV in UTF-8. False if the file cannot be
-    /// written.
-    bool exportCsv(const QString& path) const;
-    /// The selected cells' rows as text, columns parted by tabs.
-    QString selectedText() const;
+    /// The shown columns, as they stand, and all rows of the view.
+    ExportTable exportTable() const;
+    /// Captions and rows of what is selected as text, columns parted by tabs; "" where it was stopped.
+    QString selectedText(const ExportSteps& steps = {}) const;
 
 Q_SIGNALS:
     /// The user clicked into a row, also into the current one, or moved there by a key.
     void rowChosen();
     /// A cell of the current row was given another value by the user.
     void cellEdited(int field);
+    /// The rows are asked for in the order of a field, the other way round where they are in it already.
+    void sortAsked(const QString& field, bool descending);
 
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -76,16 +88,21 @@ protected:
     /// Typed letters go to no row: who types has a box in mind.
     void keyboardSearch(const QString&) override {}
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     void followRecordset();
     void fitToRows();
     void fitFirstRows();
-    void askExport();
+    void copySelection();
+    void exportRows(const ExportKind& kind);
+    void askSort(int column);
+    void showSort();
 
     Prompts& m_prompts;
     RecordsetModel* m_model;
+    GridColumns* m_columns;
     std::function<void()> m_rowHandler;
     CellCheck m_cellCheck;
     QString m_emptyText;
@@ -95,6 +112,7 @@ private:
     QList<QAction*> m_actions;
     QPointer<QWidget> m_focusAfterPress;
     bool m_chosenByEnter = false;
+    bool m_sortsByCaptions = false;
     bool m_fitted = false; // the columns' widths suit rows, not only their heads
     bool m_following = false;
     bool m_pressing = false;

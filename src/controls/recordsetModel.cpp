@@ -1,5 +1,6 @@
 #include "controls/recordsetModel.h"
 
+#include "export/exportTable.h"
 #include "recordset/shownText.h"
 
 #include <QAbstractItemView>
@@ -13,11 +14,9 @@ const QColor kPendingColour(0xFF, 0xE3, 0xA3);
 } // namespace
 
 Qt::Alignment fieldAlignment(const ColumnInfo& column) {
-    static const QStringList numbersInTexts{QStringLiteral("折扣"), QStringLiteral("亏_盈"),
-                                            QStringLiteral("差额利润率")};
     if (column.type == ColumnType::Date)
         return Qt::AlignCenter;
-    if (column.type == ColumnType::Text && !numbersInTexts.contains(column.name))
+    if (column.type == ColumnType::Text && !keepsNumbers(column))
         return Qt::AlignLeft | Qt::AlignVCenter;
     return Qt::AlignRight | Qt::AlignVCenter;
 }
@@ -69,11 +68,13 @@ int RecordsetModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : m_columns;
 }
 
-QString RecordsetModel::cellText(int row, int field) const {
+CellValue RecordsetModel::cellValue(int row, int field) const {
+    if (row >= m_rows)
+        return {};
     if (m_overlay)
-        if (const auto shown = m_overlay(m_recordset->rowAt(row), field))
-            return fieldText(*shown);
-    return fieldText(m_recordset->valueAt(row, field));
+        if (auto shown = m_overlay(m_recordset->rowAt(row), field))
+            return *std::move(shown);
+    return m_recordset->valueAt(row, field);
 }
 
 QString RecordsetModel::shownCell(int row, int field) const {
@@ -99,7 +100,7 @@ QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole)
         return shownCell(index.row(), index.column());
     if (role == Qt::EditRole)
-        return cellText(index.row(), index.column());
+        return fieldText(cellValue(index.row(), index.column()));
     if (role == Qt::BackgroundRole && m_editable)
         return isPending(index) ? QVariant(kPendingColour) : QVariant();
     if (role != Qt::TextAlignmentRole)

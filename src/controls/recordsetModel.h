@@ -35,6 +35,8 @@ public:
     /// Whether rows are leaving at this moment: a view that then looks for another current row does not speak
     /// for its user.
     bool isRemoving() const { return m_removing; }
+    /// What a cell shows, the overlay first; Null beyond the last row.
+    CellValue cellValue(int row, int field) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -56,7 +58,6 @@ private:
     void currentChanged() override;
     /// Whether the cell holds what was typed into it and is not saved.
     bool isPending(const QModelIndex& index) const;
-    QString cellText(int row, int field) const;
     QString shownCell(int row, int field) const;
 
     RecordsetPtr m_recordset;

@@ -7,6 +7,7 @@
 #include "data/searchTexts.h"
 #include "data/workTable.h"
 #include "recordset/error.h"
+#include "shell/captionSort.h"
 #include "shell/editWords.h"
 
 #include <QCoreApplication>
@@ -48,6 +49,7 @@ MaintainView::MaintainView(const MaintainedTable& table, ViewHost& host, Prompts
     });
     offer(ViewOperation::data_order, [this] { data_order(); });
     offer(ViewOperation::data_whole_show, [this] { data_whole_show(); });
+    sortByCaptions(*this, *m_pane->grid, host, [this] { return readyToSort(); });
 }
 
 QPushButton* MaintainView::addCommand(const char16_t* name, const char16_t* caption,
@@ -114,12 +116,15 @@ void MaintainView::leave() {
         m_host.say({droppedWords(before, cursor()->pendingCount())});
 }
 
-void MaintainView::data_order() {
+bool MaintainView::readyToSort() {
     m_pane->grid->commitEditor();
-    if (!cursor()->hasRows())
-        return;
     m_session.orderCode = qint16(m_table.code);
-    m_host.openWindow(QStringLiteral("orderFm1"), ViewHost::MainWindow::Stays);
+    return cursor()->hasRows();
+}
+
+void MaintainView::data_order() {
+    if (readyToSort())
+        m_host.openWindow(QStringLiteral("orderFm1"), ViewHost::MainWindow::Stays);
 }
 
 void MaintainView::data_whole_show() {

@@ -19,6 +19,7 @@ public:
     void activate() override;
     void leave() override;
     void data_order();
+    bool readyToSort();
     void data_whole_show();
 
 private:

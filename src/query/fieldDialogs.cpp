@@ -138,6 +138,24 @@ void searchFm1::confirm() {
     finish();
 }
 
+namespace {
+
+void Order_display(const ViewHost& host, const QString& view) {
+    if (host.isActive(view))
+        host.active()->sorted();
+}
+
+} // namespace
+
+void sortView(ViewHost& host, const QString& field) {
+    Session& session = host.session();
+    // The rows that the sort brings up in between are nobody's choice.
+    const RecordsetPtr* sorted = sourceCursor(session, ShowSource(session.orderCode));
+    const QuietWalk walk(sorted ? *sorted : session.scratch);
+    applySort(session, field);
+    Order_display(host, session.activeViewName);
+}
+
 orderFm1::orderFm1(ViewHost& host, Prompts& prompts)
     : FieldDialog(QStringLiteral("orderFm1"), QStringLiteral("排序选择"),
                   QStringLiteral("请点击左边字段名输入"), host, prompts) {
@@ -152,17 +170,6 @@ QStringList orderFm1::fields() {
 void orderFm1::confirm() {
     if (m_field->text().isEmpty())
         return m_prompts.tellAbout(m_field, QStringLiteral("请选择排序字段！"));
-    {
-        // The rows that the sort brings up in between are nobody's choice.
-        const RecordsetPtr* sorted = sourceCursor(m_session, ShowSource(m_session.orderCode));
-        const QuietWalk walk(sorted ? *sorted : m_session.scratch);
-        applySort(m_session, trimBlanks(m_field->text()));
-        Order_display();
-    }
+    sortView(m_host, trimBlanks(m_field->text()));
     finish();
-}
-
-void orderFm1::Order_display() {
-    if (m_host.isActive(m_session.activeViewName))
-        m_host.active()->sorted();
 }

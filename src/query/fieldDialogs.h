@@ -67,6 +67,9 @@ private:
     ShowSource m_source = ShowSource::None;
 };
 
+/// What the sort dialog does with a field: sorts the cursor of orderCode, and then Order_display.
+void sortView(ViewHost& host, const QString& field);
+
 /// Sorts the cursor of orderCode by one of its columns.
 class orderFm1 : public FieldDialog {
     Q_OBJECT
@@ -77,7 +80,4 @@ public:
 protected:
     QStringList fields() override;
     void confirm() override;
-
-private:
-    void Order_display();
 };

@@ -5,6 +5,7 @@
 #include "query/productWindows.h"
 
 void registerQuery(ViewHost& host, Prompts& prompts) {
+    host.setSorter([&host](const QString& field) { sortView(host, field); });
     host.registerWindow(QStringLiteral("searchFm1"),
                         [&host, &prompts] { return new searchFm1(host, prompts); });
     host.registerWindow(QStringLiteral("orderFm1"),

@@ -5,6 +5,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QWheelEvent>
 
 #include <cmath>
 
@@ -12,6 +13,8 @@ namespace {
 
 constexpr double kMillimetresPerInch = 25.4;
 constexpr int kMargin = -20; // millimetres that a bar goes beyond the page's edge
+constexpr int kShadow = 4;   // dots
+constexpr int kWheelStep = 120;
 
 QScrollBar* makeBar(const QString& name, Qt::Orientation orientation, double length, QWidget* parent) {
     auto* bar = new QScrollBar(orientation, parent);
@@ -23,6 +26,33 @@ QScrollBar* makeBar(const QString& name, Qt::Orientation orientation, double len
     return bar;
 }
 
+/// The grey ground of the sheet, with the shadow at its edge.
+class Ground : public QWidget {
+public:
+    explicit Ground(QWidget* parent)
+        : QWidget(parent) {
+        setObjectName(QStringLiteral("Picture1"));
+        setAutoFillBackground(true);
+        QPalette grey = palette();
+        grey.setColor(QPalette::Window, QColor(0xBF, 0xC6, 0xCE));
+        setPalette(grey);
+        setMinimumSize(200, 160);
+    }
+    void setSheet(const QWidget* sheet) { m_sheet = sheet; }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        if (!m_sheet)
+            return;
+        QPainter painter(this);
+        for (int i = 1; i <= kShadow; ++i)
+            painter.fillRect(m_sheet->geometry().translated(i, i), QColor(0, 0, 0, 24));
+    }
+
+private:
+    const QWidget* m_sheet = nullptr;
+};
+
 } // namespace
 
 PaperSheet::PaperSheet(double width, double height, QWidget* parent)
@@ -32,12 +62,22 @@ PaperSheet::PaperSheet(double width, double height, QWidget* parent)
     setObjectName(QStringLiteral("Picture2"));
     setAccessibleName(QStringLiteral("打印页预览"));
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setFixedSize(int(std::lround(width * dotsPerMillimetre())),
-                 int(std::lround(height * dotsPerMillimetre())));
+    setPercent(100);
 }
 
 double PaperSheet::dotsPerMillimetre() const {
-    return logicalDpiX() / kMillimetresPerInch;
+    return logicalDpiX() / kMillimetresPerInch * m_percent / 100;
+}
+
+QSizeF PaperSheet::trueSize() const {
+    return QSizeF(m_width, m_height) * logicalDpiX() / kMillimetresPerInch;
+}
+
+void PaperSheet::setPercent(double percent) {
+    m_percent = percent;
+    setFixedSize(int(std::lround(m_width * dotsPerMillimetre())),
+                 int(std::lround(m_height * dotsPerMillimetre())));
+    update();
 }
 
 void PaperSheet::Cls() {
@@ -59,15 +99,11 @@ void PaperSheet::paintEvent(QPaintEvent* event) {
 
 PaperView::PaperView(double pageWidth, double pageHeight, QWidget* parent)
     : QWidget(parent) {
-    m_viewport = new QWidget(this);
-    m_viewport->setObjectName(QStringLiteral("Picture1"));
-    m_viewport->setAutoFillBackground(true);
-    QPalette grey = m_viewport->palette();
-    grey.setColor(QPalette::Window, QColor(0xD9, 0xDE, 0xE4));
-    m_viewport->setPalette(grey);
-    m_viewport->setMinimumSize(200, 160);
+    auto* ground = new Ground(this);
+    m_viewport = ground;
     m_viewport->installEventFilter(this);
     m_sheet = new PaperSheet(pageWidth, pageHeight, m_viewport);
+    ground->setSheet(m_sheet);
     m_horizontal = makeBar(QStringLiteral("HScroll1"), Qt::Horizontal, pageWidth, this);
     m_vertical = makeBar(QStringLiteral("VScroll1"), Qt::Vertical, pageHeight, this);
     connect(m_horizontal, &QScrollBar::valueChanged, this, &PaperView::placeSheet);
@@ -84,8 +120,58 @@ PaperView::PaperView(double pageWidth, double pageHeight, QWidget* parent)
 
 void PaperView::placeSheet() {
     const double scale = m_sheet->dotsPerMillimetre();
-    m_sheet->move(int(std::lround(-m_horizontal->value() * scale)),
-                  int(std::lround(-m_vertical->value() * scale)));
+    const auto place = [&](const QScrollBar* bar, int sheet, int room) {
+        const bool inMiddle = m_sheet->percent() != 100 && sheet <= room;
+        return inMiddle ? (room - sheet) / 2 : int(std::lround(-bar->value() * scale));
+    };
+    m_sheet->move(place(m_horizontal, m_sheet->width(), m_viewport->width()),
+                  place(m_vertical, m_sheet->height(), m_viewport->height()));
+    m_viewport->update();
+}
+
+QPointF PaperView::middle() const {
+    return QRectF(m_viewport->rect()).center();
+}
+
+void PaperView::setZoom(const PaperZoom& zoom) {
+    m_zoom = zoom;
+    if (zoom.fit == PaperZoom::Fit::None)
+        showAt(boundedZoom(zoom.percent), middle());
+    else
+        fit();
+    Q_EMIT zoomed();
+}
+
+void PaperView::zoomBy(bool larger) {
+    setZoom({PaperZoom::Fit::None, nextZoom(m_sheet->percent(), larger)});
+}
+
+void PaperView::fit() {
+    const double percent =
+        fittingZoom(m_zoom.fit, m_sheet->trueSize(), size(), m_vertical->sizeHint().width());
+    if (percent != m_sheet->percent())
+        showAt(percent, middle());
+    Q_EMIT zoomed();
+}
+
+void PaperView::showAt(double percent, const QPointF& anchor) {
+    const QPointF held = (anchor - QPointF(m_sheet->pos())) / m_sheet->dotsPerMillimetre();
+    m_sheet->setPercent(percent);
+    showScrollBars();
+    const QPointF corner = held - anchor / m_sheet->dotsPerMillimetre();
+    m_horizontal->setValue(int(std::lround(corner.x())));
+    m_vertical->setValue(int(std::lround(corner.y())));
+    placeSheet();
+}
+
+bool PaperView::turnWheel(const QWheelEvent& event) {
+    m_wheel += event.angleDelta().y();
+    for (; std::abs(m_wheel) >= kWheelStep; m_wheel -= m_wheel > 0 ? kWheelStep : -kWheelStep) {
+        m_zoom = {PaperZoom::Fit::None, nextZoom(m_sheet->percent(), m_wheel > 0)};
+        showAt(m_zoom.percent, event.position());
+    }
+    Q_EMIT zoomed();
+    return true;
 }
 
 void PaperView::showScrollBars() {
@@ -96,11 +182,18 @@ void PaperView::showScrollBars() {
 void PaperView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     showScrollBars();
+    if (m_zoom.fit != PaperZoom::Fit::None)
+        fit();
+    placeSheet();
 }
 
 bool PaperView::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize)
+    if (event->type() == QEvent::Resize) {
         showScrollBars();
+        placeSheet();
+    }
+    if (event->type() == QEvent::Wheel && static_cast<QWheelEvent*>(event)->modifiers() & Qt::ControlModifier)
+        return turnWheel(*static_cast<QWheelEvent*>(event));
     if (event->type() == QEvent::Wheel)
         return QCoreApplication::sendEvent(m_vertical, event);
     return QWidget::eventFilter(watched, event);

@@ -1,12 +1,15 @@
 #include "reports/reportForm.h"
 
+#include "controls/exportPrompt.h"
 #include "controls/formParts.h"
 #include "controls/longWork.h"
 #include "controls/moveButtons.h"
 #include "controls/prompts.h"
 #include "data/cursorMoves.h"
 #include "recordset/ignoringErrors.h"
+#include "reports/fitBoxes.h"
 #include "reports/paperView.h"
+#include "reports/reportExport.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -295,6 +298,26 @@ void ReportForm::widenBox(int by) {
     redraw();
 }
 
+void ReportForm::fitAllBoxes() {
+    if (!rows()->hasRows())
+        return;
+    const QuietWalk walk(rows());
+    std::optional<std::vector<double>> needed;
+    {
+        LongWork work(QStringLiteral("正在量各列的宽度…"), rows()->RecordCount());
+        needed = neededWidths(drawing(), [&work](int done) { return work.step(done); });
+    }
+    if (!needed)
+        return;
+    const FittedBoxes fitted = fitBoxes(m_report, m_layout, *needed);
+    m_layout.boxShift = fitted.boxShift;
+    redraw();
+    if (!fitted.tooNarrow.isEmpty())
+        m_prompts.tell(QStringLiteral("表的宽度不够，这些列放不下最长的内容：") +
+                       fitted.tooNarrow.join(QStringLiteral("、")) +
+                       QStringLiteral("。\n可以在“字体选择”里把字号改小，再按“自动列宽”。"));
+}
+
 void ReportForm::askFont(FontRecord ReportLayout::*record, const QString& title) {
     if (const auto choice = m_prompts.chooseFont(title, choiceOf(m_layout.*record)))
         setFont(record, recordOf(*choice));
@@ -318,6 +341,22 @@ void ReportForm::askExport() {
                                          QStringLiteral("PDF (*.pdf)"));
     if (path)
         exportPdf(*path);
+}
+
+void ReportForm::exportRows(const ExportKind& kind) {
+    if (!rows()->hasRows())
+        return m_prompts.tell(QStringLiteral("没有可以导出的记录。"));
+    const QuietWalk walk(rows());
+    const auto row = rows()->currentRow();
+    const ReportDrawing drawn = drawing();
+    if (row)
+        rows()->moveToRow(*row); // a text of the head may have walked
+    ::askExport(this, m_prompts, kind, exportedReport(drawn));
+}
+
+void ReportForm::keepZoom(const std::shared_ptr<PaperZoom>& zoom) {
+    m_view->setZoom(*zoom);
+    connect(m_view, &PaperView::zoomed, this, [this, zoom] { *zoom = m_view->zoom(); });
 }
 
 void ReportForm::setUpPrinter() {

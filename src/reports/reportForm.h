@@ -8,6 +8,8 @@
 
 class MoveButtons;
 class PaperView;
+struct ExportKind;
+struct PaperZoom;
 class Prompts;
 class QComboBox;
 class QLabel;
@@ -33,6 +35,8 @@ public:
     void printB();
     /// What "打印" does: printB() where there are rows.
     void print();
+    /// Shows the sheet as large as this says, and notes there how large the user wants it.
+    void keepZoom(const std::shared_ptr<PaperZoom>& zoom);
     /// Saves all pages as PDF files, whatever stops the report on paper.
     void exportPdf(const QString& path);
 
@@ -62,9 +66,11 @@ private:
     void changePageSize(int by);
     void movePart(double right, double down);
     void widenBox(int by);
+    void fitAllBoxes();
     void askFont(FontRecord ReportLayout::*record, const QString& title);
     void askTitle();
     void askExport();
+    void exportRows(const ExportKind& kind);
     void setUpPrinter();
 
     const RecordsetPtr& rows() const { return m_session.*m_report.cursor; }

@@ -1,9 +1,11 @@
 // The building of the report form: its menu and the groups of its panel.
 #include "reports/reportForm.h"
 
+#include "controls/exportPrompt.h"
 #include "controls/formParts.h"
 #include "controls/moveButtons.h"
 #include "reports/paperView.h"
+#include "reports/zoomBar.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -46,7 +48,11 @@ ReportForm::ReportForm(const ReportDescription& report, ViewHost& host, Prompts&
     column->setMenuBar(buildMenu());
     auto* row = new QHBoxLayout;
     column->addLayout(row, 1);
-    row->addWidget(m_view, 1);
+    auto* preview = new QVBoxLayout;
+    preview->setSpacing(0);
+    preview->addWidget(m_view, 1);
+    preview->addWidget(new ZoomBar(*m_view, this));
+    row->addLayout(preview, 1);
     row->addWidget(buildPanel());
     // 12000 by 9000 twips, so far as the screen has room.
     resize(QSize(800, 600).boundedTo(screen()->availableSize()));
@@ -103,6 +109,10 @@ QMenuBar* ReportForm::buildMenu() {
     buildSettingsMenu(bar);
     bar->addAction(QStringLiteral("导出 PDF"), this, [this] { askExport(); })
         ->setObjectName(QStringLiteral("exportPdf"));
+    for (const auto& [kind, name] : {std::pair(&kCsvExport, u"exportCsv"), {&kXlsxExport, u"exportXlsx"}})
+        bar->addAction(QString::fromUtf16(kind->caption), this,
+                       [this, exported = kind] { exportRows(*exported); })
+            ->setObjectName(QString::fromUtf16(name));
     bar->addAction(QStringLiteral("返回"), this, [this] { close(); })
         ->setObjectName(QStringLiteral("return"));
     return bar;
@@ -193,6 +203,10 @@ QWidget* ReportForm::buildBoxes() {
                     0);
     grid->addWidget(addButton(QStringLiteral("Command8"), QStringLiteral("变窄"), [this] { widenBox(-1); }),
                     1, 1);
+    QPushButton* fit =
+        addButton(QStringLiteral("fitBoxes"), QStringLiteral("自动列宽"), [this] { fitAllBoxes(); });
+    fit->setToolTip(QStringLiteral("按这张报表的全部记录调整各个方框的宽窄"));
+    grid->addWidget(fit, 2, 0, 1, 2);
     return group;
 }
 

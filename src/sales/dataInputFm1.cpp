@@ -59,6 +59,8 @@ QWidget* dataInputFm1::buildGridSide() {
     m_gridFrame->setObjectName(QStringLiteral("Frame1"));
     m_pane = new RecordPane({}, QStringLiteral("还没有客户。\n请按“添加新客户”，填好资料后按“保存”。"),
                             m_prompts, side);
+    m_pane->grid->setColumnsInFront({QStringLiteral("客户编号"), QStringLiteral("单位名称"),
+                                     QStringLiteral("联系人"), QStringLiteral("电话")});
     m_find = makeButton(QStringLiteral("Command2"), QStringLiteral("查询"), m_gridFrame);
     m_whole = makeButton(QStringLiteral("Command4"), QStringLiteral("全库显示"), m_gridFrame);
     m_search = makeSearchBox(QStringLiteral("Text2"),

@@ -4,6 +4,7 @@
 #include "controls/recordPane.h"
 #include "data/sourceTable.h"
 #include "recordset/ignoringErrors.h"
+#include "shell/captionSort.h"
 #include "shell/toolbarTable.h"
 
 #include <QHBoxLayout>
@@ -63,6 +64,7 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
         showUnsaved();
     });
     offerOperations();
+    sortByCaptions(*this, *m_pane->grid, host, [this] { return readyToSort(); });
 }
 
 void DisplayView::offerOperations() {
@@ -264,28 +266,34 @@ void DisplayView::data_whole_show() {
     m_pane->showPosition();
 }
 
-void DisplayView::openDialog(const QString& name, qint16 Session::*code, qint16 (*codeOf)(ShowSource)) {
+bool DisplayView::readyFor(qint16 Session::*code, qint16 (*codeOf)(ShowSource)) {
     m_pane->grid->commitEditor();
     const RecordsetPtr shown = cursor();
     if (m_description.family && !m_description.present && shown)
         m_session.*m_description.family = m_shown;
     if (!shown || !shown->hasRows())
-        return;
+        return false;
     const bool own = m_description.queryCode == ShowSource::None;
     if (own)
         m_session.showSource = m_shown;
     const ShowSource queried = own ? m_shown : m_description.queryCode;
     m_session.*code = codeOf(queried);
     m_session.searchSource = m_description.queryCode;
-    m_host.openWindow(name, ViewHost::MainWindow::Stays);
+    return true;
+}
+
+bool DisplayView::readyToSort() {
+    return readyFor(&Session::orderCode, [](ShowSource code) { return qint16(code); });
 }
 
 void DisplayView::data_order() {
-    openDialog(QStringLiteral("orderFm1"), &Session::orderCode, [](ShowSource code) { return qint16(code); });
+    if (readyToSort())
+        m_host.openWindow(QStringLiteral("orderFm1"), ViewHost::MainWindow::Stays);
 }
 
 void DisplayView::data_search() {
-    openDialog(QStringLiteral("searchFm1"), &Session::searchCode, searchCodeOf);
+    if (readyFor(&Session::searchCode, searchCodeOf))
+        m_host.openWindow(QStringLiteral("searchFm1"), ViewHost::MainWindow::Stays);
 }
 
 void DisplayView::data_print() {

@@ -166,8 +166,9 @@ private:
     /// Opens a report on the view's rows, which finds what it needs in the session; nothing without rows.
     void print(const QString& report);
     void handOver(const DisplaySource& source, const QString& report);
-    /// Opens the search or sort dialog on the view's rows; without any nothing opens.
-    void openDialog(const QString& name, qint16 Session::*code, qint16 (*codeOf)(ShowSource));
+    /// Makes ready for the search or the sort dialog on the view's rows; false without any.
+    bool readyFor(qint16 Session::*code, qint16 (*codeOf)(ShowSource));
+    bool readyToSort();
 
     const DisplayDescription& m_description;
     ViewHost& m_host;

@@ -3,6 +3,7 @@
 #include "controls/dataGrid.h"
 #include "shell/windowPlace.h"
 
+#include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -25,6 +26,8 @@ ViewHost::~ViewHost() {
             each.window->hide();
     for (const OpenWindow& each : open)
         delete each.window.data();
+    // Those that have closed wait for their turn still, and hold cursors of the session, which goes next.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 View* ViewHost::loaded(const QString& name) {
@@ -40,7 +43,17 @@ View* ViewHost::loaded(const QString& name) {
         delete view;
         throw;
     }
+    rememberColumns(*view);
     return view;
+}
+
+void ViewHost::rememberColumns(const QWidget& window) {
+    for (DataGrid* grid : window.findChildren<DataGrid*>()) {
+        auto& columns = m_columns[window.objectName() + u'/' + grid->objectName()];
+        if (!columns)
+            columns = std::make_shared<ColumnsByUser>();
+        grid->rememberColumns(columns);
+    }
 }
 
 void ViewHost::show(const QString& name) {
@@ -161,6 +174,7 @@ TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
     }
     TopWindow* window = m_windows.value(name)();
     m_open[name] = {window, main};
+    rememberColumns(*window);
     window->winId();
     const QRect screen = m_main.screen()->availableGeometry();
     placeWindow(*window, window->standsOverMain() ? m_main.geometry() : screen, screen);

@@ -11,6 +11,7 @@
 #include <functional>
 
 class QMainWindow;
+struct ColumnsByUser;
 class QStackedWidget;
 
 /// Shows views by name in the main window's one-view area, and opens windows of their own beside it. Features
@@ -71,6 +72,14 @@ public:
     /// The same, unless a window is open that has set it for itself.
     void settleShowSource();
 
+    /// Who sorts the rows of the view in front by a field, as its sort dialog does.
+    using Sorter = std::function<void(const QString& field)>;
+    void setSorter(Sorter sorter) { m_sorter = std::move(sorter); }
+    void sortBy(const QString& field) {
+        if (m_sorter)
+            m_sorter(field);
+    }
+
     View* active() const { return m_active; }
     bool isActive(const QString& name) const { return m_active && m_active->name() == name; }
     /// Unloads a view by its name; an unknown name does nothing.
@@ -102,6 +111,8 @@ private:
     void setShowSource();
     TopWindow* openReport() const;
     void letPrint();
+    /// Lets the grids of a view or window take up what the user has made of their columns in this run.
+    void rememberColumns(const QWidget& window);
 
     Session& m_session;
     QMainWindow& m_main;
@@ -109,6 +120,8 @@ private:
     QHash<QString, ViewFactory> m_views;
     QHash<QString, WindowFactory> m_windows;
     QSet<QString> m_reports;
+    Sorter m_sorter;
+    QHash<QString, std::shared_ptr<ColumnsByUser>> m_columns; // by names of window and grid, for this run
     QHash<QString, QPointer<View>> m_loaded;
     QHash<QString, OpenWindow> m_open;
     QPointer<View> m_active;

@@ -9,6 +9,7 @@
 #include "recordset/error.h"
 #include "recordset/shownText.h"
 #include "recordset/textNumber.h"
+#include "shell/captionSort.h"
 #include "shell/displayView.h"
 #include "stock/productRegister.h"
 
@@ -49,6 +50,7 @@ StockOutChooser::StockOutChooser(const StockOut& road, ViewHost& host, Prompts& 
             m_boxes->setText(ProductBox::Date, today);
     });
     offer(ViewOperation::data_order, [this] { data_order(); });
+    sortByCaptions(*this, *m_pane->grid, host, [this] { return readyToSort(); });
 }
 
 QPushButton* StockOutChooser::addButton(const char* name, const QString& caption,
@@ -191,11 +193,14 @@ void StockOutChooser::showAll() {
     m_pane->showPosition();
 }
 
-void StockOutChooser::data_order() {
-    if (!m_session.productTable->hasRows())
-        return;
+bool StockOutChooser::readyToSort() {
     m_session.orderCode = qint16(ShowSource::Products);
-    m_host.openWindow(QStringLiteral("orderFm1"), ViewHost::MainWindow::Stays);
+    return m_session.productTable->hasRows();
+}
+
+void StockOutChooser::data_order() {
+    if (readyToSort())
+        m_host.openWindow(QStringLiteral("orderFm1"), ViewHost::MainWindow::Stays);
 }
 
 void StockOutChooser::data_print() {

@@ -22,6 +22,7 @@ public:
     void load() override;
     void activate() override;
     void data_order();
+    bool readyToSort();
     /// The print routine; no command of the toolbar reaches it.
     void data_print();
 

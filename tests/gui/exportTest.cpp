@@ -1,33 +1,14 @@
 #include "controls/barChart.h"
 #include "controls/dataGrid.h"
 #include "data/ownFiles.h"
+#include "support/contextMenu.h"
 #include "support/pdfReader.h"
 #include "support/reportWindow.h"
 #include "support/smallDisk.h"
 
-#include <QContextMenuEvent>
-#include <QMenu>
-#include <QTimer>
-#include <QtTest/QTest>
-
 #include <unistd.h>
 
 namespace {
-
-/// Chooses an entry in the context menu of a widget.
-void chooseInMenuOf(QWidget& widget, const QString& entry) {
-    QTimer::singleShot(0, &widget, [entry] {
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        ASSERT_NE(menu, nullptr);
-        for (QAction* action : menu->actions())
-            if (action->text() == entry)
-                QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
-        menu->close();
-    });
-    const QPoint middle = widget.rect().center();
-    QContextMenuEvent event(QContextMenuEvent::Mouse, middle, widget.mapToGlobal(middle));
-    QApplication::sendEvent(&widget, &event);
-}
 
 /// The stock-in history with its report, and every way out into a file that the user names.
 class Exports : public ReportWindow {
@@ -47,6 +28,9 @@ protected:
     }
     std::vector<std::pair<const char*, Export>> exports() {
         return {{"CSV", [this] { chooseInMenuOf(*grid->viewport(), "导出 CSV…"); }},
+                {"XLSX", [this] { chooseInMenuOf(*grid->viewport(), "导出 XLSX…"); }},
+                {"CSV of the report", [this] { report->choose("exportCsv"); }},
+                {"XLSX of the report", [this] { report->choose("exportXlsx"); }},
                 {"picture", [this] { chooseInMenuOf(*chart->viewport(), "保存图片…"); }},
                 {"PDF", [this] { report->choose("exportPdf"); }},
                 {"print", [this] { report->click("Command2"); }}};
@@ -137,7 +121,7 @@ TEST_F(Exports, ALinkAsTargetStaysALinkToTheNewFile) {
         run();
     }
     form->close();
-    for (const char* what : {"CSV", "picture", "PDF", "print"}) {
+    for (const auto& [what, run] : exports()) {
         EXPECT_TRUE(QFileInfo(folder.filePath(QString::fromUtf8(what) + ".png")).isSymLink()) << what;
         EXPECT_NE(bytesOf(folder.filePath(QString::fromUtf8(what) + ".old")), "before") << what;
     }
@@ -160,7 +144,8 @@ TEST_F(Exports, OnAFullDiskTheOldFileStaysAndNothingIsLeftBesideIt) {
         }
         EXPECT_EQ(bytesOf(path), "before");
     }
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 4);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(),
+              qsizetype(exports().size()));
 }
 
 } // namespace
