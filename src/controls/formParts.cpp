@@ -54,14 +54,15 @@ QFont boldOf(const QWidget* widget, qreal scale) {
     return font;
 }
 
-QLineEdit* makeSearchBox(const QString& name, const QString& toolTip, QPushButton* button, QWidget* parent) {
+RecordBox* makeSearchBox(const QString& name, const QString& toolTip, QPushButton* button, QWidget* parent) {
     auto* box = new RecordBox(parent);
     box->setObjectName(name);
     box->setToolTip(toolTip);
     box->setPlaceholderText(toolTip);
     box->setAccessibleName(QStringLiteral("查询入口"));
     box->setClearButtonEnabled(true);
-    QObject::connect(box, &QLineEdit::returnPressed, button, &QPushButton::click);
+    if (button)
+        QObject::connect(box, &QLineEdit::returnPressed, button, &QPushButton::click);
     return box;
 }
 

@@ -14,6 +14,7 @@ class QDialogButtonBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class RecordBox;
 
 /// A button with its object name and caption.
 QPushButton* makeButton(const QString& name, const QString& caption, QWidget* parent);
@@ -39,8 +40,8 @@ QLabel* addFigure(QBoxLayout* row, int number, const QString& caption, QWidget* 
 /// The widget's font in bold, larger by a factor.
 QFont boldOf(const QWidget* widget, qreal scale = 1);
 
-/// A search box with its tool tip, whose Enter presses `button`.
-QLineEdit* makeSearchBox(const QString& name, const QString& toolTip, QPushButton* button, QWidget* parent);
+/// A search box with its tool tip, whose Enter presses `button` where there is one.
+RecordBox* makeSearchBox(const QString& name, const QString& toolTip, QPushButton* button, QWidget* parent);
 
 /// A narrow box in the middle of whose line a figure or a date is shown, with its tool tip.
 QLineEdit* makeShownBox(const QString& name, const QString& toolTip, QWidget* parent);

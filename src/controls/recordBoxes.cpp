@@ -5,6 +5,8 @@
 #include "recordset/shownText.h"
 
 #include <QGridLayout>
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -19,6 +21,9 @@ void RecordBox::setText(const QString& text) {
 }
 
 void RecordBox::keyPressEvent(QKeyEvent* event) {
+    // An Enter that ends a composition is none for the box.
+    if (m_composing && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+        return QGuiApplication::inputMethod()->commit();
     const bool changes = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete ||
                          (!event->text().isEmpty() && event->text().front().isPrint());
     if (m_beyond && changes)
@@ -84,6 +89,7 @@ void RecordBoxes::clear() {
 
 void RecordBoxes::focus(int index) {
     box(index)->setFocus(Qt::OtherFocusReason);
+    box(index)->selectAll(); // also where the window is not in front yet
 }
 
 void RecordBoxes::limitToNumbers(const std::vector<int>& indices) {

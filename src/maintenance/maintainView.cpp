@@ -2,6 +2,7 @@
 
 #include "controls/formParts.h"
 #include "controls/prompts.h"
+#include "controls/recordBoxes.h"
 #include "controls/recordPane.h"
 #include "data/losses.h"
 #include "data/searchTexts.h"
@@ -71,7 +72,7 @@ QLayout* MaintainView::buildSearch() {
     QLabel* title = makeLabel(QStringLiteral("Label1"), QString::fromUtf16(m_table.title), this);
     QPushButton* find = addCommand(u"Command6", u"查询", &MaintainView::search);
     m_search = makeSearchBox(QStringLiteral("Text2"), QString::fromUtf16(m_table.searchHint), find, this);
-    setFirstFocus(m_search);
+    setSearchBox(m_search);
     if (*m_table.searchFields)
         m_search->setToolTip(m_search->toolTip() + u'\n' + QString::fromUtf16(m_table.searchFields));
     auto* row = new QHBoxLayout;

@@ -1,6 +1,7 @@
 #include "shell/manualFm1.h"
 
 #include "controls/formParts.h"
+#include "controls/recordBoxes.h"
 #include "shell/version.h"
 
 #include <QFile>

@@ -1,10 +1,12 @@
 #include "shell/view.h"
 
 #include "controls/formParts.h"
+#include "controls/keyCommands.h"
 
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
 
@@ -13,6 +15,12 @@ View::View(const QString& name, const QString& caption, QWidget* parent)
     setObjectName(name);
     setWindowTitle(caption);
     setAccessibleName(caption);
+}
+
+void View::setSearchBox(QLineEdit* box) {
+    setFirstFocus(box);
+    auto* keys = new KeyCommands(this);
+    keys->focus(QKeySequence::Find, box);
 }
 
 void View::run(ViewOperation operation) {

@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 
+class QLineEdit;
 class QPushButton;
 
 /// The toolbar's operations that a view may offer.
@@ -47,6 +48,8 @@ public:
 
     /// Where work starts in the view, and so the focus when it comes up; its grid where none is named.
     void setFirstFocus(QWidget* widget) { m_firstFocus = widget; }
+    /// The view's own search box: work starts there, and the key that searches leads there.
+    void setSearchBox(QLineEdit* box);
 
     /// Rows of the view's table that were changed and not saved.
     int unsavedRows() const { return m_unsavedRows; }
@@ -99,6 +102,8 @@ public:
     virtual void shownAgain() {}
     /// Whether the window sets showSource for itself; the front view's value comes back when it closes.
     virtual bool setsShowSource() const { return false; }
+    /// Whether the window takes the main window's place and size, as if it were a view of it.
+    virtual bool takesPlaceOfMain() const { return false; }
     /// Whether the window stands in the middle of the main window, and not of the screen.
     virtual bool standsOverMain() const { return false; }
     void takeNotice(const Notice& notice) override;
