@@ -125,6 +125,7 @@ int run(ShopApplication& application, const QString& appPath, const QString& dat
         startShop(main);
         application.setOpened();
         warmer.start();
+        main.host().suggestions().start();
     });
     return application.exec();
 }

@@ -54,6 +54,11 @@ void setSums(const RecordsetPtr& basket, double due, double paid, double margin)
     basket->Fields(QStringLiteral("差额利润")).setValue(margin);
 }
 
+void openOnNumber(Recordset& products, const QString& productNum) {
+    products.Open(QStringLiteral("Select * From productTable Where ") +
+                  keyCondition(QStringLiteral("产品编号"), productNum));
+}
+
 } // namespace
 
 const QStringList& lineColumns() {
@@ -242,10 +247,17 @@ BasketTotals basketTotals(const RecordsetPtr& basket) {
     return totals;
 }
 
+std::optional<RowId> productOfNumber(Session& session, const QString& productNum) {
+    if (productNum.isEmpty())
+        return std::nullopt;
+    Recordset product(session.cn);
+    openOnNumber(product, productNum);
+    return product.RecordCount() == 1 ? product.currentRow() : std::nullopt;
+}
+
 std::optional<StockRow> stockOf(Session& session, const QString& productNum) {
     Recordset product(session.cn);
-    product.Open(QStringLiteral("Select * From productTable Where ") +
-                 keyCondition(QStringLiteral("产品编号"), productNum));
+    openOnNumber(product, productNum);
     if (!product.hasRows())
         return std::nullopt;
     return StockRow{*product.currentRow(), toNumber(product.Fields(QStringLiteral("数量")).OriginalValue())};

@@ -92,6 +92,10 @@ struct StockRow {
 };
 std::optional<StockRow> stockOf(Session& session, const QString& productNum);
 
+/// The row of the one product that bears exactly this number, whatever Filter is on; nothing where none or
+/// several bear it.
+std::optional<RowId> productOfNumber(Session& session, const QString& productNum);
+
 /// Whether a typed quantity of a product can be sold.
 struct StockCheck {
     enum class Result { Passes, SoldOut, TooMany };

@@ -1,25 +1,29 @@
 #include "sales/buyFm1.h"
 
 #include "controls/formParts.h"
+#include "controls/keyCommands.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
 #include "controls/recordPane.h"
+#include "controls/scanBurst.h"
 #include "data/cursorMoves.h"
 #include "data/losses.h"
 #include "data/searchTexts.h"
 #include "recordset/error.h"
 #include "recordset/shownText.h"
 #include "recordset/textNumber.h"
+#include "sales/basketList.h"
 #include "sales/buyFm1Panels.h"
 #include "sales/clientRegister.h"
 #include "sales/discountTyping.h"
 #include "sales/settlement.h"
+#include "shell/rowOffers.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
-#include <QScreen>
 #include <QStackedWidget>
 
 namespace {
@@ -31,17 +35,18 @@ const QStringList& hiddenColumns() {
 
 } // namespace
 
-buyFm1::buyFm1(Session& session, Prompts& prompts)
+buyFm1::buyFm1(ViewHost& host, Prompts& prompts)
     : TopWindow(QStringLiteral("buyFm1"), QStringLiteral("购买"))
-    , m_session(session)
+    , m_host(host)
+    , m_session(host.session())
     , m_prompts(prompts) {
     build();
     connectProducts();
     connectLine();
     connectBasket();
+    bindKeys();
     open();
     m_products->search->setFocus();
-    resize(QSize(1240, 700).boundedTo(screen()->availableSize()));
 }
 
 buyFm1::~buyFm1() {
@@ -76,8 +81,13 @@ void buyFm1::build() {
 void buyFm1::connectProducts() {
     connect(m_products->pane->grid, &DataGrid::rowChosen, this, &buyFm1::GataGrid1_show);
     m_products->pane->onMove([this](int button) { moveProduct(button); });
+    connect(m_products->search, &QLineEdit::returnPressed, this, &buyFm1::searchEntered);
     connect(m_products->find, &QPushButton::clicked, this, &buyFm1::searchProducts);
     connect(m_products->whole, &QPushButton::clicked, this, &buyFm1::showAllProducts);
+    offerRows(m_products->search, this, m_host.suggestions().products, [this](RowId row) {
+        if (goToSuggested(m_session.productTable, row))
+            GataGrid1_show();
+    });
     m_products->pane->grid->recordsetModel().setOverlay(
         [this](RowId row, int field) -> std::optional<CellValue> {
             if (m_left.empty() || m_session.productTable->fieldInfo(field).name != u"数量")
@@ -89,6 +99,11 @@ void buyFm1::connectProducts() {
 
 void buyFm1::connectLine() {
     connect(m_line->boxes, &RecordBoxes::changed, this, &buyFm1::boxChanged);
+    for (const int box : {LineBox::Quantity, LineBox::Discount})
+        connect(m_line->boxes->box(box), &QLineEdit::returnPressed, this, &buyFm1::confirmLine);
+    m_scan = new ScanBurst(m_line->boxes->box(LineBox::Quantity));
+    connect(m_scan, &ScanBurst::scanned, this, &buyFm1::takeScanned);
+    new EnterGuard(this, {m_products->search, m_line->boxes->box(LineBox::Quantity)});
     refuseTooLarge(m_line->boxes, [this] { return m_unitCost; });
     connect(m_line->quantity, &UpDown::stepped, this, [this](int by) { step(LineBox::Quantity, by); });
     connect(m_line->discount, &UpDown::stepped, this, [this](int by) { step(LineBox::Discount, by); });
@@ -110,6 +125,16 @@ void buyFm1::connectBasket() {
     connect(panel->remove, &QPushButton::clicked, this, &buyFm1::deleteBasketRow);
     connect(panel->clear, &QPushButton::clicked, this, &buyFm1::clearAll);
     connect(panel->back, &QPushButton::clicked, this, &buyFm1::hideBasket);
+}
+
+void buyFm1::bindKeys() {
+    auto* keys = new KeyCommands(this);
+    keys->press(Qt::Key_F3, m_line->confirm);
+    keys->press(Qt::Key_F6, m_line->browse);
+    keys->press(Qt::Key_F9, m_line->settle);
+    keys->press(Qt::Key_Escape, m_basketPanel->back);
+    keys->press(Qt::Key_Escape, m_line->back);
+    keys->focus(QKeySequence::Find, m_products->search);
 }
 
 void buyFm1::open() {
@@ -134,6 +159,17 @@ void buyFm1::bindProducts() {
 void buyFm1::moveProduct(int button) {
     moveInRecordset(m_session.productTable, button);
     GataGrid1_show();
+}
+
+void buyFm1::searchEntered() {
+    // What comes next takes its place, where nothing was taken up.
+    const auto select = qScopeGuard([this] { m_products->search->selectAll(); });
+    const auto row = productOfNumber(m_session, trimBlanks(m_products->search->text()));
+    if (!row)
+        return searchProducts();
+    m_session.productTable->clearFilter();
+    if (goToSuggested(m_session.productTable, *row))
+        GataGrid1_show();
 }
 
 void buyFm1::searchProducts() {
@@ -182,6 +218,7 @@ void buyFm1::GataGrid1_show() {
         showBasketLine();
         m_lineMode = BasketLine;
     }
+    markLine();
     m_line->boxes->focus(LineBox::Quantity);
 }
 
@@ -190,6 +227,7 @@ void buyFm1::record_Clear3() {
     m_line->boxes->clear();
     m_line->hint->clear();
     m_lineChanged = false;
+    markLine();
 }
 
 void buyFm1::showLine(const QStringList& texts) {
@@ -212,6 +250,7 @@ void buyFm1::boxChanged(int index) {
     showLineAmounts(
         boxes, *m_line->typing,
         lineAmounts(boxes->text(LineBox::Quantity), boxes->text(LineBox::Price), m_line->typing->counted()));
+    markLine();
 }
 
 void buyFm1::step(int box, int by) {
@@ -230,6 +269,8 @@ bool buyFm1::stock_check() {
         return true;
     }
     m_line->quantity->endRepeat();
+    if (m_scan->goesOn())
+        return false;
     if (check.result == StockCheck::Result::SoldOut) {
         m_prompts.tell(QStringLiteral("该产品已无库存！"));
         return false;
@@ -274,17 +315,38 @@ void buyFm1::dropAllLeft() {
 void buyFm1::confirmLine() {
     if (m_lineMode == NoProduct)
         return m_prompts.tell(QStringLiteral("请选择产品！"));
-    m_line->typing->finish();
-    if (const auto fault = text4_check(m_line->boxes->texts()))
-        return m_prompts.tell(*fault);
-    if (m_lineChanged && !storeLine())
+    if (!keepLine())
         return;
-    m_leftOfLine.clear(); // the basket has it now
-    showTotals();
-    showBought();
     m_prompts.tell(QStringLiteral("已记入购物表！"));
     record_Clear3();
     m_lineMode = NoProduct;
+    m_products->search->clear();
+    m_products->search->setFocus(Qt::OtherFocusReason);
+}
+
+bool buyFm1::keepLine() {
+    m_line->typing->finish();
+    if (const auto fault = text4_check(m_line->boxes->texts())) {
+        m_prompts.tell(*fault);
+        return false;
+    }
+    if (m_lineChanged && !storeLine())
+        return false;
+    m_leftOfLine.clear(); // the basket has it now
+    showTotals();
+    showBought();
+    return true;
+}
+
+void buyFm1::takeScanned(const QString& number) {
+    m_products->search->setText(number);
+    if (m_lineMode != NoProduct && valOrMost(m_line->boxes->text(LineBox::Quantity)) > 0 && !keepLine())
+        return;
+    giveUpLine();
+    record_Clear3();
+    m_lineMode = NoProduct;
+    m_products->search->setFocus(Qt::OtherFocusReason);
+    searchEntered();
 }
 
 bool buyFm1::storeLine() {
@@ -311,117 +373,6 @@ void buyFm1::cancelLine() {
     giveUpLine();
     record_Clear3();
     m_lineMode = BasketLine; // that the mode is 2 with no line in the boxes is meant
-}
-
-void buyFm1::chooseBasketRow() {
-    if (!m_basket->hasRows() || !m_basket->currentRow())
-        return;
-    m_lineMode = BasketLine;
-    showBasketLine();
-    m_basketPanel->pane->showPosition();
-}
-
-void buyFm1::showBasketLine() {
-    giveUpLine();
-    m_unitCost = m_basket->Fields(QStringLiteral("成本")).number();
-    showLine(Record_display5(m_basket));
-}
-
-void buyFm1::moveBasket(int button) {
-    moveInRecordset(m_basket, button);
-    chooseBasketRow();
-}
-
-void buyFm1::basketEdited() {
-    if (m_puttingBack || !m_basket->hasRows() || !m_session.productTable->isOpen())
-        return;
-    const QScopedValueRollback puttingBack(m_puttingBack, true);
-    m_session.productTable->clearFilter();
-    if (!m_session.productTable->hasRows())
-        return;
-    const BasketEdit result = afterBasketEdit(m_session, m_basket);
-    bindProducts();
-    if (result == BasketEdit::TooMany)
-        m_prompts.tell(QStringLiteral("该产品订购数量超出现有库存数，现订购数量为现有库存数！"));
-}
-
-void buyFm1::saveBasketEdits() {
-    m_basketPanel->pane->grid->commitEditor();
-    saveBasket(m_session, m_basket);
-    showTotals();
-    showBought();
-}
-
-void buyFm1::deleteBasketRow() {
-    m_basketPanel->pane->grid->commitEditor();
-    if (!m_basket->hasRows() || !m_basket->currentRow() ||
-        !m_prompts.confirmLoss(QStringLiteral("确认要删除该记录吗？"), lossOfLine(m_basket)))
-        return;
-    const QString product = m_basket->Fields(QStringLiteral("产品编号")).text();
-    {
-        const QuietWalk walk(m_basket);
-        m_basket->Delete();
-        moveOnAfterDeletion(m_basket);
-    }
-    dropLeft(product);
-    m_basketPanel->pane->showPosition();
-    showTotals();
-    showBought();
-}
-
-void buyFm1::clearAll() {
-    clearBasket(m_session, m_basket);
-    dropAllLeft();
-    m_basketPanel->pane->showPosition();
-    showTotals();
-    record_Clear3();
-    m_lineMode = NoProduct;
-}
-
-void buyFm1::showTotals() {
-    const BasketTotals totals = basketTotals(m_basket);
-    const QString quantity = plainNumber(totals.quantity);
-    const QString paid = plainNumber(totals.paid);
-    for (int i = 0; i < 2; ++i) {
-        m_line->quantityTotals[i]->setText(quantity);
-        m_line->paidTotals[i]->setText(paid);
-    }
-    m_basketPanel->quantityTotal->setText(quantity);
-    m_basketPanel->paidTotal->setText(paid);
-}
-
-void buyFm1::showBought() {
-    m_line->bought->setText(plainNumber(m_bought + basketTotals(m_basket).quantity));
-}
-
-void buyFm1::showBasket() {
-    showTotals();
-    m_basketPanel->date->setText(m_session.todayText());
-    m_basketPanel->order->setText(counterText(m_session.nextOrderNum));
-    m_basketPanel->pane->showPosition();
-    m_basketPanel->pane->grid->fitColumns();
-    m_frames->setCurrentWidget(m_basketPanel);
-}
-
-void buyFm1::hideBasket() {
-    m_basketPanel->pane->grid->commitEditor();
-    m_frames->setCurrentWidget(m_line);
-    if (!m_basket->hasRows() || !m_basket->currentRow())
-        return;
-    showBasketLine();
-}
-
-void buyFm1::settleBasket() {
-    m_basketPanel->pane->grid->commitEditor();
-    if (!canSettle(m_session, m_basket))
-        return;
-    m_line->bought->clear();
-    showTotals();
-    if (!m_prompts.confirm(settlementQuestion(basketTotals(m_basket))))
-        return;
-    settle(m_session, m_basket);
-    bindProducts();
-    clearAll();
 }
 
 void buyFm1::wayOut() {

@@ -2,7 +2,7 @@
 
 #include "data/session.h"
 #include "sales/basket.h"
-#include "shell/view.h"
+#include "shell/viewHost.h"
 
 #include <map>
 
@@ -12,14 +12,17 @@ class ProductPanel;
 class Prompts;
 class QLabel;
 class QStackedWidget;
+class ScanBurst;
 
 /// The purchase of one customer: a basket is filled line by line from the sales stock and settled.
 class buyFm1 : public TopWindow {
     Q_OBJECT
 
 public:
-    buyFm1(Session& session, Prompts& prompts);
+    buyFm1(ViewHost& host, Prompts& prompts);
     ~buyFm1() override;
+
+    bool takesPlaceOfMain() const override { return true; }
 
 protected:
     void wayOut() override;
@@ -32,11 +35,14 @@ private:
     void connectProducts();
     void connectLine();
     void connectBasket();
+    void bindKeys();
     void open();
 
     // Products.
     void bindProducts();
     void moveProduct(int button);
+    /// Enter in the search box: takes up the product whose number it is, or searches.
+    void searchEntered();
     void searchProducts();
     void showAllProducts();
     /// The product under the cursor is taken up.
@@ -55,6 +61,10 @@ private:
     void giveUpLine();
     void dropAllLeft();
     void confirmLine();
+    /// Puts the line in the boxes into the basket; false where it cannot be, told.
+    bool keepLine();
+    /// A barcode reader has read the next product while this line waited for its quantity.
+    void takeScanned(const QString& number);
     /// Writes the boxes into the basket's current or new row; false where a column refused.
     bool storeLine();
     void cancelLine();
@@ -70,10 +80,13 @@ private:
     void hideBasket();
     /// Shows the current basket row in the line boxes.
     void showBasketLine();
+    /// Shows the line in the boxes among those of the basket.
+    void markLine();
     void showTotals();
     void showBought();
     void settleBasket();
 
+    ViewHost& m_host;
     Session& m_session;
     Prompts& m_prompts;
     RecordsetPtr m_basket;
@@ -81,6 +94,7 @@ private:
     LinePanel* m_line = nullptr;
     BasketPanel* m_basketPanel = nullptr;
     QStackedWidget* m_frames = nullptr;
+    ScanBurst* m_scan = nullptr; // in the quantity box
     QLabel* m_company = nullptr;
     QLabel* m_contact = nullptr;
 

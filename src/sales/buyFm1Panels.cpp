@@ -4,6 +4,7 @@
 #include "controls/recordBoxes.h"
 #include "controls/recordPane.h"
 #include "sales/basket.h"
+#include "sales/basketList.h"
 #include "sales/discountTyping.h"
 
 #include <QGridLayout>
@@ -11,6 +12,8 @@
 #include <QPushButton>
 
 namespace {
+
+constexpr qreal kLargeFigure = 2;
 
 QHBoxLayout* rowOf(std::initializer_list<QWidget*> widgets) {
     auto* row = new QHBoxLayout;
@@ -31,8 +34,10 @@ ProductPanel::ProductPanel(Prompts& prompts, QWidget* parent)
     setObjectName(QStringLiteral("Frame2"));
     pane->setWholeShow([this] { whole->click(); });
     search = makeSearchBox(QStringLiteral("Text3"),
-                           QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, this);
+                           QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), nullptr, this);
     pane->grid->setChosenByEnter();
+    pane->grid->setColumnsInFront(
+        {QStringLiteral("产品编号"), QStringLiteral("品名"), QStringLiteral("单价"), QStringLiteral("数量")});
     auto* top = new QHBoxLayout;
     top->addWidget(search, 1);
     top->addWidget(find);
@@ -51,6 +56,7 @@ LinePanel::LinePanel(QWidget* parent)
     , quantity(new UpDown(QStringLiteral("UpDown1"), this))
     , discount(new UpDown(QStringLiteral("UpDown2"), this))
     , hint(makeLabel(QStringLiteral("lineHint"), {}, this))
+    , list(new BasketList(this))
     , confirm(makeButton(QStringLiteral("Command2"), QStringLiteral("确认"), this))
     , cancel(makeButton(QStringLiteral("Command13"), QStringLiteral("取消"), this))
     , browse(makeButton(QStringLiteral("Command9"), QStringLiteral("购物浏览"), this))
@@ -62,11 +68,12 @@ LinePanel::LinePanel(QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->addLayout(buildBoxes());
     column->addWidget(hint);
-    column->addStretch(1);
+    column->addWidget(list, 1);
     column->addWidget(buildTotals(0));
     column->addLayout(rowOf({confirm, cancel, browse}));
     column->addWidget(buildTotals(1));
     column->addLayout(rowOf({settle, back}));
+    paidTotals[1]->setFont(boldOf(paidTotals[1], kLargeFigure)); // what the customer is to pay
 }
 
 QLayout* LinePanel::buildBoxes() {

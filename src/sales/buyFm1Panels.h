@@ -5,11 +5,13 @@
 #include <QGroupBox>
 #include <QWidget>
 
+class BasketList;
 class DiscountTyping;
 class Prompts;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class RecordBox;
 class RecordBoxes;
 class RecordPane;
 
@@ -21,7 +23,7 @@ public:
     ProductPanel(Prompts& prompts, QWidget* parent);
 
     RecordPane* pane;
-    QLineEdit* search;
+    RecordBox* search;
     QPushButton* find;
     QPushButton* whole;
 };
@@ -41,6 +43,7 @@ public:
     QLabel* quantityTotals[2]; // Label12, Label13
     QLabel* paidTotals[2];     // Label14, Label15
     QLabel* hint;
+    BasketList* list; // the basket beside the line
     QPushButton* confirm;
     QPushButton* cancel;
     QPushButton* browse;

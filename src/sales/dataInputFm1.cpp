@@ -2,19 +2,23 @@
 
 #include "controls/blinkingLabel.h"
 #include "controls/formParts.h"
+#include "controls/keyCommands.h"
 #include "controls/prompts.h"
 #include "controls/recordBoxes.h"
 #include "controls/recordPane.h"
+#include "controls/scanBurst.h"
 #include "data/cursorMoves.h"
 #include "data/losses.h"
 #include "recordset/shownText.h"
 #include "recordset/textNumber.h"
 #include "sales/clientRegister.h"
 #include "shell/orderChoice.h"
+#include "shell/rowOffers.h"
 
 #include <QAction>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QPushButton>
 
 namespace {
@@ -50,7 +54,8 @@ dataInputFm1::dataInputFm1(ViewHost& host, Prompts& prompts)
     connectCommands();
     tabThrough(QWidgetList{m_search, m_find, m_whole, m_pane->grid} + m_pane->moves->buttons() +
                m_boxes->widgets() + QWidgetList{m_add, m_save, m_cancel, m_buy, m_delete});
-    setFirstFocus(m_search);
+    setSearchBox(m_search);
+    bindKeys();
 }
 
 QWidget* dataInputFm1::buildGridSide() {
@@ -64,8 +69,10 @@ QWidget* dataInputFm1::buildGridSide() {
     m_find = makeButton(QStringLiteral("Command2"), QStringLiteral("查询"), m_gridFrame);
     m_whole = makeButton(QStringLiteral("Command4"), QStringLiteral("全库显示"), m_gridFrame);
     m_search = makeSearchBox(QStringLiteral("Text2"),
-                             QStringLiteral("查询入口：客户编号、单位名称、联系人、电话、生日"), m_find,
+                             QStringLiteral("查询入口：客户编号、单位名称、联系人、电话、生日"), nullptr,
                              m_gridFrame);
+    m_search->installEventFilter(this);
+    new EnterGuard(this, {m_search});
     auto* searchRow = new QHBoxLayout;
     searchRow->addWidget(m_search, 1);
     searchRow->addWidget(m_find);
@@ -142,6 +149,7 @@ void dataInputFm1::connectCommands() {
     m_pane->onMove([this](int button) { move(button); });
     m_pane->setWholeShow([this] { m_whole->click(); });
     connect(m_find, &QPushButton::clicked, this, &dataInputFm1::search);
+    connect(m_search, &QLineEdit::returnPressed, this, &dataInputFm1::searchEntered);
     connect(m_whole, &QPushButton::clicked, this, &dataInputFm1::showAll);
     connect(m_add, &QPushButton::clicked, this, &dataInputFm1::addNext);
     connect(m_save, &QPushButton::clicked, this, &dataInputFm1::save);
@@ -154,6 +162,13 @@ void dataInputFm1::connectCommands() {
         m_boxes->focus(1);
     });
     m_pane->onRow([this] { rowChanged(); });
+    offerRows(m_search, this, m_host.suggestions().customers,
+              [this](RowId row) { goToSuggested(m_session.clientTable, row); });
+}
+
+void dataInputFm1::bindKeys() {
+    auto* keys = new KeyCommands(this);
+    keys->press(Qt::Key_F2, m_buy);
 }
 
 void dataInputFm1::load() {
@@ -252,6 +267,7 @@ void dataInputFm1::search() {
     if (text.isEmpty())
         return;
     const bool searched = searchClients(m_session, text);
+    m_searched = searched ? text : QString();
     if (searched) {
         bindGrid();
         record_Clear();
@@ -261,6 +277,25 @@ void dataInputFm1::search() {
         showRecord();
     else
         m_prompts.tellAbout(m_search, QStringLiteral("查询结果为零！"));
+}
+
+void dataInputFm1::searchEntered() {
+    const RecordsetPtr& clients = m_session.clientTable;
+    const QString text = trimBlanks(m_search->text());
+    // One hit on screen is whom the search meant; among several the arrows choose, and F2 buys.
+    if (!m_adding && !text.isEmpty() && text == m_searched && !clients->Filter().isEmpty() &&
+        clients->RecordCount() == 1 && clients->currentRow())
+        return buy();
+    search();
+}
+
+/// The arrows of the search box choose among the rows, and the focus stays.
+bool dataInputFm1::eventFilter(QObject* watched, QEvent* event) {
+    const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
+    if (watched != m_search || m_search->isComposing() || (key != Qt::Key_Up && key != Qt::Key_Down))
+        return View::eventFilter(watched, event);
+    moveInRecordset(m_session.clientTable, key == Qt::Key_Up ? 1 : 2);
+    return true;
 }
 
 void dataInputFm1::showAll() {

@@ -6,8 +6,8 @@
 class BlinkingLabel;
 class Prompts;
 class QGroupBox;
-class QLineEdit;
 class QPushButton;
+class RecordBox;
 class RecordBoxes;
 class RecordPane;
 
@@ -33,10 +33,14 @@ private:
     void printClients();
     void printOrder();
     void connectCommands();
+    void bindKeys();
 
     // The commands, by their buttons.
     void move(int button);
     void search();
+    /// Enter in the search box: searches, and buys where the search before has left one customer.
+    void searchEntered();
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void showAll();
     void addNext();
     void save();
@@ -68,7 +72,7 @@ private:
     Prompts& m_prompts;
     RecordPane* m_pane = nullptr;
     RecordBoxes* m_boxes = nullptr;
-    QLineEdit* m_search = nullptr;
+    RecordBox* m_search = nullptr;
     QGroupBox* m_gridFrame = nullptr;
     QGroupBox* m_panel = nullptr;
     BlinkingLabel* m_addingLabel = nullptr;
@@ -82,5 +86,6 @@ private:
     bool m_adding = false;
     std::optional<RowId> m_shownRow; // whose customer the boxes show
     bool m_changed = false;
+    QString m_searched;        // the text whose hits are shown
     bool m_purchasing = false; // while the purchase is open the boxes keep what the user has typed
 };

@@ -8,8 +8,7 @@
 void registerSales(CommandTable& commands, ViewHost& host, Prompts& prompts) {
     host.registerView(QStringLiteral("dataInputFm1"),
                       [&host, &prompts] { return new dataInputFm1(host, prompts); });
-    host.registerWindow(QStringLiteral("buyFm1"),
-                        [&host, &prompts] { return new buyFm1(host.session(), prompts); });
+    host.registerWindow(QStringLiteral("buyFm1"), [&host, &prompts] { return new buyFm1(host, prompts); });
     host.registerView(QStringLiteral("paybackFm1"),
                       [&host, &prompts] { return new paybackFm1(host, prompts); });
     static constexpr ViewOpener openers[] = {{u"maintain_order", u"paybackFm1"},

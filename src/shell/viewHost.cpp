@@ -15,6 +15,7 @@
 
 ViewHost::ViewHost(Session& session, QMainWindow& main, QStackedWidget& area)
     : m_session(session)
+    , m_suggestions(session.cn)
     , m_main(main)
     , m_area(area) {}
 
@@ -177,7 +178,10 @@ TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
     rememberColumns(*window);
     window->winId();
     const QRect screen = m_main.screen()->availableGeometry();
-    placeWindow(*window, window->standsOverMain() ? m_main.geometry() : screen, screen);
+    if (window->takesPlaceOfMain())
+        putInPlaceOf(*window, m_main);
+    else
+        placeWindow(*window, window->standsOverMain() ? m_main.geometry() : screen, screen);
     if (main == MainWindow::Hidden)
         m_main.hide();
     else

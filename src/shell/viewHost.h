@@ -2,6 +2,7 @@
 
 #include "data/session.h"
 #include "shell/view.h"
+#include "suggest/suggestions.h"
 
 #include <QHash>
 #include <QObject>
@@ -88,6 +89,8 @@ public:
     void Fm_Visible_Not(const QString& name);
 
     Session& session() { return m_session; }
+    /// What search boxes offer.
+    Suggestions& suggestions() { return m_suggestions; }
     QMainWindow& mainWindow() { return m_main; }
 
 Q_SIGNALS:
@@ -115,6 +118,7 @@ private:
     void rememberColumns(const QWidget& window);
 
     Session& m_session;
+    Suggestions m_suggestions;
     QMainWindow& m_main;
     QStackedWidget& m_area;
     QHash<QString, ViewFactory> m_views;

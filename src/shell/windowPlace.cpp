@@ -30,3 +30,8 @@ void placeWindow(QWidget& window, const QRect& over, const QRect& screen) {
         window.adjustSize();
     window.setGeometry(windowPlace(over, window.size(), likelyFrame(), screen));
 }
+
+void putInPlaceOf(QWidget& window, const QWidget& other) {
+    window.setGeometry(other.isMaximized() ? other.normalGeometry() : other.geometry());
+    window.setWindowState(other.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen));
+}

@@ -12,6 +12,7 @@
 #include "recordset/ignoringErrors.h"
 #include "recordset/shownText.h"
 #include "recordset/textNumber.h"
+#include "shell/rowOffers.h"
 #include "stock/gateways.h"
 #include "stock/productRegister.h"
 
@@ -57,7 +58,7 @@ productRegisterFm1::productRegisterFm1(ViewHost& host, Prompts& prompts)
         commands << command(number);
     tabThrough(QWidgetList{m_search, command(2), command(3), m_pane->grid} + m_pane->moves->buttons() +
                m_boxes->widgets() + commands);
-    setFirstFocus(m_search);
+    setSearchBox(m_search);
 }
 
 QWidget* productRegisterFm1::buildGridSide() {
@@ -159,6 +160,10 @@ void productRegisterFm1::connectCommands() {
     });
     connect(m_boxes, &RecordBoxes::edited, this, [this] { setUnsavedBoxes(true); });
     m_pane->onRow([this] { rowChanged(); });
+    offerRows(m_search, this, m_host.suggestions().products, [this](RowId row) {
+        if (!refuseWhile(AddingProduct, QStringLiteral("正在添加新产品，不能执行此操作！")))
+            goToSuggested(m_session.productTable, row);
+    });
 }
 
 void productRegisterFm1::load() {

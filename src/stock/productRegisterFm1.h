@@ -10,7 +10,7 @@
 class BlinkingLabel;
 class Prompts;
 class QLabel;
-class QLineEdit;
+class RecordBox;
 class QPushButton;
 class RecordBoxes;
 class RecordPane;
@@ -74,7 +74,7 @@ private:
     Prompts& m_prompts;
     RecordPane* m_pane = nullptr;
     RecordBoxes* m_boxes = nullptr;
-    QLineEdit* m_search = nullptr;
+    RecordBox* m_search = nullptr;
     QLabel* m_heading = nullptr;
     QLabel* m_figures[3] = {};
     BlinkingLabel* m_productFlag = nullptr;

@@ -66,7 +66,7 @@ QWidget* StockOutChooser::buildGridSide() {
     QPushButton* find = addButton("Command2", QStringLiteral("查询"), &StockOutChooser::search);
     m_search = makeSearchBox(QStringLiteral("Text4"),
                              QStringLiteral("查询入口：产品编号、品名、规格、产地、厂家"), find, side);
-    setFirstFocus(m_search);
+    setSearchBox(m_search);
     m_pane->setWholeShow([this] { showAll(); });
     m_dates = new DateBoxes(QStringLiteral("Text1"), QStringLiteral("Text3"), m_session, kStockDates, side);
     auto* top = new QHBoxLayout;
