@@ -9,6 +9,7 @@
 #include "saleBench.h"
 #include "startBench.h"
 #include "statisticsBench.h"
+#include "suggestBench.h"
 #include "support/sampleData.h"
 #include "windowBench.h"
 
@@ -40,6 +41,7 @@ int main(int argc, char** argv) {
         runSaleBench(report, path, folder.path());
         runPeriodBench(report, path, folder.path());
         runReportBench(report, path);
+        runSuggestBench(report, path);
         runStatisticsBench(report, path);
         runImportBench(report, folder.path());
         runLongTextBench(report, folder.path());

@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kId = Qt::UserRole;
 constexpr int kBoxText = Qt::UserRole + 1;
+constexpr int kRoom = 8; // pixels around a text
 
 } // namespace
 
@@ -35,6 +36,8 @@ void OfferList::offer(const QString& typed) {
     clear();
     for (const Offer& each : m_source(typed)) {
         auto* item = new QListWidgetItem(each.text, this);
+        item->setSizeHint(
+            {fontMetrics().horizontalAdvance(each.text) + kRoom, fontMetrics().height() + kRoom});
         item->setData(kId, each.id);
         item->setData(kBoxText, each.boxText);
     }
@@ -46,7 +49,7 @@ void OfferList::offer(const QString& typed) {
 void OfferList::place() {
     const QPoint corner = m_box->mapTo(parentWidget(), QPoint(0, m_box->height()));
     const int height = count() * sizeHintForRow(0) + 2 * frameWidth();
-    const int width = std::max(m_box->width(), sizeHintForColumn(0) + 2 * frameWidth() + 8);
+    const int width = std::max(m_box->width(), sizeHintForColumn(0) + 2 * frameWidth());
     setGeometry(corner.x(), corner.y(), std::min(width, parentWidget()->width() - corner.x()),
                 std::min(height, parentWidget()->height() - corner.y()));
     raise();

@@ -159,8 +159,11 @@ void PrintJob::layOut(QPagedPaintDevice& device) const {
     if (m_sheets.orientation)
         orientation = *m_sheets.orientation == PaperOrientation::Landscape ? QPageLayout::Landscape
                                                                            : QPageLayout::Portrait;
+    const QPageSize size = m_sheets.paper.isEmpty() ? QPageSize(QPageSize::A4)
+                                                    : QPageSize(m_sheets.paper, QPageSize::Millimeter,
+                                                                QString(), QPageSize::ExactMatch);
     // Positions count from the sheet's corner, so there is no margin.
-    device.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), orientation, QMarginsF(0, 0, 0, 0)));
+    device.setPageLayout(QPageLayout(size, orientation, QMarginsF(0, 0, 0, 0)));
 }
 
 bool PrintJob::beginDocument() {

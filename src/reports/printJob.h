@@ -4,6 +4,7 @@
 #include "reports/reportDescription.h"
 
 #include <QPagedPaintDevice>
+#include <QSizeF>
 #include <QStringList>
 
 #include <memory>
@@ -18,6 +19,7 @@ public:
         std::optional<PaperOrientation> orientation; // none: as the printer stands
         QString title;
         QString books = {}; // the open database: no document takes the place of its files
+        QSizeF paper = {};  // in millimetres; none: A4
     };
 
     /// Into PDF files: the first one has the given name, the ones after each endDocument() "name-2.pdf" and

@@ -4,5 +4,5 @@
 
 class Prompts;
 
-/// Every report form of the catalogue, as a window by its name.
+/// Every report form of the catalogue, and the slips, as windows by their names.
 void registerReports(ViewHost& host, Prompts& prompts);

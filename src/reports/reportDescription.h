@@ -3,6 +3,7 @@
 #include "data/session.h"
 
 #include <functional>
+#include <optional>
 #include <span>
 
 /// One column of a report: label, source field, and the X of the separator at its right edge, from the
@@ -30,10 +31,11 @@ struct HeadSource {
 /// A text that is made when it is asked for.
 using ReportText = QString (*)(const HeadSource&);
 
-/// One item of the head line: its X before the layout's adjustment, and its text, made at each drawing.
+/// One item of the head: its X before the layout's adjustment, its text, made at each drawing, and its Y.
 struct HeadItem {
     double base;
     ReportText text;
+    double top = 20;
 };
 
 enum class PaperOrientation { Portrait = 1, Landscape = 2 };
@@ -43,6 +45,16 @@ enum class SettingsMenu {
     None,
     Bare,         // stands there without an entry
     PrinterSetup, // with "打印机设置"
+};
+
+/// A sheet smaller than A4, in millimetres, with its letters in points.
+struct SmallSheet {
+    double width;
+    double height;
+    double margin;
+    float titleSize;
+    float headSize;
+    float textSize;
 };
 
 /// One report form: everything in which the members of the family differ.
@@ -79,11 +91,26 @@ struct ReportDescription {
     bool wideTitleShift = false;      // the title may move beyond 16 bits of millimetres
     SettingsMenu settings = SettingsMenu::None;
 
+    std::optional<SmallSheet> sheet = {}; // none: A4
+    bool cutsTexts = false;               // a text that is longer than its box ends in it
+
     bool isLandscape() const { return orientation == PaperOrientation::Landscape; }
-    qint16 tableWidth() const { return isLandscape() ? 250 : 170; }
+    qint16 tableWidth() const {
+        if (sheet)
+            return qint16(sheet->width - 2 * sheet->margin);
+        return isLandscape() ? 250 : 170;
+    }
     /// Size of the preview's page in millimetres.
-    double pageWidth() const { return isLandscape() ? 288.09 : 203.7; }
-    double pageHeight() const { return isLandscape() ? 203.7 : 288.09; }
+    double pageWidth() const {
+        if (sheet)
+            return sheet->width;
+        return isLandscape() ? 288.09 : 203.7;
+    }
+    double pageHeight() const {
+        if (sheet)
+            return sheet->height;
+        return isLandscape() ? 203.7 : 288.09;
+    }
 };
 
 /// Every report form of the program.

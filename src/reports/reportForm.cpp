@@ -128,7 +128,8 @@ void ReportForm::showPage(int page) {
 }
 
 PrintJob::Sheets ReportForm::sheets() const {
-    return {m_report.orientation, windowTitle() + u' ' + m_session.todayText(), m_session.cn.path()};
+    return {m_report.orientation, windowTitle() + u' ' + m_session.todayText(), m_session.cn.path(),
+            m_report.sheet ? QSizeF(m_report.pageWidth(), m_report.pageHeight()) : QSizeF()};
 }
 
 bool ReportForm::haveJob() {

@@ -13,6 +13,16 @@ QString footerText(int page) {
     return QStringLiteral(" 第 ") + QString::number(page) + QStringLiteral(" 页");
 }
 
+void fitToSheet(ReportLayout& layout, const SmallSheet& sheet) {
+    layout.tableLeft = sheet.margin;
+    layout.titleShift = float(sheet.margin);
+    layout.titleTop = sheet.margin;
+    std::fill(layout.headLeft.begin(), layout.headLeft.end(), sheet.margin);
+    layout.titleFont.size = sheet.titleSize;
+    layout.headFont.size = sheet.headSize;
+    layout.fieldFont.size = layout.contentFont.size = sheet.textSize;
+}
+
 } // namespace
 
 ReportLayout defaultLayout(const ReportDescription& report, const QString& openingTitle) {
@@ -26,7 +36,10 @@ ReportLayout defaultLayout(const ReportDescription& report, const QString& openi
     layout.wideTitleShift = report.wideTitleShift;
     layout.tableTop = report.tableTop;
     layout.headLeft.assign(report.head.size(), 20);
-    layout.headTop.assign(report.head.size(), 20);
+    for (const HeadItem& item : report.head)
+        layout.headTop.push_back(item.top);
+    if (report.sheet)
+        fitToSheet(layout, *report.sheet);
     return layout;
 }
 
@@ -112,15 +125,32 @@ void ReportPageDrawing::drawLine(const QStringList& cells) {
     const ReportLayout& layout = m_drawing.layout;
     const auto columns = m_drawing.report.columns;
     print(layout.tableLeft - 1, kSeparator);
-    print(layout.tableLeft + 1, cells.value(0));
+    print(layout.tableLeft + 1, fitted(cells, 0));
     for (std::size_t k = 1; k < columns.size(); ++k) {
-        // A shifted separator takes the text behind it along, and nothing else.
-        const double x = layout.tableLeft + columns[k - 1].separator + layout.boxShift[k];
+        const double x = separator(k);
         print(x, kSeparator);
-        print(x + 2, cells.value(qsizetype(k)));
+        print(x + 2, fitted(cells, k));
     }
-    print(layout.tableLeft + layout.tableWidth - 1, kSeparator);
+    print(separator(columns.size()), kSeparator);
     endLine();
+}
+
+double ReportPageDrawing::separator(std::size_t k) const {
+    const ReportLayout& layout = m_drawing.layout;
+    if (k == m_drawing.report.columns.size())
+        return layout.tableLeft + layout.tableWidth - 1;
+    // A shifted separator takes the text behind it along, and nothing else.
+    return layout.tableLeft + m_drawing.report.columns[k - 1].separator + layout.boxShift[k];
+}
+
+QString ReportPageDrawing::fitted(const QStringList& cells, std::size_t k) const {
+    QString text = cells.value(qsizetype(k));
+    if (!m_drawing.report.cutsTexts)
+        return text;
+    const double left = k == 0 ? m_drawing.layout.tableLeft + 1 : separator(k) + 2;
+    while (!text.isEmpty() && left + m_font->textWidth(text) > separator(k + 1))
+        text.chop(1);
+    return text;
 }
 
 QStringList ReportPageDrawing::labels() const {

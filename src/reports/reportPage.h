@@ -40,6 +40,10 @@ private:
     void drawRule();
     /// One line of cells between their separators; empty where `cells` is.
     void drawLine(const QStringList& cells);
+    /// X of the separator in front of column k, of the table's right border behind the last one.
+    double separator(std::size_t k) const;
+    /// The text of column k as much as is printed of it.
+    QString fitted(const QStringList& cells, std::size_t k) const;
     QStringList labels() const;
     QStringList cellsOfRow() const;
     void resolveFields();

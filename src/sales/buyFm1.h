@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/session.h"
-#include "sales/basket.h"
+#include "sales/settledOrder.h"
 #include "shell/viewHost.h"
 
 #include <map>
@@ -13,6 +13,7 @@ class Prompts;
 class QLabel;
 class QStackedWidget;
 class ScanBurst;
+class SettledNote;
 
 /// The purchase of one customer: a basket is filled line by line from the sales stock and settled.
 class buyFm1 : public TopWindow {
@@ -23,6 +24,9 @@ public:
     ~buyFm1() override;
 
     bool takesPlaceOfMain() const override { return true; }
+    bool prints() const override { return true; }
+    /// The order that was settled last in this window.
+    const std::optional<SettledOrder>& settled() const { return m_settled; }
 
 protected:
     void wayOut() override;
@@ -85,6 +89,7 @@ private:
     void showTotals();
     void showBought();
     void settleBasket();
+    void tellSettled();
 
     ViewHost& m_host;
     Session& m_session;
@@ -97,6 +102,9 @@ private:
     ScanBurst* m_scan = nullptr; // in the quantity box
     QLabel* m_company = nullptr;
     QLabel* m_contact = nullptr;
+
+    std::optional<SettledOrder> m_settled;
+    SettledNote* m_note = nullptr;
 
     LineMode m_lineMode = NoProduct;
     bool m_lineChanged = false;

@@ -8,9 +8,11 @@
 #include "recordset/textNumber.h"
 #include "sales/basketList.h"
 #include "sales/buyFm1Panels.h"
+#include "sales/settledNote.h"
 #include "sales/settlement.h"
 
 #include <QLabel>
+#include <QLayout>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
@@ -132,7 +134,18 @@ void buyFm1::settleBasket() {
     showTotals();
     if (!m_prompts.confirm(settlementQuestion(basketTotals(m_basket))))
         return;
+    const SettledOrder settled = orderOfBasket(m_session, m_basket);
     settle(m_session, m_basket);
+    m_settled = settled;
     bindProducts();
     clearAll();
+    tellSettled();
+}
+
+void buyFm1::tellSettled() {
+    if (m_note)
+        m_note->deleteLater();
+    m_note = new SettledNote(*m_settled, m_host, m_prompts, this);
+    layout()->addWidget(m_note);
+    m_note->show();
 }

@@ -3,11 +3,9 @@
 #include "controls/scanBurst.h"
 #include "support/purchaseWindow.h"
 
-#include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTableWidget>
 #include <QtTest/QTest>
 
 namespace {
@@ -383,6 +381,20 @@ TEST_F(RegisterKeys, CtrlFGoesToTheSearchBoxWhereTheToolbarHasNoSearch) {
     EXPECT_TRUE(drive->find<QPushButton>("Command7")->toolTip().contains("F2"));
 }
 
+TEST_F(RegisterKeys, EveryViewWithASearchBoxOfItsOwnIsLedToItByTheSameKey) {
+    start();
+    const std::pair<const char*, const char*> views[] = {{"paybackFm1", "Text1"},
+                                                         {"productRegisterFm1", "Text3"},
+                                                         {"stock_ReturnFm1", "Text4"},
+                                                         {"maintainFm1", "Text2"}};
+    for (const auto& [view, box] : views) {
+        main->host().show(QString::fromUtf8(view));
+        drive->find<QWidget>("DataGrid1")->setFocus();
+        QTest::keyClick(focusOf(main.get()), Qt::Key_F, Qt::ControlModifier);
+        EXPECT_EQ(focused(), QString::fromUtf8(box)) << view;
+    }
+}
+
 TEST_F(TillKeys, ASaleOfThreeProductsTakesAtMostFortyFiveKeys) {
     books.execute("UPDATE clientTable SET 电话 = '62781234'");
     books.addClient("8", "红叶行", "李平");
@@ -415,81 +427,6 @@ TEST_F(TillKeys, ASaleOfThreeProductsTakesAtMostFortyFiveKeys) {
     EXPECT_EQ(window("buyFm1"), nullptr);
     EXPECT_EQ(books.stored("SELECT sum(数量) FROM buyList WHERE 客户编号 = '7'"), u"36.0");
     EXPECT_LE(keys, 45);
-}
-
-class TillWindow : public TillKeys {
-protected:
-    /// The list beside the line: a row's texts, the line in the making in brackets.
-    QString listed(int row) {
-        const auto* list = buy->find<QTableWidget>("basketList");
-        QStringList texts;
-        for (int column = 0; column < list->columnCount(); ++column)
-            texts << list->item(row, column)->text();
-        const QString line = texts.join(u' ');
-        return list->item(row, 0)->font().bold() ? u'[' + line + u']' : line;
-    }
-    int listedRows() { return buy->find<QTableWidget>("basketList")->rowCount(); }
-};
-
-TEST_F(TillWindow, TheListHoldsTheBasketAndTheLineInTheMaking) {
-    open();
-    EXPECT_EQ(listedRows(), 0);
-    choose(0);
-    type(10, "2");
-    ASSERT_EQ(listedRows(), 1);
-    EXPECT_EQ(listed(0), u"[打印纸 5 2 10]") << "new, below the others";
-    confirm();
-    EXPECT_EQ(listed(0), u"打印纸 5 2 10");
-    put(1, "1");
-    prompts.expectMessage("已选购该产品！");
-    choose(0);
-    ASSERT_EQ(listedRows(), 2);
-    type(10, "3");
-    EXPECT_EQ(listed(0), u"[打印纸 5 3 15]") << "in its own row";
-    EXPECT_EQ(listed(1), u"硒鼓 30 1 27");
-    buy->click("Command13");
-    EXPECT_EQ(listed(0), u"打印纸 5 2 10") << "given up";
-}
-
-TEST_F(TillWindow, TheListFollowsDeletionEmptyingAndSettlement) {
-    open();
-    put(0, "2");
-    put(1, "1");
-    buy->click("Command9");
-    buy->clickCell("DataGrid2", 0, "品名");
-    prompts.expectConfirm("确认要删除该记录吗？", true);
-    buy->click("Command7");
-    EXPECT_EQ(listedRows(), 1);
-    buy->click("Command8");
-    EXPECT_EQ(listedRows(), 0);
-    buy->click("Command11");
-    put(0, "2");
-    prompts.expectConfirm("购买总数量： 2\n总金额：10\n确认结算吗？", true);
-    buy->click("Command1");
-    EXPECT_EQ(listedRows(), 0);
-}
-
-TEST_F(TillWindow, StandsWhereTheMainWindowStood) {
-    start();
-    main->showNormal();
-    main->setGeometry(20, 40, 700, 500);
-    QCoreApplication::processEvents();
-    drive->click("Command7");
-    EXPECT_EQ(window("buyFm1")->geometry(), QRect(20, 40, 700, 500).united(window("buyFm1")->geometry()))
-        << "the same place, and as large at least";
-    EXPECT_EQ(window("buyFm1")->geometry().topLeft(), QPoint(20, 40));
-    EXPECT_FALSE(window("buyFm1")->isMaximized());
-}
-
-TEST_F(TillWindow, PriceAndQuantityStandBesideTheName) {
-    open();
-    const auto* head = buy->find<DataGrid>("DataGrid1")->horizontalHeader();
-    QStringList names;
-    for (int place = 0; place < 4; ++place)
-        names << head->model()->headerData(head->logicalIndex(place), Qt::Horizontal).toString();
-    EXPECT_EQ(names.join(u' '), u"产品编号 品名 单价 数量");
-    buy->click("Command10");
-    EXPECT_EQ(head->model()->headerData(head->logicalIndex(2), Qt::Horizontal).toString(), u"单价");
 }
 
 } // namespace
