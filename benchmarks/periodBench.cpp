@@ -65,7 +65,7 @@ void runPeriodBench(BenchReport& report, const QString& path, const QString& scr
                               PeriodCopies::All);
         };
         ours();
-        alternate(report, QStringLiteral("period of one year of five / Select Into and one UPDATE"), 1.2,
+        alternate(report, QStringLiteral("period of one year of five / Select Into and one UPDATE"), 0.75,
                   ours, [&byHand] { byHand.build(); });
         report.note(QStringLiteral("lines in the period: %1, customers: %2")
                         .arg(session.buyList2->RecordCount())

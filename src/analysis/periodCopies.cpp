@@ -5,6 +5,7 @@
 #include "data/workTable.h"
 #include "recordset/dialect.h"
 #include "recordset/ignoringErrors.h"
+#include "recordset/textNumber.h"
 
 #include <algorithm>
 #include <utility>
@@ -41,40 +42,76 @@ void copyOf(IgnoringErrors& errors, Session& session, const WorkCopy& copy,
                 QString::fromUtf16(copy.source), fill, errors);
 }
 
+/// Writes one customer after the other into the copy, as he stands or with other totals.
+class ClientCopy {
+public:
+    ClientCopy(Connection& connection, const QStringList& columns)
+        : m_connection(connection)
+        , m_plain(connection.prepare(statement(columns, false)))
+        , m_counted(connection.prepare(statement(columns, true))) {}
+
+    void add(qint64 rowid, const std::optional<std::array<CellValue, 4>>& totals) {
+        Statement& insert = totals ? m_counted : m_plain;
+        insert.bind(1, rowid);
+        for (std::size_t i = 0; totals && i < totals->size(); ++i)
+            insert.bind(int(i) + 2, (*totals)[i]);
+        m_connection.write(insert);
+    }
+
+private:
+    static QString statement(const QStringList& columns, bool counted) {
+        QStringList names;
+        QStringList values;
+        for (const QString& column : columns) {
+            const auto total = std::find(std::begin(kTotalColumns), std::end(kTotalColumns), column);
+            names << quotedName(column);
+            values << (counted && total != std::end(kTotalColumns)
+                           ? QStringLiteral("?%1").arg(total - std::begin(kTotalColumns) + 2)
+                           : quotedName(column));
+        }
+        return QStringLiteral("INSERT INTO clientTable2 (%1) SELECT %2 FROM clientTable WHERE rowid = ?1")
+            .arg(names.join(u','), values.join(u','));
+    }
+
+    Connection& m_connection;
+    Statement m_plain;
+    Statement m_counted;
+};
+
+/// The totals of a customer; a number with blanks around it belongs to the lines that bear it without. Throws
+/// Overflow.
+std::array<CellValue, 4> totalsOfClient(const SumsByClient& sums, std::string_view number) {
+    const QString shown = trimBlanks(QString::fromUtf8(number.data(), qsizetype(number.size())));
+    const LineSums his = sums.find(shown.toStdString()).value_or(LineSums());
+    for (const double sum : {his.paid, his.margin, his.quantity})
+        checkedFinite(sum);
+    return totalsOf(his);
+}
+
 /// Copies customers who bought in the period, their totals those of its lines: one statement a customer,
-/// where copying first and counting afterwards would write each twice.
-void copyClients(Session& session, const SumsByClient& sums, const Progress& progress) {
+/// where copying first and counting afterwards would write each twice. Totals that cannot be counted end the
+/// counting, and the rest are copied as they stand.
+void copyClients(Session& session, const SumsByClient& sums, const Progress& progress,
+                 IgnoringErrors& errors) {
     Recordset clients(session.cn);
     clients.Open(QStringLiteral("Select * From clientTable"));
-    QStringList columns;
-    QString values;
-    for (const QString& name : clients.fieldNames()) {
-        const auto total = std::find(std::begin(kTotalColumns), std::end(kTotalColumns), name);
-        const bool isTotal = total != std::end(kTotalColumns);
-        columns << quotedName(name);
-        values +=
-            (values.isEmpty() ? QString() : QStringLiteral(", ")) +
-            (isTotal ? QStringLiteral("?%1").arg(total - std::begin(kTotalColumns) + 2) : quotedName(name));
-    }
-    Statement insert = session.cn.prepare(
-        QStringLiteral("INSERT INTO clientTable2 (%1) SELECT %2 FROM clientTable WHERE rowid = ?1")
-            .arg(columns.join(u','), values));
+    ClientCopy copy(session.cn, clients.fieldNames());
     const ColumnStore& numbers =
         clients.image().column(clients.imageColumn(clients.fieldIndex(QStringLiteral("客户编号"))));
     constexpr int tellAfter = 20'000;
     int done = 0;
+    bool counts = true;
     clients.eachRow([&](RowId row) {
         if (progress && ++done % tellAfter == 0)
             progress(done, clients.RecordCount());
         const TextPool::Code code = numbers.codes[row];
-        const auto his = code == TextPool::Null ? std::nullopt : sums.find(numbers.pool.text(code));
-        if (!his)
+        if (code == TextPool::Null || !sums.find(numbers.pool.text(code)))
             return;
-        insert.bind(1, clients.image().rowid(Row(row)));
-        const std::array<CellValue, 4> totals = totalsOf(*his);
-        for (std::size_t i = 0; i < totals.size(); ++i)
-            insert.bind(int(i) + 2, totals[i]);
-        session.cn.write(insert);
+        std::optional<std::array<CellValue, 4>> totals;
+        if (counts)
+            errors.run([&] { totals = totalsOfClient(sums, numbers.pool.text(code)); });
+        counts = totals.has_value();
+        copy.add(clients.image().rowid(Row(row)), totals);
     });
 }
 
@@ -107,7 +144,8 @@ void buildPeriodCopies(Session& session, const QString& condition, PeriodCopies 
                        const Progress& progress) {
     IgnoringErrors errors;
     if (const RecordsetPtr lines = linesOf(session, condition, errors)) {
-        copyOf(errors, session, kClients, [&] { copyClients(session, SumsByClient(lines), progress); });
+        copyOf(errors, session, kClients,
+               [&] { copyClients(session, SumsByClient(lines), progress, errors); });
         copyOf(errors, session, kLines, [&] {
             const RowsOfTable rows = rowsOfTable(*lines);
             fillTableFrom(session.cn, QStringLiteral("buyList2"), rows.source, rows.rowids, progress);

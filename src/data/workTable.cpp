@@ -82,10 +82,14 @@ void rebuildWith(Session& session, RecordsetPtr& cursor, const QString& table, c
     rebuildEmpty(session, cursor, table, shapedLike, errors);
     if (cursor->isOpen()) {
         cursor->Close();
+        bool filled = false;
         errors.run([&] {
             emptyForWriting(session.cn, table);
             fill();
+            filled = true;
         });
+        if (!filled) // half a copy is none
+            errors.run([&] { runStatement(session.cn, QStringLiteral("Drop Table ") + table); });
     }
     errors.run([&] { batch.finish(); });
     errors.run([&] { session.reopen(cursor, QStringLiteral("Select * From ") + table); });

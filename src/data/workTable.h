@@ -16,7 +16,7 @@ void rebuildWorkTable(Session& session, RecordsetPtr& cursor, const QString& tab
 void rebuildEmpty(Session& session, RecordsetPtr& cursor, const QString& table, const QString& shapedLike,
                   IgnoringErrors& errors);
 
-/// The same, the table filled by `fill` before its cursor opens.
+/// The same, the table filled by `fill` before its cursor opens; where that fails there is no table.
 void rebuildWith(Session& session, RecordsetPtr& cursor, const QString& table, const QString& shapedLike,
                  const std::function<void()>& fill, IgnoringErrors& errors);
 

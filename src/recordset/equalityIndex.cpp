@@ -88,8 +88,8 @@ void EqualityIndex::collect(const ColumnStore& column, const std::vector<TextPoo
 }
 
 void EqualityIndex::cellChanged(Row row) {
-    if (row >= m_covered)
-        return;
+    if (row >= m_covered || m_changed.size() > kMostChanged)
+        return; // with so many the index is built anew at its next use
     const auto place = std::lower_bound(m_changed.begin(), m_changed.end(), row);
     if (place == m_changed.end() || *place != row)
         m_changed.insert(place, row);

@@ -1,6 +1,7 @@
 #include "recordset/imageWarmer.h"
 
 #include "recordset/connection.h"
+#include "recordset/error.h"
 #include "recordset/imageLoader.h"
 
 #include <QTimer>
@@ -19,14 +20,20 @@ std::pair<qint64, qint64> rowidsOf(const WarmSource& source, Row first, Row last
                                  : std::pair(source.rowids[first], source.rowids[last]);
 }
 
-/// The slots of rowids, which are those of the source with some left out.
+/// The slots of rowids, which are those of the source with some left out. Throws RuntimeError where another
+/// program has put others among them.
 std::vector<Row> slotsOf(const WarmSource& source, const std::vector<qint64>& rowids) {
+    const auto rowidOf = [&source](Row slot) {
+        return source.rowids.empty() ? qint64(slot) + 1 : source.rowids[slot];
+    };
     std::vector<Row> slots;
     slots.reserve(rowids.size());
     Row slot = 0;
     for (const qint64 rowid : rowids) {
-        while (source.rowids.empty() ? qint64(slot) + 1 < rowid : source.rowids[slot] < rowid)
+        while (slot < source.size && rowidOf(slot) < rowid)
             ++slot;
+        if (slot == source.size || rowidOf(slot) != rowid)
+            fail(ErrorNumber::Engine, QStringLiteral("表被别的程序改动"));
         slots.push_back(slot);
     }
     return slots;
@@ -62,21 +69,32 @@ void ImageWarmer::waitForIdle(std::function<void()> then) {
 
 void ImageWarmer::next() {
     waitForIdle([this] {
-        if (m_tables.empty()) {
+        try {
+            startNext();
+        } catch (const std::exception&) { // no memory or no thread left: the first uses read for themselves
+            m_tables.clear();
             if (onEnd)
                 onEnd();
-            return;
         }
+    });
+}
+
+void ImageWarmer::startNext() {
+    std::shared_ptr<Pass> pass;
+    while (!pass && !m_tables.empty()) {
         const WarmTable table = std::move(m_tables.back());
         m_tables.pop_back();
-        const std::shared_ptr<Pass> pass = passOver(table);
-        if (!pass)
-            return next();
-        m_thread = std::thread([this, pass] {
-            read(*pass);
-            QMetaObject::invokeMethod(
-                this, [this, pass] { handOver(pass); }, Qt::QueuedConnection);
-        });
+        pass = passOver(table);
+    }
+    if (!pass) {
+        if (onEnd)
+            onEnd();
+        return;
+    }
+    m_thread = std::thread([this, pass] {
+        read(*pass);
+        QMetaObject::invokeMethod(
+            this, [this, pass] { handOver(pass); }, Qt::QueuedConnection);
     });
 }
 
@@ -116,11 +134,11 @@ std::shared_ptr<ImageWarmer::Pass> ImageWarmer::passOver(const WarmTable& table)
 void ImageWarmer::read(Pass& pass) {
     try {
         readRows(pass);
-    } catch (const std::exception&) {
-        return pass.columns.clear();
+        for (std::size_t i = 0; i < pass.columns.size() && !m_stop; ++i)
+            order(pass.columns[i], pass.wishes[i]);
+    } catch (const std::exception&) { // memory too, which nobody has asked for yet
+        pass.columns.clear();
     }
-    for (std::size_t i = 0; i < pass.columns.size() && !m_stop; ++i)
-        order(pass.columns[i], pass.wishes[i]);
 }
 
 void ImageWarmer::readRows(Pass& pass) {
@@ -152,14 +170,11 @@ template <typename Step> void ImageWarmer::inStep(Step&& step) {
 
 /// Puts the cells that were read where their rows have their slots.
 void ImageWarmer::place(Pass& pass, LoadedRows&& rows) {
-    const bool complete = pass.source.size == rows.rowids.size();
-    std::vector<Row> slots;
-    std::vector<char> missing(pass.source.size, char(!complete));
-    if (!complete) {
-        slots = slotsOf(pass.source, rows.rowids);
-        for (const Row slot : slots)
-            missing[slot] = 0;
-    }
+    const std::vector<Row> slots = slotsOf(pass.source, rows.rowids);
+    const bool complete = slots.size() == pass.source.size;
+    std::vector<char> missing(pass.source.size, 1);
+    for (const Row slot : slots)
+        missing[slot] = 0;
     std::size_t next = 0;
     for (WarmedColumn& column : pass.columns) {
         if (!column.read)
@@ -195,14 +210,18 @@ void ImageWarmer::handOver(const std::shared_ptr<Pass>& pass) {
     });
 }
 
-/// A column that was read by its first use meanwhile is only to be ordered.
+/// A column that was read by its first use meanwhile is only to be ordered. Where another program holds the
+/// file the rest is left: nobody waits for it.
 void ImageWarmer::adopt(TableImage& image, Pass& pass) {
     WarmTable again{pass.table, {}};
     for (std::size_t i = 0; i < pass.columns.size(); ++i) {
         const int column = pass.columns[i].column;
         const bool read = pass.columns[i].read;
         try {
-            if (!image.adopt(std::move(pass.columns[i])) && read && image.isLoaded(column))
+            const auto adopted = m_connection.atOnce([&] { return image.adopt(std::move(pass.columns[i])); });
+            if (!adopted)
+                return;
+            if (!*adopted && read && image.isLoaded(column))
                 again.columns.push_back(pass.wishes[i]);
         } catch (const std::exception&) { // its first use will tell
         }

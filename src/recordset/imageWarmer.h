@@ -45,6 +45,7 @@ private:
     struct Pass;
 
     void next();
+    void startNext();
     std::shared_ptr<Pass> passOver(const WarmTable& table) const;
     void read(Pass& pass);
     void readRows(Pass& pass);

@@ -321,11 +321,23 @@ void Recordset::Find(const QString& text, int skip, Direction direction) {
     const int count = RecordCount();
     if (!forward && position >= count)
         position = count - 1;
-    if (const auto found = findIndexed(predicate, position, forward))
-        position = *found;
-    else
-        while (position >= 0 && position < count && !predicate.test(rowAt(position), m_edits))
+    const auto scanTo = [&](int end) {
+        while (position != end && !predicate.test(rowAt(position), m_edits))
             position += forward ? 1 : -1;
+        return position != end;
+    };
+    // The next match is often near, and then it costs less than all that the index knows.
+    constexpr int near = 500;
+    const bool inside = position >= 0 && position < count;
+    const int far = forward ? count : -1;
+    const int end =
+        forward ? int(std::min<qint64>(count, qint64(position) + near)) : std::max(-1, position - near);
+    if (inside && !scanTo(end) && end != far) {
+        if (const auto found = findIndexed(predicate, position, forward))
+            position = *found;
+        else
+            scanTo(far);
+    }
     if (position >= 0 && position < count)
         m_position = {Place::OnRow, m_view.placeAt(RowView::Place(position))};
     else

@@ -8,11 +8,13 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <chrono>
+#include <optional>
 
 namespace {
 
 constexpr int kPatience = 1000; // milliseconds that a writer is waited for
-constexpr int kRowsAtOnce = 2000;
+constexpr std::size_t kRowsAtOnce = 2000;
 
 using DatabaseHandle = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
 
@@ -87,35 +89,58 @@ void RowSuggestions::start() {
                                .arg(kRowsAtOnce);
     m_isReading = true;
     m_thread = std::thread([this, path = m_connection.path(), select, reading = m_reading] {
-        const std::shared_ptr<Read> done = read(path, select, m_stop);
+        const std::shared_ptr<Read> done = read(path, select);
         QMetaObject::invokeMethod(
             this, [this, reading, done] { take(reading, done); }, Qt::QueuedConnection);
     });
 }
 
-/// Null where it was stopped, or the file could not be read. The file is held for a few rows at a time, so
-/// that nobody waits who writes.
-std::shared_ptr<RowSuggestions::Read> RowSuggestions::read(const QString& path, const QString& select,
-                                                           const std::atomic<bool>& stop) try {
+/// Some rows behind a rowid, the file held no longer than it takes to fetch them. False while somebody
+/// writes.
+bool RowSuggestions::fetch(Statement& statement, qint64 behind, Texts& rows) {
+    rows.clear();
+    return m_connection.gate().tryReading([&] {
+        const auto reset = qScopeGuard([&statement] { statement.reset(); });
+        statement.bind(1, behind);
+        while (statement.step())
+            rows.emplace_back(statement.integer(0), textsOfRow(statement, 1));
+    });
+}
+
+/// In the thread. Null where it was stopped, or the file could not be read. Nobody who writes waits for it
+/// longer than for a few rows.
+std::shared_ptr<RowSuggestions::Read> RowSuggestions::read(const QString& path, const QString& select) try {
     const auto done = std::make_shared<Read>();
     done->readings = std::make_unique<NameReadings>();
     const DatabaseHandle db = openForReading(path);
-    Statement statement(db.get(), select);
+    std::optional<Statement> statement;
+    const auto prepare = [&] { statement.emplace(db.get(), select); };
+    while (!m_connection.gate().tryReading(prepare))
+        if (!pause())
+            return nullptr;
     qint64 last = std::numeric_limits<qint64>::min();
-    for (int rows = kRowsAtOnce; rows == kRowsAtOnce;) {
-        statement.bind(1, last);
-        for (rows = 0; statement.step(); ++rows) {
-            last = statement.integer(0);
-            done->index.add(last, keysOfRow(*done->readings, textsOfRow(statement, 1)));
-            if (stop)
+    Texts rows(kRowsAtOnce);
+    while (rows.size() == kRowsAtOnce) {
+        while (!fetch(*statement, last, rows))
+            if (!pause())
+                return nullptr;
+        for (const auto& [rowid, texts] : rows) {
+            last = rowid;
+            done->index.add(rowid, keysOfRow(*done->readings, texts));
+            if (m_stop)
                 return nullptr;
         }
-        statement.reset();
     }
     done->index.build();
     return done;
 } catch (const std::exception&) {
     return nullptr;
+}
+
+/// Lets somebody who writes go first; false where the reading is to end.
+bool RowSuggestions::pause() const {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return !m_stop;
 }
 
 void RowSuggestions::take(int reading, const std::shared_ptr<Read>& read) {

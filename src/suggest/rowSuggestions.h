@@ -51,8 +51,10 @@ private:
 
     void stop();
     void letGo();
-    static std::shared_ptr<Read> read(const QString& path, const QString& select,
-                                      const std::atomic<bool>& stop);
+    using Texts = std::vector<std::pair<qint64, QStringList>>; // of rows, by rowid
+    bool fetch(Statement& statement, qint64 behind, Texts& rows);
+    std::shared_ptr<Read> read(const QString& path, const QString& select);
+    bool pause() const;
     void take(int reading, const std::shared_ptr<Read>& read);
     /// Puts the rows that changed since into the index. Where there are too many, all are read again.
     void follow();

@@ -136,6 +136,25 @@ TEST_F(PeriodCopiesTest, LinesInAnyOrderGiveTheCopiesThatTheEngineWouldSelect) {
     EXPECT_EQ(count(session().buyList2), count(session().buyList));
 }
 
+TEST_F(PeriodCopiesTest, ANumberWithBlanksIsCopiedByItselfAndCountedWithoutThem) {
+    books.changeBehind("INSERT INTO clientTable (客户编号, 单位名称) VALUES (' 7', '空格')");
+    books.addLine("50", " 7", "p", "2004-03-05", 1, 30, 1);
+    session().open_rs();
+    build("日期 = #2004-3-5#");
+    EXPECT_EQ(books.stored("SELECT 单位名称, 消费合计 FROM clientTable2 ORDER BY rowid"),
+              u"甲|100.0;空格|100.0");
+}
+
+TEST_F(PeriodCopiesTest, TotalsThatCannotBeCountedLeaveTheCustomersInTheCopy) {
+    books.changeBehind("UPDATE buyList SET 实付 = 1e308, 差额利润 = 1e308 WHERE 客户编号 = '8'");
+    books.addLine("51", "8", "p", "2004-09-30", 1, 1e308, 1e308);
+    books.changeBehind("UPDATE clientTable SET 消费合计 = 5");
+    session().open_rs();
+    build("日期 >= #2004-1-1#");
+    EXPECT_EQ(books.stored("SELECT 客户编号, 消费合计 FROM clientTable2 ORDER BY rowid"),
+              u"7|100.0;8|5.0;9|5.0");
+}
+
 TEST_F(PeriodCopiesTest, EachCopyIsOneTransaction) {
     build("日期 >= #2004-1-1#");
     const int before = session().cn.commits();

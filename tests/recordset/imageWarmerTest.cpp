@@ -190,6 +190,30 @@ TEST_F(Warming, ATableThatIsDroppedMeanwhileIsLetGo) {
     EXPECT_TRUE(image->isDropped());
 }
 
+TEST_F(Warming, RowsThatAnotherProgramPutAmongThemGiveThePassUp) {
+    file.connection().forgetImage(QStringLiteral("t"));
+    file.connection().execute(QStringLiteral("UPDATE t SET rowid = rowid * 10"));
+    rows = file.open(QStringLiteral("Select * From t"));
+    image = file.connection().image(QStringLiteral("t"));
+    Connection other(file.path());
+    other.execute(QStringLiteral("DELETE FROM t WHERE rowid = 50"));
+    other.execute(QStringLiteral("INSERT INTO t (rowid, k) VALUES (77, 'x')"));
+    begin();
+    end();
+    EXPECT_FALSE(image->isLoaded(image->columnIndex(QStringLiteral("q"))));
+}
+
+TEST_F(Warming, NobodyWaitsForAnotherProgramWhereRowsAreToBePutRight) {
+    begin();
+    set(1, "q", 77.0);
+    Connection other(file.path());
+    other.execute(QStringLiteral("BEGIN EXCLUSIVE"));
+    end();
+    other.execute(QStringLiteral("ROLLBACK"));
+    EXPECT_EQ(rows->numberAt(0, 2), 77);
+    EXPECT_TRUE(file.connection().isIdle());
+}
+
 TEST_F(Warming, AnotherProgramsLockLeavesTheColumnsToTheirFirstUse) {
     Connection other(file.path());
     other.execute(QStringLiteral("BEGIN EXCLUSIVE"));
