@@ -43,6 +43,11 @@ ScanBurst::ScanBurst(QLineEdit* box)
     m_end.setSingleShot(true);
     connect(&m_end, &QTimer::timeout, this, &ScanBurst::finish);
     box->installEventFilter(this);
+    // Another line has come into the box: its signs are no part of a burst before.
+    connect(box, &QLineEdit::textChanged, this, [this] {
+        if (!m_inSign && !m_pace.isReader())
+            m_pace.end();
+    });
 }
 
 bool ScanBurst::isHeldBack(QEvent::Type type) {

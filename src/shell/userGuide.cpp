@@ -73,6 +73,8 @@ constexpr Topic kTopics[] = {
     {u"FileInputFm2", u"导入数据"},
     {u"FileInputFm3", u"导入数据"},
     {u"manualFm1", u"帮助"},
+    {u"slip_roll", u"购买窗口"},
+    {u"slip_A5", u"购买窗口"},
 };
 constexpr char16_t kReports[] = u"打印";
 

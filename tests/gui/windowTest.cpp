@@ -107,7 +107,7 @@ TEST_F(Windows, DialogsStandInTheMiddleOfTheScreenAndHelpOverTheMainWindow) {
     main->showNormal();
     main->setGeometry(20, 60, 500, 400);
     const QRect screen = main->screen()->availableGeometry();
-    for (const char* name : {"searchFm1", "timeDefineFm2", "product_displayFm1", "buyFm1"}) {
+    for (const char* name : {"searchFm1", "timeDefineFm2", "product_displayFm1"}) {
         TopWindow* opened = main->host().openWindow(QString::fromUtf8(name), ViewHost::MainWindow::Stays);
         ASSERT_NE(opened, nullptr) << name;
         EXPECT_LE((opened->geometry().center() - screen.center()).manhattanLength(), 40) << name;

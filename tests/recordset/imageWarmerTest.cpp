@@ -192,12 +192,12 @@ TEST_F(Warming, ATableThatIsDroppedMeanwhileIsLetGo) {
 
 TEST_F(Warming, RowsThatAnotherProgramPutAmongThemGiveThePassUp) {
     file.connection().forgetImage(QStringLiteral("t"));
-    file.connection().execute(QStringLiteral("UPDATE t SET rowid = rowid * 10"));
+    file.connection().execute(QStringLiteral("UPDATE t SET rowid = rowid * 1000000"));
     rows = file.open(QStringLiteral("Select * From t"));
     image = file.connection().image(QStringLiteral("t"));
     Connection other(file.path());
-    other.execute(QStringLiteral("DELETE FROM t WHERE rowid = 50"));
-    other.execute(QStringLiteral("INSERT INTO t (rowid, k) VALUES (77, 'x')"));
+    other.execute(QStringLiteral("DELETE FROM t WHERE rowid = 5000000"));
+    other.execute(QStringLiteral("INSERT INTO t (rowid, k) VALUES (7700000, 'x')"));
     begin();
     end();
     EXPECT_FALSE(image->isLoaded(image->columnIndex(QStringLiteral("q"))));
