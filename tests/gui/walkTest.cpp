@@ -125,6 +125,7 @@ constexpr Expected kExpected[] = {
     {u"save [保存图片] ", "fsn"},
     {u"save [导出 CSV] ", "fsn"},
     {u"save [导出 PDF] ", "fsn"},
+    {u"save [导出 XLSX] ", "fsn"},
     {u"save [没有打印机：打印到 PDF 文件] ", "fsn"},
     {u"save [选择目标文件] ", "fesn"},
     {u"tell [信息提示 ] 所有产品库存数大于2", "e"},
