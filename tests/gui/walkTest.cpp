@@ -131,6 +131,7 @@ constexpr Expected kExpected[] = {
     {u"tell [信息提示 ] 所有产品库存数大于2", "e"},
     {u"tell [信息提示] 备份成功！", "fesn"},
     {u"tell [信息提示] 已记入购物表！", "fsn"},
+    {u"tell [信息提示] 已选购该产品！", "fsn"},
     {u"tell [信息提示] 库存中无此产品", "sn"},
     {u"tell [信息提示] 总计购物数：2\\n总计金额数：20", "fsn"},
     {u"tell [信息提示] 总计购物数：4\\n总计金额数：21.98", "fsn"},
@@ -153,6 +154,7 @@ constexpr Expected kExpected[] = {
     {u"tell [信息提示] 请输入退货数量！", "fsn"},
     {u"tell [信息提示] 请选择字段名！", "fsn"},
     {u"tell [信息提示] 请选择年份！", "fesn"},
+    {u"tell [信息提示] 请选择产品！", "fsn"},
     {u"tell [信息提示] 请选择排序字段！", "fsn"},
 };
 
