@@ -110,7 +110,7 @@ bool RowSuggestions::fetch(Statement& statement, qint64 behind, Texts& rows) {
 /// In the thread. Null where it was stopped, or the file could not be read. Nobody who writes waits for it
 /// longer than for a few rows.
 std::shared_ptr<RowSuggestions::Read> RowSuggestions::read(const QString& path, const QString& select) try {
-    const auto done = std::make_shared<Read>();
+    auto done = std::make_shared<Read>();
     done->readings = std::make_unique<NameReadings>();
     const DatabaseHandle db = openForReading(path);
     std::optional<Statement> statement;
