@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/session.h"
-#include "sales/settledOrder.h"
+#include "sales/basket.h"
 #include "shell/viewHost.h"
 
 #include <map>
@@ -13,7 +13,6 @@ class Prompts;
 class QLabel;
 class QStackedWidget;
 class ScanBurst;
-class SettledNote;
 
 /// The purchase of one customer: a basket is filled line by line from the sales stock and settled.
 class buyFm1 : public TopWindow {
@@ -25,8 +24,6 @@ public:
 
     bool takesPlaceOfMain() const override { return true; }
     bool prints() const override { return true; }
-    /// The order that was settled last in this window.
-    const std::optional<SettledOrder>& settled() const { return m_settled; }
 
 protected:
     void wayOut() override;
@@ -89,7 +86,6 @@ private:
     void showTotals();
     void showBought();
     void settleBasket();
-    void tellSettled();
 
     ViewHost& m_host;
     Session& m_session;
@@ -102,9 +98,6 @@ private:
     ScanBurst* m_scan = nullptr; // in the quantity box
     QLabel* m_company = nullptr;
     QLabel* m_contact = nullptr;
-
-    std::optional<SettledOrder> m_settled;
-    SettledNote* m_note = nullptr;
 
     LineMode m_lineMode = NoProduct;
     bool m_lineChanged = false;

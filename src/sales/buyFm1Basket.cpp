@@ -8,11 +8,10 @@
 #include "recordset/textNumber.h"
 #include "sales/basketList.h"
 #include "sales/buyFm1Panels.h"
-#include "sales/settledNote.h"
+#include "sales/settledNotice.h"
 #include "sales/settlement.h"
 
 #include <QLabel>
-#include <QLayout>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
@@ -136,16 +135,7 @@ void buyFm1::settleBasket() {
         return;
     const SettledOrder settled = orderOfBasket(m_session, m_basket);
     settle(m_session, m_basket);
-    m_settled = settled;
     bindProducts();
     clearAll();
-    tellSettled();
-}
-
-void buyFm1::tellSettled() {
-    if (m_note)
-        m_note->deleteLater();
-    m_note = new SettledNote(*m_settled, m_host, m_prompts, this);
-    layout()->addWidget(m_note);
-    m_note->show();
+    say(this, settledNotice(settled, m_host, m_prompts));
 }

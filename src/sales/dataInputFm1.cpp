@@ -11,9 +11,7 @@
 #include "data/losses.h"
 #include "recordset/shownText.h"
 #include "recordset/textNumber.h"
-#include "sales/buyFm1.h"
 #include "sales/clientRegister.h"
-#include "sales/settledNote.h"
 #include "shell/orderChoice.h"
 #include "shell/rowOffers.h"
 
@@ -21,9 +19,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QKeyEvent>
-#include <QMainWindow>
 #include <QPushButton>
-#include <QStatusBar>
 
 namespace {
 
@@ -60,10 +56,6 @@ dataInputFm1::dataInputFm1(ViewHost& host, Prompts& prompts)
                m_boxes->widgets() + QWidgetList{m_add, m_save, m_cancel, m_buy, m_delete});
     setSearchBox(m_search);
     bindKeys();
-}
-
-void dataInputFm1::leave() {
-    delete m_note;
 }
 
 QWidget* dataInputFm1::buildGridSide() {
@@ -408,11 +400,7 @@ void dataInputFm1::buy() {
     TopWindow* window = m_host.openWindow(QStringLiteral("buyFm1"), ViewHost::MainWindow::Hidden);
     m_purchasing = window != nullptr;
     if (window)
-        connect(window, &TopWindow::finished, this, [this, window] {
-            if (const auto* purchase = qobject_cast<const buyFm1*>(window); purchase && purchase->settled())
-                tellSettled(*purchase->settled());
-            afterPurchase();
-        });
+        connect(window, &TopWindow::finished, this, &dataInputFm1::afterPurchase);
 }
 
 void dataInputFm1::showTotals() {
@@ -428,14 +416,6 @@ void dataInputFm1::afterPurchase() {
         return m_boxes->setTexts(record_Display(m_session));
     // What the user has typed and not saved stays; only the two totals follow the purchase.
     showTotals();
-}
-
-void dataInputFm1::tellSettled(const SettledOrder& settled) {
-    QStatusBar* bar = m_host.mainWindow().statusBar();
-    delete m_note;
-    m_note = new SettledNote(settled, m_host, m_prompts, bar);
-    bar->addWidget(m_note);
-    m_note->show();
 }
 
 void dataInputFm1::deleteCurrent() {

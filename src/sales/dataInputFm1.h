@@ -3,8 +3,6 @@
 #include "shell/view.h"
 #include "shell/viewHost.h"
 
-#include <QPointer>
-
 class BlinkingLabel;
 class Prompts;
 class QGroupBox;
@@ -12,8 +10,6 @@ class QPushButton;
 class RecordBox;
 class RecordBoxes;
 class RecordPane;
-class SettledNote;
-struct SettledOrder;
 
 /// The customer register: the customer table and one customer in a panel; the way into the purchase.
 class dataInputFm1 : public View {
@@ -23,7 +19,6 @@ public:
     dataInputFm1(ViewHost& host, Prompts& prompts);
 
     void load() override;
-    void leave() override;
     ShowSource source() const override { return m_session.clientShowSource; }
     /// Fm_Activate_dataInputFm1.
     void activate() override { Fm_Activate_dataInputFm1(); }
@@ -70,8 +65,6 @@ private:
     /// Whether the user has changed what the boxes show.
     void setChanged(bool changed);
     void afterPurchase();
-    /// In the status bar, until the view is left.
-    void tellSettled(const SettledOrder& settled);
     bool refuseWhileAdding(const QString& message);
 
     ViewHost& m_host;
@@ -90,7 +83,6 @@ private:
     QPushButton* m_cancel = nullptr;
     QPushButton* m_buy = nullptr;
     QPushButton* m_delete = nullptr;
-    QPointer<SettledNote> m_note;
     bool m_adding = false;
     std::optional<RowId> m_shownRow; // whose customer the boxes show
     bool m_changed = false;

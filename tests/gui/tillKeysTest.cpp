@@ -113,6 +113,10 @@ TEST_F(TillKeys, ANumberAndEnterTakeTheProductUpWhateverFilterIsOn) {
     EXPECT_EQ(session().productTable->Filter(), u"");
     EXPECT_EQ(line(2), u"p2");
     EXPECT_EQ(buy->text("Text1"), u"2/3");
+    session().productTable->setFilter("产品编号 = 'p1'");
+    buy->type("Text3", "p1");
+    buy->key("Text3", Qt::Key_Return);
+    EXPECT_EQ(session().productTable->Filter(), u"") << "also one that shows it";
 }
 
 TEST_F(TillKeys, ANumberThatTwoProductsBearSearches) {

@@ -4,26 +4,31 @@
 #include "support/purchaseWindow.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFile>
+#include <QMenu>
 #include <QRegularExpression>
 
 namespace {
 
-class SettledNotes : public Purchase {
+class SettledNotices : public Purchase {
 protected:
     void settle(const QString& question) {
         prompts.expectConfirm(question, true);
         buy->click("Command1");
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents(); // the line at the foot comes up
     }
     void settleOne() {
         put(0, "2");
         settle("购买总数量： 2\n总金额：10\n确认结算吗？");
     }
-    ReportForm* print(QWidget* from, const char* report) {
-        auto* action = from->findChild<QAction*>(QString::fromUtf8(report));
-        EXPECT_NE(action, nullptr);
-        action->trigger();
+    /// Presses the button and chooses from its menu.
+    ReportForm* print(Driver& from, const char* report) {
+        from.click("noticeAction");
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        EXPECT_NE(menu, nullptr);
+        menu->findChild<QAction*>(QString::fromUtf8(report))->trigger();
+        menu->close();
         return qobject_cast<ReportForm*>(window(report));
     }
     static QStringList page(ReportForm* form) {
@@ -40,45 +45,43 @@ protected:
     }
 };
 
-TEST_F(SettledNotes, StandInThePurchaseAndInTheStatusBarUntilAnotherViewComes) {
+TEST_F(SettledNotices, StandInThePurchaseAndInTheStatusBarUntilAnotherViewComes) {
     open();
-    EXPECT_EQ(window("buyFm1")->findChild<QWidget*>("settledNote"), nullptr);
     settleOne();
-    EXPECT_EQ(buy->text("settledText"), u"订单 1001 已结算：2 件，10");
-    EXPECT_TRUE(buy->find<QWidget>("printSettled")->isVisible());
+    EXPECT_EQ(buy->text("noticeText"), u"订单 1001 已结算：2 件，10");
+    EXPECT_TRUE(buy->find<QWidget>("noticeAction")->isVisible());
     put(1, "1");
     settle("购买总数量： 1\n总金额：27\n确认结算吗？");
-    EXPECT_EQ(buy->text("settledText"), u"订单 1002 已结算：1 件，27");
-    EXPECT_EQ(window("buyFm1")->findChildren<QWidget*>("settledNote").size(), 1);
+    EXPECT_EQ(buy->text("noticeText"), u"订单 1002 已结算：1 件，27");
     buy->click("Command4");
-    EXPECT_EQ(drive->text("settledText"), u"订单 1002 已结算：1 件，27");
-    EXPECT_TRUE(shown("settledNote"));
+    EXPECT_EQ(drive->text("noticeText"), u"订单 1002 已结算：1 件，27");
+    EXPECT_TRUE(shown("noticeAction"));
     drive->choose("maintain_product");
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(main->findChild<QWidget*>("settledNote"), nullptr);
+    EXPECT_EQ(drive->text("noticeText"), u"");
+    EXPECT_FALSE(shown("noticeAction"));
 }
 
-TEST_F(SettledNotes, WithoutASettlementNothingIsSaid) {
+TEST_F(SettledNotices, WithoutASettlementNothingIsSaid) {
     open();
     put(0, "2");
     prompts.expectConfirm("购买总数量： 2\n总金额：10\n确认结算吗？", false);
     buy->click("Command1");
-    EXPECT_EQ(window("buyFm1")->findChild<QWidget*>("settledNote"), nullptr);
+    EXPECT_EQ(window("buyFm1")->findChild<QWidget*>("noticeText"), nullptr);
     buy->click("Command9");
     buy->click("Command8");
     buy->click("Command11");
     buy->click("Command4");
-    EXPECT_EQ(main->findChild<QWidget*>("settledNote"), nullptr);
+    EXPECT_EQ(drive->text("noticeText"), u"");
 }
 
-TEST_F(SettledNotes, TheSlipHoldsTheShopTheOrderItsLinesAndItsAmountAndThePurchaseWaits) {
+TEST_F(SettledNotices, TheSlipHoldsTheShopTheOrderItsLinesAndItsAmountAndThePurchaseWaits) {
     writeShopLines("\n红木文具店\n  中山路 8 号\r\n电话 62781234\n第四行\n");
     open();
     put(0, "2");
     put(1, "1");
     settle("购买总数量： 3\n总金额：37\n确认结算吗？");
     const QString filter = session().buyList->Filter();
-    ReportForm* slip = print(window("buyFm1"), "slip_roll");
+    ReportForm* slip = print(*buy, "slip_roll");
     ASSERT_NE(slip, nullptr);
     EXPECT_FALSE(window("buyFm1")->isEnabled());
     EXPECT_FALSE(main->isVisible());
@@ -93,18 +96,18 @@ TEST_F(SettledNotes, TheSlipHoldsTheShopTheOrderItsLinesAndItsAmountAndThePurcha
     EXPECT_EQ(session().buyList->Filter(), filter) << "the lines are the customer's again";
 }
 
-TEST_F(SettledNotes, WithoutWordsOfTheShopTheSlipSaysWhatItIs) {
+TEST_F(SettledNotices, WithoutWordsOfTheShopTheSlipSaysWhatItIs) {
     open();
     settleOne();
-    EXPECT_EQ(page(print(window("buyFm1"), "slip_A5")).mid(0, 2).join(u'|'), u"购物小票|订单号：1001");
+    EXPECT_EQ(page(print(*buy, "slip_A5")).mid(0, 2).join(u'|'), u"购物小票|订单号：1001");
 }
 
-TEST_F(SettledNotes, TheRollIsAsLongAsTheOrderAndTheHalfSheetHoldsPages) {
+TEST_F(SettledNotices, TheRollIsAsLongAsTheOrderAndTheHalfSheetHoldsPages) {
     open();
     settleOne();
     QTemporaryDir folder;
     const auto sheets = [&](const char* report) {
-        ReportForm* slip = print(window("buyFm1"), report);
+        ReportForm* slip = print(*buy, report);
         const QString path = folder.filePath(QString::fromUtf8(report));
         slip->exportPdf(path);
         slip->close();
@@ -135,12 +138,12 @@ TEST_F(SettledNotes, TheRollIsAsLongAsTheOrderAndTheHalfSheetHoldsPages) {
     EXPECT_EQ(sheets("slip_A5").size(), 2U);
 }
 
-TEST_F(SettledNotes, ALongNameEndsInItsBoxOnTheSlip) {
+TEST_F(SettledNotices, ALongNameEndsInItsBoxOnTheSlip) {
     books.addProduct("p4", QString(40, u'长'), 5, 1, 1);
     open();
     put(3, "1");
     settle("购买总数量： 1\n总金额：1\n确认结算吗？");
-    ReportForm* slip = print(window("buyFm1"), "slip_roll");
+    ReportForm* slip = print(*buy, "slip_roll");
     double separator = 0;
     for (const PageRecording::Item& item : slip->findChild<PaperSheet*>("Picture2")->recording().items()) {
         if (item.font && item.text.startsWith(u"长")) {
@@ -153,14 +156,14 @@ TEST_F(SettledNotes, ALongNameEndsInItsBoxOnTheSlip) {
     EXPECT_GT(separator, 4 + 33 - 4) << "as much of it as there is room for";
 }
 
-TEST_F(SettledNotes, TheOrderIsPrintedFromTheRegisterWhoseCustomerStaysInHand) {
+TEST_F(SettledNotices, TheOrderIsPrintedFromTheRegisterWhoseCustomerStaysInHand) {
     books.addClient("8", "红叶行", "李平");
     open();
     settleOne();
     buy->click("Command4");
     drive->clickCell("DataGrid1", 1, "客户编号");
     ASSERT_EQ(session().currentClientNum, u"8");
-    ReportForm* report = print(main.get(), "showprint_rs22");
+    ReportForm* report = print(*drive, "showprint_rs22");
     ASSERT_NE(report, nullptr);
     const QStringList texts = page(report);
     for (const char* text :
@@ -172,14 +175,14 @@ TEST_F(SettledNotes, TheOrderIsPrintedFromTheRegisterWhoseCustomerStaysInHand) {
     EXPECT_TRUE(main->isEnabled());
 }
 
-TEST_F(SettledNotes, AnOrderThatWasDeletedSinceIsToldAndNotPrinted) {
+TEST_F(SettledNotices, AnOrderThatWasDeletedSinceIsToldAndNotPrinted) {
     open();
     settleOne();
     buy->click("Command4");
     session().buyList->setFilter("订单号 = '1001'");
     session().buyList->Delete();
     prompts.expectMessage("订单 1001 已经没有记录。");
-    EXPECT_EQ(print(main.get(), "slip_roll"), nullptr);
+    EXPECT_EQ(print(*drive, "slip_roll"), nullptr);
 }
 
 } // namespace
