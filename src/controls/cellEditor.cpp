@@ -29,6 +29,16 @@ CellEditor::CellEditor(DataGrid* grid)
     : QStyledItemDelegate(grid)
     , m_grid(grid) {}
 
+void CellEditor::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (option->backgroundBrush.style() == Qt::NoBrush)
+        return;
+    // A cell that has just been typed into is the current one, and its colour must show all the same.
+    constexpr int darker = 120;
+    option->palette.setColor(QPalette::Highlight, option->backgroundBrush.color().darker(darker));
+    option->palette.setColor(QPalette::HighlightedText, option->palette.color(QPalette::Text));
+}
+
 QWidget* CellEditor::createEditor(QWidget* parent, const QStyleOptionViewItem&,
                                   const QModelIndex& index) const {
     const qsizetype letters = index.data(Qt::EditRole).toString().size();

@@ -15,6 +15,9 @@ public:
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
 
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+
 private:
     /// Makes the text a pending edit of the cell; what to tell where that cannot be, else nothing.
     QString take(int row, int field, const QString& text) const;

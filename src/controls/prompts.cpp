@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -44,6 +45,8 @@ QIcon pictureOf(QMessageBox::Icon icon) {
     return QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
 }
 
+constexpr int kLettersInLine = 20;
+
 /// A message box: the first button is the default, the last one the answer of Escape and the close box.
 class Box : public QMessageBox {
 public:
@@ -55,6 +58,9 @@ public:
         if (const QPixmap picture = pictureOf(icon).pixmap({side, side}, devicePixelRatioF());
             !picture.isNull())
             setIconPixmap(picture);
+        // The lines below a short question would be broken where it ends.
+        if (auto* label = findChild<QLabel*>(QStringLiteral("qt_msgbox_label")))
+            label->setMinimumWidth(label->fontMetrics().horizontalAdvance(u'国') * kLettersInLine);
         for (const auto& [button, caption] : buttons)
             addButton(button)->setText(caption);
         setDefaultButton(buttons.front().first);

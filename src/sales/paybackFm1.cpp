@@ -203,10 +203,10 @@ void paybackFm1::showTotals() {
 
 void paybackFm1::showFacts(const BasketTotals& totals) {
     const OrderFacts facts = m_book.facts();
-    QStringList parts{facts.customer, facts.day};
-    if (m_book.lines()->hasRows())
-        parts << plainNumber(totals.paid);
-    m_facts->setText(captionText(parts.join(QStringLiteral("　")).trimmed()));
+    m_facts->setText(m_book.lines()->hasRows()
+                         ? captionText(QStringLiteral("　客户 %1　%2　金额 %3")
+                                           .arg(facts.customer, facts.day, plainNumber(totals.paid)))
+                         : QString());
     m_facts->setToolTip(m_facts->text());
     nameChosenOrder();
 }

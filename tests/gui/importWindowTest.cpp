@@ -303,6 +303,8 @@ TEST_F(Import, TheRunDisablesBothWindowsAndEndsOnTheLastRows) {
     prompts.expectMessage("数据导入成功！", "OK");
     QCoreApplication::processEvents();
     EXPECT_EQ(runs->text("Text1") + u' ' + runs->text("Text2"), u"120/120 120/120");
+    EXPECT_EQ(runs->text("noticeText"), u"已导入 120 行到 客户资料表(clientTable)");
+    EXPECT_EQ(status(), runs->text("noticeText"));
     runs->click("Command1(0)");
     runs->click("Command2(0)");
     EXPECT_EQ(runs->text("Text1") + u' ' + runs->text("Text2"), u"1/120 1/120");

@@ -263,15 +263,15 @@ TEST_F(Orders, TheChosenOrderStandsWithItsCustomerItsDayAndItsAmount) {
     open();
     EXPECT_EQ(drive->text("orderFacts"), u"");
     choose(0);
-    EXPECT_EQ(drive->text("orderFacts"), u"7 甲 王平　2004-1-5　7");
+    EXPECT_EQ(drive->text("orderFacts"), u"　客户 7 甲 王平　2004-1-5　金额 7");
     EXPECT_GT(drive->find<QWidget>("Label3")->font().pointSizeF(), main->font().pointSizeF() * 1.3);
     choose(1);
-    EXPECT_EQ(drive->text("orderFacts"), u"8 乙　2004-1-6　1");
+    EXPECT_EQ(drive->text("orderFacts"), u"　客户 8 乙　2004-1-6　金额 1");
     EXPECT_EQ(session().clientTable->AbsolutePosition(), 1) << "the shared customers stay where they stand";
     books.changeBehind("DELETE FROM clientTable WHERE 客户编号 = '8'");
     choose(0);
     choose(1);
-    EXPECT_EQ(drive->text("orderFacts"), u"8　2004-1-6　1") << "a customer who is no more";
+    EXPECT_EQ(drive->text("orderFacts"), u"　客户 8　2004-1-6　金额 1") << "a customer who is no more";
 }
 
 TEST_F(Orders, WhatStandsOfTheOrderFollowsItsLinesAndGoesWithThem) {
@@ -280,7 +280,7 @@ TEST_F(Orders, WhatStandsOfTheOrderFollowsItsLinesAndGoesWithThem) {
     type(12, "50");
     expectTotals("1", "0.5");
     drive->click("Command3");
-    EXPECT_EQ(drive->text("orderFacts"), u"8 乙　2004-1-6　0.5");
+    EXPECT_EQ(drive->text("orderFacts"), u"　客户 8 乙　2004-1-6　金额 0.5");
     prompts.expectConfirm("确实要删除该订单吗？", true, "删除提示");
     drive->click("Command2");
     EXPECT_EQ(drive->text("orderFacts"), u"");

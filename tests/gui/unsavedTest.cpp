@@ -245,4 +245,19 @@ TEST_F(Unsaved, AnOrdersLineIsMarkedWhileTypedAndNotSaved) {
     EXPECT_FALSE(shown("unsavedMark"));
 }
 
+TEST_F(Unsaved, TheCellThatWasJustTypedIntoHasItsColourThoughItIsTheCurrentOne) {
+    open("maintain_Data3");
+    auto* grid = drive->find<DataGrid>("DataGrid1");
+    const auto painted = [&] {
+        const QRect cell = grid->visualRect(grid->currentIndex());
+        return grid->viewport()->grab(cell).toImage().pixelColor(cell.width() - 4, 4);
+    };
+    drive->clickCell("DataGrid1", 0, "品名");
+    EXPECT_EQ(painted(), grid->palette().color(QPalette::Highlight));
+    edit(0, "品名", "一");
+    EXPECT_GT(painted().red(), painted().blue() + 60) << "amber, not blue";
+    drive->click("Command3");
+    EXPECT_EQ(painted(), grid->palette().color(QPalette::Highlight));
+}
+
 } // namespace
