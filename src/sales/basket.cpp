@@ -132,7 +132,7 @@ QStringList Record_display5(const RecordsetPtr& basket) {
     return texts;
 }
 
-std::optional<QString> text4_check(const QStringList& boxes) {
+std::optional<BoxFault> text4_check(const QStringList& boxes) {
     enum class Test { NotEmpty, Date, Numeric };
     static const struct {
         int box;
@@ -155,7 +155,7 @@ std::optional<QString> text4_check(const QStringList& boxes) {
                           : rule.test == Test::Date   ? isDate(text)
                                                       : isNumeric(text);
         if (!good)
-            return rule.message;
+            return BoxFault{rule.box, rule.message};
     }
     return std::nullopt;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/boxFault.h"
 #include "data/session.h"
 
 #include <QStringList>
@@ -47,8 +48,8 @@ QStringList Record_display3(Session& session);
 /// Box texts of the current basket row.
 QStringList Record_display5(const RecordsetPtr& basket);
 
-/// The message of the first box that cannot stand, nothing if the line is good.
-std::optional<QString> text4_check(const QStringList& boxes);
+/// The first box that cannot stand, nothing if the line is good.
+std::optional<BoxFault> text4_check(const QStringList& boxes);
 
 /// Stores the boxes in the current row of a line's cursor (not yet updated), in their order; texts but the
 /// discount cut to their columns. Throws RuntimeError where a column refuses its value, with those before it

@@ -327,7 +327,7 @@ void buyFm1::confirmLine() {
 bool buyFm1::keepLine() {
     m_line->typing->finish();
     if (const auto fault = text4_check(m_line->boxes->texts())) {
-        m_prompts.tell(*fault);
+        m_prompts.tellAbout(m_line->boxes->box(fault->box), fault->message);
         return false;
     }
     if (m_lineChanged && !storeLine())

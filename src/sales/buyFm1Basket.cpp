@@ -10,6 +10,7 @@
 #include "sales/buyFm1Panels.h"
 #include "sales/settledNotice.h"
 #include "sales/settlement.h"
+#include "shell/editWords.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -51,9 +52,11 @@ void buyFm1::basketEdited() {
 
 void buyFm1::saveBasketEdits() {
     m_basketPanel->pane->grid->commitEditor();
+    const int before = m_basket->pendingCount();
     saveBasket(m_session, m_basket);
     showTotals();
     showBought();
+    say(this, {savedWords(before, m_basket->pendingCount())});
 }
 
 void buyFm1::deleteBasketRow() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/boxFault.h"
 #include "data/session.h"
 
 #include <QStringList>
@@ -30,12 +31,6 @@ QStringList displayRecord(Session& session);
 /// Writes the boxes into the current row of a cursor shaped like productTable: numbers by Val, 折扣
 /// unconverted. Throws RuntimeError where a column refuses.
 void writeRecord(const RecordsetPtr& target, const QStringList& boxes);
-
-/// A box that a product cannot stand with, and the message for it.
-struct BoxFault {
-    int box = 0;
-    QString message;
-};
 
 /// The first box that a new product cannot stand with; nothing if all are good.
 std::optional<BoxFault> text2_Check(const QStringList& boxes);

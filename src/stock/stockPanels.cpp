@@ -127,23 +127,38 @@ void StockInPanel::deleteRow() {
         deleteStockIn(m_session);
 }
 
+namespace {
+
+int pendingOf(ViewHost& host) {
+    return host.session().stock_Count_Bank->pendingCount();
+}
+
+void saveCount(ViewHost& host) {
+    const int before = pendingOf(host);
+    const QString fault = saveStockCount(host.session());
+    host.say({fault.isEmpty() ? savedWords(before, pendingOf(host)) : fault});
+}
+
+void dropCount(ViewHost& host) {
+    const int before = pendingOf(host);
+    cancelStockCount(host.session());
+    host.say({droppedWords(before, pendingOf(host))});
+}
+
+void clearCount(ViewHost& host) {
+    clearStockCount(host.session());
+    if (const RecordsetPtr& count = host.session().stock_Count_Bank; count->hasRows())
+        host.say({QStringLiteral("已清空并保存 %1 条的实物数").arg(count->RecordCount())});
+}
+
+} // namespace
+
 StockCountPanel::StockCountPanel(ViewHost& host, Prompts& /*prompts*/)
     : m_host(host) {
-    const auto pending = [](ViewHost& window) { return window.session().stock_Count_Bank->pendingCount(); };
-    const auto save = [pending](ViewHost& window) {
-        const int before = pending(window);
-        const QString fault = saveStockCount(window.session());
-        window.say({fault.isEmpty() ? savedWords(before, pending(window)) : fault});
-    };
-    const auto drop = [pending](ViewHost& window) {
-        const int before = pending(window);
-        cancelStockCount(window.session());
-        window.say({droppedWords(before, pending(window))});
-    };
-    const std::tuple<const char16_t*, const char16_t*, std::function<void(ViewHost&)>> commands[] = {
-        {u"Command2", u"保存", save},
-        {u"Command3", u"取消", drop},
-        {u"Command7", u"实物数字段清空", [](ViewHost& window) { clearStockCount(window.session()); }}};
+    const std::tuple<const char16_t*, const char16_t*, void (*)(ViewHost&)> commands[] = {
+        {u"Command2", u"保存", saveCount},
+        {u"Command3", u"取消", dropCount},
+        {u"Command7", u"实物数字段清空", clearCount}};
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     for (const auto& [name, caption, command] : commands) {

@@ -1,6 +1,8 @@
 // The basket, its settlement and the way out.
 #include "support/purchaseWindow.h"
 
+#include <QLineEdit>
+
 namespace {
 
 class PurchaseBasket : public Purchase {};
@@ -246,6 +248,30 @@ TEST_F(PurchaseBasket, AWayOutWhoseQuestionIsLeftUnansweredLeavesWindowAndBasket
         EXPECT_FALSE(main->isVisible());
         EXPECT_EQ(basket(), u"p1|4.0|100|20.0");
     }
+}
+
+TEST_F(PurchaseBasket, EditsThatAreSavedAreCountedAtTheFootOfTheWindow) {
+    open();
+    put(0, "4");
+    put(1, "1");
+    buy->click("Command9");
+    buy->editCell("DataGrid2", 0, "数量", "3");
+    buy->editCell("DataGrid2", 1, "折扣", "80");
+    buy->click("Command12");
+    EXPECT_EQ(buy->text("noticeText"), u"已保存 2 条");
+    buy->click("Command12");
+    EXPECT_EQ(buy->text("noticeText"), u"没有修改");
+}
+
+TEST_F(PurchaseBasket, ARefusedLineLeadsToItsBox) {
+    open();
+    choose(0);
+    type(10, "2");
+    type(3, "2004-2-30");
+    prompts.expectMessage("日期格式错误！");
+    buy->click("Command2");
+    EXPECT_EQ(window("buyFm1")->focusWidget(), buy->find<QLineEdit>("Text4(3)"));
+    EXPECT_EQ(buy->find<QLineEdit>("Text4(3)")->selectedText(), u"2004-2-30");
 }
 
 } // namespace

@@ -59,6 +59,7 @@ TEST_F(Counting, ClearingAsksNothing) {
     drive->click("Command2");
     drive->click("Command7");
     EXPECT_EQ(counted(), u"p1|0.0|0;p2|0.0|0");
+    EXPECT_EQ(status(), u"已清空并保存 2 条的实物数");
 }
 
 TEST_F(Counting, ANewCountInFrontOnlyTakesItsFilterOff) {

@@ -100,7 +100,7 @@ TEST_F(Basket, ANewLineShowsOrderCustomerTodayTheProductAndZeros) {
 
 TEST_F(Basket, EveryBoxHasItsTestInOrder) {
     const QStringList good{"1", "7", "p", "2004-1-5", "n", "", "", "", "5", "", "1", "5", "", "5"};
-    EXPECT_EQ(text4_check(good), std::nullopt);
+    EXPECT_FALSE(text4_check(good));
     const std::pair<int, const char*> faults[] = {
         {0, "请输入订单号！"}, {1, "请输入客户编号！"}, {2, "请输入产品编号！"},
         {3, "日期格式错误！"}, {4, "请输入品名！"},     {8, "请输入单价！"},
@@ -108,15 +108,17 @@ TEST_F(Basket, EveryBoxHasItsTestInOrder) {
     for (const auto& [box, message] : faults) {
         QStringList boxes = good;
         boxes[box] = "  ";
-        EXPECT_EQ(text4_check(boxes), QString(message));
+        ASSERT_TRUE(text4_check(boxes)) << message;
+        EXPECT_EQ(text4_check(boxes)->message, QString(message));
+        EXPECT_EQ(text4_check(boxes)->box, box);
     }
     QStringList boxes(14, QString());
-    EXPECT_EQ(text4_check(boxes), QString("请输入订单号！"));
+    EXPECT_EQ(text4_check(boxes)->message, QString("请输入订单号！"));
     boxes = good;
     boxes[LineBox::Quantity] = "0";
-    EXPECT_EQ(text4_check(boxes), std::nullopt) << "a quantity of 0 is numeric";
+    EXPECT_FALSE(text4_check(boxes)) << "a quantity of 0 is numeric";
     boxes[LineBox::Date] = "2004-2-30";
-    EXPECT_EQ(text4_check(boxes), QString("日期格式错误！"));
+    EXPECT_EQ(text4_check(boxes)->message, QString("日期格式错误！"));
 }
 
 TEST_F(Basket, ALineStoresItsBoxesCutToTheColumns) {
