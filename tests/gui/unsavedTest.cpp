@@ -253,11 +253,11 @@ TEST_F(Unsaved, TheCellThatWasJustTypedIntoHasItsColourThoughItIsTheCurrentOne) 
         return grid->viewport()->grab(cell).toImage().pixelColor(cell.width() - 4, 4);
     };
     drive->clickCell("DataGrid1", 0, "品名");
-    EXPECT_EQ(painted(), grid->palette().color(QPalette::Highlight));
+    EXPECT_GT(painted().blue(), painted().red() + 60) << "the colour of what is chosen";
     edit(0, "品名", "一");
     EXPECT_GT(painted().red(), painted().blue() + 60) << "amber, not blue";
     drive->click("Command3");
-    EXPECT_EQ(painted(), grid->palette().color(QPalette::Highlight));
+    EXPECT_GT(painted().blue(), painted().red() + 60);
 }
 
 } // namespace
