@@ -1,6 +1,7 @@
 #include "analysis/analysisCommands.h"
 
 #include "analysis/analysisPanels.h"
+#include "analysis/callListWindow.h"
 #include "analysis/clientViews.h"
 #include "analysis/cutDialog.h"
 #include "analysis/cutOnScreen.h"
@@ -106,6 +107,9 @@ void addViews(ViewHost& host, Prompts& prompts) {
     for (const Distribution& each : distributions())
         host.registerWindow(QString::fromUtf16(each.window),
                             [&host, &prompts, &each] { return new DistributionWindow(each, host, prompts); });
+    for (const CallKind& each : callKinds())
+        host.registerWindow(QString::fromUtf16(each.window),
+                            [&host, &prompts, &each] { return new CallListWindow(each, host, prompts); });
 }
 
 } // namespace

@@ -32,6 +32,20 @@ constexpr ReportDescription contactList(const char16_t* name, RecordsetPtr Sessi
             .head = heads::kClient};
 }
 
+/// Customers whom the shop is to call.
+constexpr ReportDescription callList(const char16_t* name, const char16_t* caption,
+                                     std::span<const ReportColumn> columns,
+                                     std::span<const char16_t* const> boxes, const char16_t* title) {
+    return {.name = name,
+            .caption = caption,
+            .cursor = &Session::scratch,
+            .columns = columns,
+            .boxNames = boxes,
+            .tableTop = 28,
+            .title = title,
+            .head = heads::kCallList};
+}
+
 constexpr ReportDescription groupList(const char16_t* name, const char16_t* caption,
                                       std::span<const ReportColumn> columns,
                                       std::span<const char16_t* const> boxes, const char16_t* title) {
@@ -273,6 +287,8 @@ constexpr ReportDescription kReports[] = {
                  sets::kTransferBoxes),
     movementList(u"showprint_rs24", u"产品调拨表打印", &Session::out_of_Bank2, sets::kTransfers,
                  sets::kTransferBoxes),
+    callList(u"print_birthdays", u"打印近期生日", sets::kBirthdays, sets::kBirthdayBoxes, u"近 期 生 日"),
+    callList(u"print_lapsed", u"打印久未购买", sets::kLapsed, sets::kLapsedBoxes, u"久 未 购 买"),
 };
 
 } // namespace

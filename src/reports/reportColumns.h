@@ -67,6 +67,21 @@ inline constexpr ReportColumn kPurchases[] = {{u"日期", u"日期", 30},
                                               {u"购物数", u"购物数"}};
 inline constexpr const char16_t* kPurchaseBoxes[] = {u"日期方框", u"订单号方框", u"购物金额方框"};
 
+inline constexpr ReportColumn kBirthdays[] = {{u"近期生日", u"近期生日", 24}, {u"天数", u"天数", 36},
+                                              {u"单位名称", u"单位名称", 98}, {u"联系人", u"联系人", 122},
+                                              {u"生日", u"生日", 152},        {u"电话", u"电话", 182},
+                                              {u"手机", u"手机", 212},        {u"消费合计", u"消费合计"}};
+inline constexpr const char16_t* kBirthdayBoxes[] = {
+    u"近期生日方框", u"天数方框", u"单位名称方框", u"联系人方框", u"生日方框", u"电话方框", u"手机方框"};
+
+inline constexpr ReportColumn kLapsed[] = {
+    {u"最近购买", u"最近购买", 24},  {u"天数", u"天数", 36},      {u"单位名称", u"单位名称", 98},
+    {u"联系人", u"联系人", 122},     {u"电话", u"电话", 152},     {u"手机", u"手机", 182},
+    {u"消费合计", u"消费合计", 208}, {u"购买数", u"购买数", 226}, {u"业务员编号", u"业务员编号"}};
+inline constexpr const char16_t* kLapsedBoxes[] = {u"最近购买方框", u"天数方框",  u"单位名称方框",
+                                                   u"联系人方框",   u"电话方框",  u"手机方框",
+                                                   u"消费合计方框", u"购买数方框"};
+
 /// A group of customers with its number and its share.
 constexpr std::array<ReportColumn, 3> groupColumns(const char16_t* group) {
     return {{{group, group, 80}, {u"数量", u"数量", 142}, {u"百分率", u"百分率"}}};

@@ -125,6 +125,12 @@ inline QString buyersTitle(const HeadSource& s) {
     return QStringLiteral("购买'") + ofBuyers(s, u"Label4") + QStringLiteral("'的客户资料");
 }
 
+// Whom the list names, and what was judged for it.
+inline constexpr HeadItem kCallList[] = {
+    {0, [](const HeadSource& s) { return s.ofCaller(u"Label1"); }},
+    {115, [](const HeadSource& s) { return s.ofCaller(u"Label2"); }},
+};
+
 /// A text of the customer whom the register stands on, "" where it stands on none.
 inline QString ofClient(const HeadSource& s, const char16_t* field) {
     const RecordsetPtr& clients = s.session.clientTable;

@@ -83,7 +83,9 @@ QWidget* dataInputFm1::buildGridSide() {
     const std::pair<const char16_t*, void (dataInputFm1::*)()> gridCommands[] = {
         {u"产品销售显示", &dataInputFm1::showSales},
         {u"打印客户资料", &dataInputFm1::printClients},
-        {u"打印订单明细", &dataInputFm1::printOrder}};
+        {u"打印订单明细", &dataInputFm1::printOrder},
+        {u"近期生日", &dataInputFm1::showBirthdays},
+        {u"久未购买", &dataInputFm1::showLapsed}};
     for (const auto& [caption, command] : gridCommands) {
         auto* action = new QAction(QString::fromUtf16(caption), this);
         connect(action, &QAction::triggered, this, command);
@@ -99,6 +101,14 @@ QWidget* dataInputFm1::buildGridSide() {
 
 void dataInputFm1::showSales() {
     m_host.openWindow(QStringLiteral("goodsSalesFm1"), ViewHost::MainWindow::Disabled);
+}
+
+void dataInputFm1::showBirthdays() {
+    m_host.openWindow(QStringLiteral("birthdayFm1"), ViewHost::MainWindow::Stays);
+}
+
+void dataInputFm1::showLapsed() {
+    m_host.openWindow(QStringLiteral("lapsedFm1"), ViewHost::MainWindow::Stays);
 }
 
 void dataInputFm1::printClients() {

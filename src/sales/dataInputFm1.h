@@ -32,6 +32,8 @@ private:
     void showSales();
     void printClients();
     void printOrder();
+    void showBirthdays();
+    void showLapsed();
     void connectCommands();
     void bindKeys();
 

@@ -29,6 +29,8 @@ constexpr Topic kTopics[] = {
     {u"order_Form_NumFm1", u"该客户订单明细显示"},
     {u"tempTable2Fm22", u"该客户订单明细显示"},
     {u"goodsSalesFm1", u"产品销售显示"},
+    {u"birthdayFm1", u"近期生日"},
+    {u"lapsedFm1", u"久未购买"},
     {u"productRegisterFm1", u"产品登录（入库）"},
     {u"stock_BankFm1", u"入库产品显示"},
     {u"stockFm1", u"库存显示"},

@@ -66,6 +66,8 @@ const std::map<QString, QStringList> kHeads = {
     {"showprint_rs3", kNone},
     {"showprint_rs4", kNone},
     {"showprint_rs8", kNone},
+    {"print_birthdays", {"打印者.Label1", "打印者.Label2"}},
+    {"print_lapsed", {"打印者.Label1", "打印者.Label2"}},
     {"print_rs1", kEvaluation},
     {"print_rs7", kEvaluation},
     {"print_rs8", kEvaluation},

@@ -4,6 +4,11 @@
 #include "reports/reportDescription.h"
 #include "support/testBooks.h"
 
+/// Whether a report lists customers whom the shop is to call.
+inline bool isCallList(const ReportDescription& report) {
+    return report.cursor == &Session::scratch && report.columns[1].field == QStringView(u"天数");
+}
+
 /// The table below a report's cursor, "" for a cursor that is not known here.
 inline QString tableOf(const ReportDescription& report) {
     struct Source {
@@ -23,6 +28,8 @@ inline QString tableOf(const ReportDescription& report) {
         {&Session::out_of_Bank, u"out_of_Bank"},     {&Session::out_of_Bank2, u"out_of_Bank"},
         {&Session::saleTable, u"saleTable"},         {&Session::clerkTotals, u"clientTable"},
         {&Session::orderTotals, u"buyList"}};
+    if (isCallList(report))
+        return QStringLiteral("clientTable");
     if (report.cursor == &Session::scratch && report.columns.front().field == QStringView(u"日期"))
         return QStringLiteral("buyList");
     if (report.cursor == &Session::scratch)
@@ -44,6 +51,12 @@ inline QString rowsOf(const ReportDescription& report) {
     if (report.cursor == &Session::orderTotals)
         return QStringLiteral("Select 日期, 订单号, 客户编号, Sum(数量) As 购物数, Sum(实付) As 购物金额 "
                               "From buyList Group By 日期, 订单号, 客户编号 ");
+    if (isCallList(report))
+        return QStringLiteral(
+            "Select 单位名称, 联系人, 生日, 电话, 手机, 业务员编号, Sum(消费合计) As 消费合计, "
+            "Sum(购买数) As 购买数, Count(客户编号) As 天数, Count(Email) As 近期生日, "
+            "Count(部门) As 最近购买 "
+            "From clientTable Group By 单位名称, 联系人, 生日, 电话, 手机, 业务员编号");
     return QStringLiteral("Select * From ") + tableOf(report);
 }
 

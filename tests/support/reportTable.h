@@ -122,6 +122,10 @@ inline const std::vector<ReportRow> kRows = {
               kHanded, {0}),
     reportRow(u"showprint_rs24", u"产品调拨表打印", &Session::out_of_Bank2, 'm', L, 40, 115, 0, 25, 145,
               kHanded, {0}),
+    reportRow(u"print_birthdays", u"打印近期生日", &Session::scratch, 'g', L, 40, 115, 0, 28, 145,
+              u"近 期 生 日", {0, 115}),
+    reportRow(u"print_lapsed", u"打印久未购买", &Session::scratch, 'l', L, 40, 115, 0, 28, 145,
+              u"久 未 购 买", {0, 115}),
 };
 
 /// Columns of a report. Texts are parted by a blank; "-" is an empty one.
@@ -189,6 +193,16 @@ inline const std::vector<ColumnSet> kSets = {
      nullptr,
      {15, 37, 59, 101, 153, 205, 223},
      "联系人方框 电话方框 手机方框 Email方框 单位名称方框 消费合计方框 差额利润"},
+    {'g',
+     "近期生日 天数 单位名称 联系人 生日 电话 手机 消费合计",
+     nullptr,
+     {24, 36, 98, 122, 152, 182, 212},
+     "近期生日方框 天数方框 单位名称方框 联系人方框 生日方框 电话方框 手机方框"},
+    {'l',
+     "最近购买 天数 单位名称 联系人 电话 手机 消费合计 购买数 业务员编号",
+     nullptr,
+     {24, 36, 98, 122, 152, 182, 208, 226},
+     "最近购买方框 天数方框 单位名称方框 联系人方框 电话方框 手机方框 消费合计方框 购买数方框"},
     {'o',
      "客户编号 订单号 购买额 差额利润 购买数量",
      nullptr,
