@@ -1,5 +1,6 @@
 #include "app/errorReport.h"
 
+#include "app/commandLine.h"
 #include "app/reportDialog.h"
 #include "controls/prompts.h"
 #include "recordset/error.h"
@@ -22,10 +23,11 @@ QString printable(QString text) {
     return text.replace(QChar(u'\0'), QChar(0x2400));
 }
 
-/// The same process runs the program from its beginning; its locks go with its descriptors.
-void startAnew(const QStringList& arguments) {
+/// The same process runs the program from its beginning on the same books; its locks go with its descriptors.
+void startAnew(const QString& backup = {}) {
+    const CommandLine line = readCommandLine(QCoreApplication::arguments().mid(1));
     std::vector<QByteArray> words{QFile::encodeName(QCoreApplication::applicationFilePath())};
-    for (const QString& argument : arguments)
+    for (const QString& argument : argumentsAgain(line, backup))
         words.push_back(QFile::encodeName(argument));
     std::vector<char*> pointers;
     for (QByteArray& word : words)
@@ -90,9 +92,9 @@ void showReport(const QString& text, const QString& databasePath, WayBack wayBac
         dialog.offerReopen();
     dialog.exec();
     if (dialog.answer() == ReportDialog::Answer::Reopen)
-        startAnew({});
+        startAnew();
     if (dialog.answer() == ReportDialog::Answer::Restore)
-        startAnew({QStringLiteral("--restore"), dialog.chosenBackup()});
+        startAnew(dialog.chosenBackup());
 }
 
 void showNote(const QString& text) {

@@ -1,5 +1,8 @@
 #include "app/appearance.h"
+#include "app/booksPlace.h"
+#include "app/commandLine.h"
 #include "app/errorReport.h"
+#include "app/newBooks.h"
 #include "app/oldBooks.h"
 #include "app/registry.h"
 #include "app/shopApplication.h"
@@ -88,12 +91,13 @@ bool isWritable(const QString& path) {
     return QFileInfo(path).isWritable() && QFileInfo(QFileInfo(path).absolutePath()).isWritable();
 }
 
-/// Goes through what must be right before the file is opened. The lock is held afterwards.
-void prepareFile(const QString& path, const std::optional<QString>& backup, BooksLock& lock,
-                 Prompts& prompts) {
+/// Goes through what must be right before the file is opened. The lock is held afterwards. `hint`: what to
+/// say beside a missing file.
+void prepareFile(const QString& path, const std::optional<QString>& backup, const QString& hint,
+                 BooksLock& lock, Prompts& prompts) {
     const bool missing = !QFileInfo::exists(path);
-    if (!missing || !backup)
-        require(lock.fault(), path, missing ? WayBack::Restore : WayBack::None);
+    if ((!missing || !backup) && !lock.fault().isEmpty())
+        require(lock.fault() + hint, path, missing ? WayBack::Restore : WayBack::None);
     clearAway(path, lock, backup.has_value());
     if (backup) {
         restore(*backup, path, lock);
@@ -130,14 +134,33 @@ int run(ShopApplication& application, const QString& appPath, const QString& dat
     return application.exec();
 }
 
-/// The backup that the command line asks to put back; ends with the usage where it cannot be understood.
-std::optional<QString> backupAsked(const QStringList& arguments) {
-    if (arguments.size() == 3 && arguments[1] == u"--restore")
-        return arguments[2];
-    if (arguments.size() == 1)
-        return std::nullopt;
-    std::fputs("usage: hengshanghui [--version | --restore FILE]\n", stderr);
+/// What needs no screen and no books; false where nothing of it is asked for.
+bool answers(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const bool help = std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0;
+        if (!help && std::strcmp(argv[i], "--version") != 0)
+            continue;
+        const QString text = help ? commandLineHelp(usersDataFolder()) : programVersion() + u'\n';
+        std::fputs(qUtf8Printable(text), stdout);
+        return true;
+    }
+    return false;
+}
+
+/// Ends where the command line cannot be understood.
+CommandLine understood(const QStringList& arguments) {
+    CommandLine line = readCommandLine(arguments.mid(1));
+    if (line.fault.isEmpty())
+        return line;
+    showReport(line.fault);
     throw StartEnded{2};
+}
+
+/// Sees to it that the folder of the books is there.
+void requireFolder(const BooksFolder& books, const Surroundings& around) {
+    if (books.place == BooksPlace::UsersData && isFirstStart(books.path))
+        require(makeFirstBooks(books.path, emptyBooks(around.programFolder)), books.path, WayBack::Reopen);
+    require(folderFault(books.path), books.path, WayBack::Reopen);
 }
 
 /// Behind links, where the engine keeps the journal too; the name itself where no file is.
@@ -149,27 +172,28 @@ QString realPath(const QString& path) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // Needs no screen and no books.
-    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
-        std::puts(qUtf8Printable(programVersion()));
+    if (answers(argc, argv))
         return 0;
-    }
     // A file that may not grow is a full disk, and a report that nobody reads is no reason to die of it.
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
     ShopApplication application(argc, argv);
     application.setApplicationName(QStringLiteral("衡商汇"));
+    application.setDesktopFileName(QStringLiteral("hengshanghui"));
     application.setQuitOnLastWindowClosed(false);
     setAppearance(application);
-    const QString appPath = QCoreApplication::applicationDirPath();
-    const QString databasePath = realPath(appPath + u'/' + databaseFileName());
-    application.setDatabasePath(databasePath);
+    QString databasePath;
     try {
-        const std::optional<QString> backup = backupAsked(application.arguments());
+        const CommandLine line = understood(application.arguments());
+        const Surroundings around = lookAround(QCoreApplication::applicationDirPath());
+        const BooksFolder books = placeOfBooks(line.books, around);
+        requireFolder(books, around);
+        databasePath = realPath(books.path + u'/' + databaseFileName());
+        application.setDatabasePath(databasePath);
         WindowPrompts prompts;
         BooksLock lock(databasePath);
-        prepareFile(databasePath, backup, lock, prompts);
-        return run(application, appPath, databasePath, lock, prompts);
+        prepareFile(databasePath, line.backup, missingBooksHint(books, around), lock, prompts);
+        return run(application, around.programFolder, databasePath, lock, prompts);
     } catch (const StartEnded& ended) {
         return ended.code;
     } catch (const std::exception& error) {

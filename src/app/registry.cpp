@@ -25,7 +25,7 @@ void registerAll(MDIForm1& main, Prompts& prompts) {
                                           "请只导入来历可靠的文件。");
         return new manualFm1(
             host.session().appPath + QStringLiteral("/用户指南(衡商汇).txt"),
-            [&host] { return helpTopic(host.helpAbout()); }, warning);
+            [&host] { return helpTopic(host.helpAbout()); }, host.session().cn.path(), warning);
     });
     main.commands().add(QStringLiteral("help"), [&main](IgnoringErrors&) { main.showHelp(); });
     main.commands().add(QStringLiteral("exit"), [&main](IgnoringErrors&) { main.askExit(); });

@@ -68,10 +68,6 @@ void startShop(MDIForm1& main) {
         main.host().say({note});
 }
 
-QString databaseFileName() {
-    return QStringLiteral("VelmorClientBank.mdb");
-}
-
 QString unknownJournalQuestion(const QString& databasePath) {
     return QStringLiteral("数据文件旁边有一个日志文件 %1，是别的程序写的，认不出是不是这个数据文件的。\n"
                           "不用这个日志（改名放在一边），照样打开吗？")

@@ -20,9 +20,6 @@ void startShop(MDIForm1& main);
 void wireBooks(MDIForm1& main, StartJobs& jobs, Prompts& prompts,
                std::function<void(const QString& text)>& onActionEnded);
 
-/// Name of the database file beside the program.
-QString databaseFileName();
-
 /// What is asked where the journal beside the database may be of it and may not be, and what an answer may
 /// cost.
 QString unknownJournalQuestion(const QString& databasePath);

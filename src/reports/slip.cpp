@@ -4,6 +4,7 @@
 #include "reports/reportLayout.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
@@ -74,7 +75,7 @@ ReportDescription onPaper(SlipPaper paper) {
 } // namespace
 
 QStringList shopLines(const Session& session) {
-    QFile file(session.appPath + QStringLiteral("/小票抬头.txt"));
+    QFile file(QFileInfo(session.cn.path()).absolutePath() + QStringLiteral("/小票抬头.txt"));
     if (!file.open(QIODevice::ReadOnly))
         return {};
     QStringList lines;

@@ -25,5 +25,5 @@ private:
 };
 
 /// What the shop says of itself at the head of a slip: the first lines of the text "小票抬头.txt" beside the
-/// program, three at most; none where there is no such text.
+/// books, three at most; none where there is no such text.
 QStringList shopLines(const Session& session);

@@ -4,6 +4,7 @@
 #include "controls/recordBoxes.h"
 #include "shell/version.h"
 
+#include <QDir>
 #include <QFile>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -51,7 +52,8 @@ QTextCharFormat headingFormat(const QFont& page, UserGuide::Level level) {
 
 } // namespace
 
-manualFm1::manualFm1(const QString& guidePath, std::function<QString()> topic, const QString& warning)
+manualFm1::manualFm1(const QString& guidePath, std::function<QString()> topic, const QString& books,
+                     const QString& warning)
     : TopWindow(QStringLiteral("manualFm1"), QStringLiteral("帮助"))
     , m_guide(readGuide(guidePath))
     , m_topic(std::move(topic)) {
@@ -60,14 +62,7 @@ manualFm1::manualFm1(const QString& guidePath, std::function<QString()> topic, c
     column->addWidget(buildPage(), 1);
     if (!warning.isEmpty())
         column->addWidget(makeLabel(QStringLiteral("warning"), warning, this));
-    auto* version = new QLabel(programVersion(), this);
-    version->setObjectName(QStringLiteral("version"));
-    QPushButton* close = makeButton(QStringLiteral("Command1"), QStringLiteral("关闭"), this);
-    connect(close, &QPushButton::clicked, this, [this] { finish(); });
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(version, 1);
-    bottom->addWidget(close);
-    column->addLayout(bottom);
+    column->addLayout(buildBottom(books));
     resize(940, 640);
     listHeadings();
     dress();
@@ -126,6 +121,28 @@ QWidget* manualFm1::buildPage() {
     split->setStretchFactor(1, 1);
     split->setSizes({210, 700});
     return split;
+}
+
+/// The file's name can be copied, and be longer than the window.
+QBoxLayout* manualFm1::buildBottom(const QString& books) {
+    auto* version = new QLabel(programVersion(), this);
+    version->setObjectName(QStringLiteral("version"));
+    auto* file = new QLineEdit(QDir::toNativeSeparators(books), this);
+    file->setObjectName(QStringLiteral("booksFile"));
+    file->setAccessibleName(QStringLiteral("数据文件"));
+    file->setToolTip(file->text());
+    file->setReadOnly(true);
+    file->setFrame(false);
+    file->setStyleSheet(QStringLiteral("QLineEdit { background: transparent; }"));
+    QPushButton* close = makeButton(QStringLiteral("Command1"), QStringLiteral("关闭"), this);
+    connect(close, &QPushButton::clicked, this, [this] { finish(); });
+    auto* row = new QHBoxLayout;
+    row->addWidget(version);
+    row->addSpacing(24);
+    row->addWidget(makeLabel(QStringLiteral("booksLabel"), QStringLiteral("数据文件："), this));
+    row->addWidget(file, 1);
+    row->addWidget(close);
+    return row;
 }
 
 void manualFm1::listHeadings() {

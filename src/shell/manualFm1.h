@@ -9,17 +9,17 @@ class QLineEdit;
 class QListWidget;
 class QTextBrowser;
 
-/// The help window: the user guide from the text file beside the program, its headings, a search in it, and
-/// the program's version. It opens at the section of what the user had in front.
+/// The help window: the user guide from the text file beside the program, its headings, a search in it, the
+/// program's version and the file that is open. It opens at the section of what the user had in front.
 class manualFm1 : public TopWindow {
     Q_OBJECT
 
 public:
     /// `guidePath`: the text file, UTF-8. One that cannot be read leaves the page empty. `topic`: asked
-    /// whenever help is asked for, the name of a section or nothing. `warning`: what else the user must know
-    /// of this system; mostly empty.
+    /// whenever help is asked for, the name of a section or nothing. `books`: the database file that is open.
+    /// `warning`: what else the user must know of this system; mostly empty.
     explicit manualFm1(const QString& guidePath, std::function<QString()> topic = {},
-                       const QString& warning = {});
+                       const QString& books = {}, const QString& warning = {});
     bool standsOverMain() const override { return true; }
     /// Turns to the section that is asked for now.
     void shownAgain() override;
@@ -33,6 +33,7 @@ protected:
 private:
     QBoxLayout* buildSearch();
     QWidget* buildPage();
+    QBoxLayout* buildBottom(const QString& books);
     void listHeadings();
     void dress();
     void goToSection(int section);

@@ -161,6 +161,17 @@ TEST_F(Help, SearchingMovesFromHitToHitAndRoundAndBack) {
     EXPECT_EQ(help()->text("guideHits"), u"");
 }
 
+TEST_F(Help, NamesTheFileThatIsOpenToBeCopiedAndNotChanged) {
+    openShop();
+    session().appPath = "/no folder of the books";
+    drive->choose("help");
+    auto* file = help()->find<QLineEdit>("booksFile");
+    EXPECT_EQ(file->text(), session().cn.path());
+    EXPECT_TRUE(file->isReadOnly());
+    help()->key("booksFile", Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(file->selectedText(), session().cn.path());
+}
+
 TEST_F(Help, WithoutItsFileIsEmptyAndItsButtonsDoNothing) {
     start();
     drive->choose("help");

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QMenu>
 #include <QRegularExpression>
 
@@ -39,7 +40,7 @@ protected:
         return texts;
     }
     void writeShopLines(const char* text) {
-        QFile file(session().appPath + "/小票抬头.txt");
+        QFile file(QFileInfo(books.path()).absolutePath() + "/小票抬头.txt");
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);
     }
@@ -75,6 +76,7 @@ TEST_F(SettledNotices, WithoutASettlementNothingIsSaid) {
 }
 
 TEST_F(SettledNotices, TheSlipHoldsTheShopTheOrderItsLinesAndItsAmountAndThePurchaseWaits) {
+    session().appPath = "/no folder of the books";
     writeShopLines("\n红木文具店\n  中山路 8 号\r\n电话 62781234\n第四行\n");
     open();
     put(0, "2");

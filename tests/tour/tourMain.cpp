@@ -1,6 +1,7 @@
 // tour PROGRAM_FOLDER OUT_FOLDER: drives the real program through the main job on the books in PROGRAM_FOLDER
 // and leaves a screenshot of each stage in OUT_FOLDER.
 #include "app/appearance.h"
+#include "app/booksPlace.h"
 #include "app/registry.h"
 #include "app/shopApplication.h"
 #include "app/startUp.h"
