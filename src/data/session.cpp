@@ -75,13 +75,8 @@ void Session::openMainCursors() {
 }
 
 void Session::open_rs() {
-    // What start asks of the two large tables comes in with their rows, in one scan each.
-    cn.image(QStringLiteral("buyList"),
-             {QStringLiteral("客户编号"), QStringLiteral("日期"), QStringLiteral("数量"),
-              QStringLiteral("实付"), QStringLiteral("差额利润")});
-    cn.image(QStringLiteral("clientTable"),
-             {QStringLiteral("客户编号"), QStringLiteral("消费合计"), QStringLiteral("购买数"),
-              QStringLiteral("差额利润"), QStringLiteral("差额利润率")});
+    // The first screen asks for the span of dates, whose column comes in with the rows, in one scan.
+    cn.image(QStringLiteral("buyList"), {QStringLiteral("日期")});
     openMainCursors();
     reopen(counterCode, QStringLiteral("Select * From counterCode"));
     showSource = ShowSource::Clients;

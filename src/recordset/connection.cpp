@@ -3,6 +3,7 @@
 #include "recordset/collation.h"
 #include "recordset/dialect.h"
 #include "recordset/error.h"
+#include "recordset/imageLoader.h"
 #include "recordset/tableImage.h"
 
 #include <sqlite3.h>
@@ -61,6 +62,7 @@ Connection::QuickAnswer::~QuickAnswer() {
 void registerSqlFunctions(sqlite3* db) {
     sqlite3_create_function_v2(db, "plain_sum", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, nullptr,
                                sumStep, sumFinal, nullptr);
+    registerGatherRows(db);
     sqlite3_create_collation_v2(db, "textorder", SQLITE_UTF8, new Collation, compareTexts,
                                 [](void* collation) { delete static_cast<Collation*>(collation); });
 }

@@ -26,59 +26,57 @@ struct RowidRange {
 /// Reads the cells of one column; keeps what the row before held, since neighbours often repeat a value.
 class CellReader {
 public:
-    CellReader(ColumnStore& store, sqlite3_stmt* statement, int position)
-        : m_store(store)
-        , m_statement(statement)
-        , m_position(position) {}
+    explicit CellReader(ColumnStore& store)
+        : m_store(store) {}
 
-    void read() {
+    void read(sqlite3_value* cell) {
         switch (m_store.info.type) {
         case ColumnType::Text:
-            return readText();
+            return readText(cell);
         case ColumnType::Number:
-            return readNumber();
+            return readNumber(cell);
         case ColumnType::Date:
-            return readDate();
+            return readDate(cell);
         default:
-            return readInteger();
+            return readInteger(cell);
         }
     }
 
 private:
-    bool isNull() const { return sqlite3_column_type(m_statement, m_position) == SQLITE_NULL; }
+    static bool isNull(sqlite3_value* cell) { return sqlite3_value_type(cell) == SQLITE_NULL; }
 
     /// The bytes of a text as they lie in the page: asking for them as text would copy every cell to end it
     /// with a NUL.
-    std::string_view bytes() const {
-        const auto* text = static_cast<const char*>(sqlite3_column_blob(m_statement, m_position));
-        return {text ? text : "", std::size_t(sqlite3_column_bytes(m_statement, m_position))};
+    static std::string_view bytes(sqlite3_value* cell) {
+        const auto* text = static_cast<const char*>(sqlite3_value_blob(cell));
+        return {text ? text : "", std::size_t(sqlite3_value_bytes(cell))};
     }
 
     // Null reads as 0 or as no bytes: only then is the type asked for.
 
-    void readNumber() {
-        const double number = sqlite3_column_double(m_statement, m_position);
-        m_store.numbers.push_back(number == 0 && isNull() ? std::numeric_limits<double>::quiet_NaN()
-                                                          : number);
+    void readNumber(sqlite3_value* cell) {
+        const double number = sqlite3_value_double(cell);
+        m_store.numbers.push_back(number == 0 && isNull(cell) ? std::numeric_limits<double>::quiet_NaN()
+                                                              : number);
     }
 
-    void readInteger() {
-        const int number = sqlite3_column_int(m_statement, m_position);
-        m_store.integers.push_back(number == 0 && isNull() ? ColumnStore::NullInteger : number);
+    void readInteger(sqlite3_value* cell) {
+        const int number = sqlite3_value_int(cell);
+        m_store.integers.push_back(number == 0 && isNull(cell) ? ColumnStore::NullInteger : number);
     }
 
-    void readText() {
-        const std::string_view text = bytes();
-        if (text.empty() && isNull())
+    void readText(sqlite3_value* cell) {
+        const std::string_view text = bytes(cell);
+        if (text.empty() && isNull(cell))
             return m_store.codes.push_back(TextPool::Null);
         if (m_lastCode == TextPool::Null || m_store.pool.text(m_lastCode) != text)
             m_lastCode = m_store.pool.intern(text);
         m_store.codes.push_back(m_lastCode);
     }
 
-    void readDate() {
-        const std::string_view text = bytes();
-        if (text.empty() && isNull())
+    void readDate(sqlite3_value* cell) {
+        const std::string_view text = bytes(cell);
+        if (text.empty() && isNull(cell))
             return m_store.moments.push_back(ColumnStore::NullMoment);
         if (text != m_lastDate) {
             const auto moment = parseIso(text.data(), int(text.size()));
@@ -93,18 +91,19 @@ private:
     }
 
     ColumnStore& m_store;
-    sqlite3_stmt* m_statement;
-    int m_position;
     TextPool::Code m_lastCode = TextPool::Null;
     std::string m_lastDate;
     qint64 m_lastMoment = 0;
 };
 
+constexpr const char* kReading = "reading"; // what the statement's pointer points to
+
+/// All rows come in one step of the statement, by an aggregate: a step a row takes half as long again.
 QString selectText(const QString& table, const std::vector<ColumnInfo>& columns) {
     QString names;
     for (const ColumnInfo& column : columns)
         names += QStringLiteral(", ") + quotedName(column.name);
-    return QStringLiteral("SELECT rowid%1 FROM %2 WHERE rowid BETWEEN ? AND ? ORDER BY rowid")
+    return QStringLiteral("SELECT gather_rows(?3, rowid%1) FROM %2 WHERE rowid BETWEEN ?1 AND ?2")
         .arg(names, quotedName(table));
 }
 
@@ -125,7 +124,7 @@ public:
         for (std::size_t i = 0; i < columns.size(); ++i) {
             m_rows.columns[i].info = columns[i];
             m_rows.columns[i].reserve(expected);
-            m_readers.emplace_back(m_rows.columns[i], m_statement.get(), int(i) + 1);
+            m_readers.emplace_back(m_rows.columns[i]);
         }
     }
 
@@ -133,15 +132,26 @@ public:
         sqlite3_stmt* statement = m_statement.get();
         sqlite3_bind_int64(statement, 1, range.first);
         sqlite3_bind_int64(statement, 2, range.last);
-        int code = SQLITE_OK;
-        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-            m_rows.rowids.push_back(sqlite3_column_int64(statement, 0));
-            for (CellReader& reader : m_readers)
-                reader.read();
-        }
+        sqlite3_bind_pointer(statement, 3, this, kReading, nullptr);
+        const int code = sqlite3_step(statement);
         sqlite3_reset(statement);
-        if (code != SQLITE_DONE)
+        if (m_error)
+            std::rethrow_exception(m_error);
+        if (code != SQLITE_ROW)
             failEngine(m_db, m_table);
+    }
+
+    /// Rowid and cells of the next row. What is thrown comes out of read(): the engine cannot let it through.
+    bool take(sqlite3_value** values) noexcept {
+        try {
+            m_rows.rowids.push_back(sqlite3_value_int64(*values));
+            for (CellReader& reader : m_readers)
+                reader.read(*++values);
+            return true;
+        } catch (...) {
+            m_error = std::current_exception();
+            return false;
+        }
     }
 
     LoadedRows take() { return std::move(m_rows); }
@@ -159,7 +169,14 @@ private:
     StatementHandle m_statement;
     LoadedRows m_rows;
     std::vector<CellReader> m_readers;
+    std::exception_ptr m_error;
 };
+
+void gatherRow(sqlite3_context* context, int /*count*/, sqlite3_value** values) {
+    auto* reading = static_cast<RangeReading*>(sqlite3_value_pointer(*values, kReading));
+    if (!reading || !reading->take(values + 1))
+        sqlite3_result_error(context, "gather_rows", -1);
+}
 
 /// `expected`: how many rows to make room for.
 LoadedRows readRange(sqlite3* db, const QString& table, const std::vector<ColumnInfo>& columns,
@@ -178,9 +195,9 @@ DatabaseHandle secondConnection(const QString& path) {
     const int code = sqlite3_open_v2(path.toUtf8().constData(), &db, flags, nullptr);
     DatabaseHandle handle(db, sqlite3_close);
     if (code != SQLITE_OK)
-        handle.reset();
-    else
-        sqlite3_busy_timeout(db, 2000);
+        return {nullptr, sqlite3_close};
+    sqlite3_busy_timeout(db, 2000);
+    registerGatherRows(db);
     return handle;
 }
 
@@ -246,6 +263,12 @@ LoadedRows readRows(Connection& connection, const QString& table, const std::vec
 }
 
 } // namespace
+
+void registerGatherRows(sqlite3* db) {
+    sqlite3_create_function_v2(
+        db, "gather_rows", -1, SQLITE_UTF8, nullptr, nullptr, gatherRow,
+        [](sqlite3_context* context) { sqlite3_result_null(context); }, nullptr);
+}
 
 struct RangeLoader::Parts {
     DatabaseHandle db;

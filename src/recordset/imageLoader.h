@@ -6,6 +6,7 @@
 #include <vector>
 
 class Connection;
+struct sqlite3;
 
 /// Rows read from a table, in the order of their rowids.
 struct LoadedRows {
@@ -37,3 +38,6 @@ private:
 /// Reads the named columns of every row. Two threads share the work, each on a connection of its own, except
 /// inside a transaction, whose rows a second connection cannot see. Throws RuntimeError.
 LoadedRows loadRows(Connection& connection, const QString& table, const std::vector<ColumnInfo>& columns);
+
+/// Gives an open database the aggregate by which rows are read.
+void registerGatherRows(sqlite3* db);
