@@ -2,7 +2,6 @@
 
 #include "app/appearance.h"
 #include "app/registry.h"
-#include "app/startUp.h"
 #include "controls/dataGrid.h"
 #include "controls/prompts.h"
 #include "data/books.h"
@@ -11,6 +10,7 @@
 #include "shell/MDIForm1.h"
 #include "support/driver.h"
 #include "support/sampleData.h"
+#include "support/startAtOnce.h"
 
 #include <QApplication>
 #include <QFile>
@@ -202,7 +202,7 @@ void measureLatency(const QString& path) {
     registerAll(main, prompts);
     main.resize(1366, 768);
     main.show();
-    startShop(main);
+    startAtOnce(main);
     QCoreApplication::processEvents();
     bool warm = false;
     ImageWarmer warmer(session.cn, columnsToWarm());

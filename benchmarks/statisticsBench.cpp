@@ -3,7 +3,6 @@
 #include "analysis/turnover.h"
 #include "app/appearance.h"
 #include "app/registry.h"
-#include "app/startUp.h"
 #include "controls/barChart.h"
 #include "controls/dataGrid.h"
 #include "controls/figureCard.h"
@@ -11,6 +10,7 @@
 #include "plainStatistics.h"
 #include "recordset/tableImage.h"
 #include "shell/MDIForm1.h"
+#include "support/startAtOnce.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -143,7 +143,7 @@ public:
         , m_plain(theirs) {
         registerAll(m_main, m_prompts);
         m_main.show();
-        startShop(m_main);
+        startAtOnce(m_main);
         qApp->installEventFilter(&m_clock);
     }
 

@@ -118,9 +118,13 @@ int run(ShopApplication& application, const QString& appPath, const QString& dat
         std::_Exit(0);
     };
     registerAll(main, prompts);
-    StartJobs jobs(session.cn, QDate::currentDate());
+    StartJobs jobs(session, QDate::currentDate());
     ImageWarmer warmer(session.cn, columnsToWarm());
     wireBooks(main, jobs, prompts, application.onActionEnded);
+    jobs.onQuiet = [&] {
+        warmer.start();
+        main.host().suggestions().start();
+    };
     main.show();
     // The frame is painted before the tables are read, so that a large shop has its window at once.
     QTimer::singleShot(0, &main, [&] {
@@ -128,8 +132,7 @@ int run(ShopApplication& application, const QString& appPath, const QString& dat
         jobs.start();
         startShop(main);
         application.setOpened();
-        warmer.start();
-        main.host().suggestions().start();
+        recountBehind(main, jobs);
     });
     return application.exec();
 }

@@ -16,9 +16,10 @@
 void registerAll(MDIForm1& main, Prompts& prompts) {
     ViewHost& host = main.host();
     prompts.guardWriting([&host](const QString& path) {
+        host.awaitFigures();
         return isOwnFile(path, host.session().cn.path()) ? ownFileRefusal(path) : QString();
     });
-    host.registerWindow(QStringLiteral("manualFm1"), [&host] {
+    host.registerPlain(QStringLiteral("manualFm1"), [&host] {
         const QString warning =
             wallsState() ? QString()
                          : QStringLiteral("本机的系统内核不支持隔离：导入文件时，读取程序没有隔离保护，"

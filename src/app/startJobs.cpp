@@ -1,6 +1,7 @@
 #include "app/startJobs.h"
 
 #include "data/immutableFile.h"
+#include "data/session.h"
 #include "maintenance/dailyBackup.h"
 #include "recordset/connection.h"
 #include "recordset/error.h"
@@ -9,7 +10,9 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QScopeGuard>
+
+#include <chrono>
+#include <utility>
 
 namespace {
 
@@ -27,23 +30,57 @@ QString checkedFault(const QString& path) {
     return fault;
 }
 
+class BusyCursor {
+public:
+    BusyCursor() { QGuiApplication::setOverrideCursor(QCursor(Qt::BusyCursor)); }
+    ~BusyCursor() { QGuiApplication::restoreOverrideCursor(); }
+    BusyCursor(const BusyCursor&) = delete;
+    BusyCursor& operator=(const BusyCursor&) = delete;
+};
+
 } // namespace
 
-StartJobs::StartJobs(Connection& connection, const QDate& today)
-    : m_connection(connection)
+StartJobs::StartJobs(Session& session, const QDate& today)
+    : m_connection(session.cn)
     , m_today(today)
-    , m_found(m_promise.get_future()) {
-    m_connection.beforeFirstWrite = [this] { waitForCheck(); };
+    , m_found(m_promise.get_future())
+    , m_totals(session) {
+    m_connection.beforeFirstWrite = [this] { finish(); };
+    m_totals.mayWrite = [this] { return isChecked(); };
+    m_totals.onEnd = [this](int changed) {
+        recounted();
+        if (onRecounted)
+            onRecounted(changed);
+    };
+    m_totals.onFailure = [this](const QString& why) {
+        recounted();
+        if (onNotRecounted)
+            onNotRecounted(why);
+    };
 }
 
 StartJobs::~StartJobs() {
     m_connection.beforeFirstWrite = nullptr;
+    if (!std::exchange(m_recountTold, true))
+        m_recountPromise.set_value(false);
     if (m_thread.joinable())
         m_thread.join();
 }
 
 void StartJobs::start() {
     m_thread = std::thread([this, path = m_connection.path(), today = m_today] { work(path, today); });
+}
+
+void StartJobs::recounted() {
+    m_recountTold = true;
+    m_recountPromise.set_value(true);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (onQuiet)
+                onQuiet();
+        },
+        Qt::QueuedConnection);
 }
 
 void StartJobs::work(const QString& path, const QDate& today) {
@@ -54,22 +91,22 @@ void StartJobs::work(const QString& path, const QDate& today) {
             this, [this, fault] { tellDamage(fault); }, Qt::QueuedConnection);
         return;
     }
+    if (!m_recountPromise.get_future().get())
+        return;
     const QString noBackup = backUpDaily(
         path, today, [this] { return m_connection.writeCount().load(); }, freeBytesOf);
     if (!noBackup.isEmpty())
         QMetaObject::invokeMethod(
-            this,
-            [this, noBackup] {
-                if (onNoBackup)
-                    onNoBackup(noBackup);
-            },
-            Qt::QueuedConnection);
+            this, [this, noBackup] { tellNoBackup(noBackup); }, Qt::QueuedConnection);
+}
+
+bool StartJobs::isChecked() const {
+    return m_found.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
 
 void StartJobs::waitForCheck() {
-    if (m_found.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
-        QGuiApplication::setOverrideCursor(QCursor(Qt::BusyCursor));
-        const auto restore = qScopeGuard([] { QGuiApplication::restoreOverrideCursor(); });
+    if (!isChecked()) {
+        const BusyCursor busy;
         m_found.wait();
     }
     if (m_found.get().isEmpty())
@@ -79,7 +116,20 @@ void StartJobs::waitForCheck() {
                        true);
 }
 
+void StartJobs::finish() {
+    waitForCheck();
+    if (m_totals.isDone())
+        return;
+    const BusyCursor busy;
+    m_totals.finish();
+}
+
 void StartJobs::tellDamage(const QString& fault) {
     if (onDamage)
         onDamage(fault);
+}
+
+void StartJobs::tellNoBackup(const QString& fault) {
+    if (onNoBackup)
+        onNoBackup(fault);
 }

@@ -4,37 +4,9 @@
 #include "app/startJobs.h"
 #include "controls/prompts.h"
 #include "data/books.h"
-#include "recordset/error.h"
 #include "shell/MDIForm1.h"
 
 #include <QFileInfo>
-
-namespace {
-
-/// Recounts the totals; what the status bar says of it, "" where nothing changed. Totals that cannot be
-/// written now are put right by the next start.
-QString recount(MDIForm1& main) {
-    Session& session = main.host().session();
-    try {
-        const int changed = recountTotals(session, [&main](int done, int total) {
-            main.showProgress(QStringLiteral("正在核对客户累计"), done, total);
-        });
-        return changed == 0
-                   ? QString()
-                   : QStringLiteral("核对客户累计：%1 位客户的累计和购物记录不符，已经按购物记录改正。")
-                         .arg(changed);
-    } catch (const ActionEnded& ended) {
-        session.cn.tellTakenBack();
-        return QStringLiteral("客户累计和购物记录不符，这次没有改正。") + ended.text();
-    } catch (const DatabaseLost& lost) {
-        if (lost.outcome() == Outcome::Unknown)
-            throw;
-        session.cn.tellTakenBack();
-        return QStringLiteral("客户累计和购物记录不符，这次没有改正。") + lost.text();
-    }
-}
-
-} // namespace
 
 void wireBooks(MDIForm1& main, StartJobs& jobs, Prompts& prompts,
                std::function<void(const QString& text)>& onActionEnded) {
@@ -57,15 +29,31 @@ void wireBooks(MDIForm1& main, StartJobs& jobs, Prompts& prompts,
                       path, WayBack::Restore);
     };
     jobs.onNoBackup = [&main](const QString& fault) { main.host().say({fault}); };
+    jobs.onRecounted = [&main](int changed) { tellRecounted(main, changed); };
+    jobs.onNotRecounted = [&main](const QString& why) { tellNotRecounted(main, why); };
 }
 
 void startShop(MDIForm1& main) {
     openBooks(main.host().session());
-    const QString note = recount(main);
-    main.endProgress();
     main.host().show(QStringLiteral("dataInputFm1"));
-    if (!note.isEmpty())
-        main.host().say({note});
+}
+
+void recountBehind(MDIForm1& main, StartJobs& jobs) {
+    main.host().beforeFigures = [&jobs] { jobs.finish(); };
+    jobs.startRecount();
+}
+
+void tellRecounted(MDIForm1& main, int changed) {
+    if (changed == 0)
+        return;
+    if (View* view = main.host().active())
+        view->totalsPutRight();
+    main.host().say(
+        {QStringLiteral("核对客户累计：%1 位客户的累计和购物记录不符，已经按购物记录改正。").arg(changed)});
+}
+
+void tellNotRecounted(MDIForm1& main, const QString& why) {
+    main.host().say({QStringLiteral("客户累计和购物记录不符，这次没有改正。") + why});
 }
 
 QString unknownJournalQuestion(const QString& databasePath) {

@@ -9,10 +9,16 @@ class MDIForm1;
 class Prompts;
 class StartJobs;
 
-/// Opens the books, recounts the customers' totals and shows the register; the status bar says of how many
-/// customers the totals changed. In: called once, after the main window is shown. Throws RuntimeError,
-/// DatabaseLost.
+/// Opens the books and shows the register, with the totals as they are stored. In: called once, after the
+/// main window is shown. Throws RuntimeError, DatabaseLost.
 void startShop(MDIForm1& main);
+
+/// Recounts the customers' totals behind the first screen; whoever asks for them meanwhile has it finished.
+void recountBehind(MDIForm1& main, StartJobs& jobs);
+
+/// Says in the status bar how the recount of the customers' totals ended, and shows them.
+void tellRecounted(MDIForm1& main, int changed);
+void tellNotRecounted(MDIForm1& main, const QString& why);
 
 /// What the open books ask of the user, and what he is told when an action of theirs has ended, which
 /// `onActionEnded` gets: cursors are shown as they are then, and he reads the text where there is one. What

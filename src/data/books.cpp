@@ -7,10 +7,10 @@ void openBooks(Session& session) {
     session.readCurrent();
 }
 
-int recountTotals(Session& session, const Progress& progress) {
-    if (!session.clientTable->isOpen() || !session.buyList->isOpen())
-        return 0;
-    session.clientTable->clearFilter();
-    session.buyList->clearFilter();
-    return client_totals_recount(session.cn, session.clientTable, session.buyList, progress);
+std::unique_ptr<TotalsRecount> totalsRecount(Session& session) {
+    RecordsetPtr clients;
+    RecordsetPtr lines;
+    reopen(clients, session.cn, QStringLiteral("Select * From clientTable"));
+    reopen(lines, session.cn, QStringLiteral("Select * From buyList"));
+    return std::make_unique<TotalsRecount>(session.cn, clients, lines);
 }

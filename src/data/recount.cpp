@@ -49,25 +49,6 @@ private:
     const std::vector<double>& m_quantity;
 };
 
-/// Puts the totals that the sums give into the row at `position`, which becomes current only if one differs;
-/// whether one did. `fields` has those of kTotalColumns.
-bool writeTotals(const RecordsetPtr& clients, int position, const std::array<int, 4>& fields,
-                 const LineSums& sums) {
-    const std::array<CellValue, 4> totals = totalsOf(sums);
-    bool changed = false;
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        if (clients->valueAt(position, fields[i]) == totals[i])
-            continue;
-        if (!changed)
-            clients->moveTo(position);
-        changed = true;
-        clients->Fields(fields[i]).setValue(totals[i]);
-    }
-    if (changed)
-        clients->Update();
-    return changed;
-}
-
 } // namespace
 
 void LineSums::add(double linePaid, double lineMargin, double lineQuantity) {
@@ -156,6 +137,56 @@ LineSums sumsOfView(const RecordsetPtr& lines) {
     return sums;
 }
 
+TotalsRecount::TotalsRecount(Connection& connection, RecordsetPtr clients, RecordsetPtr lines)
+    : m_connection(connection)
+    , m_clients(std::move(clients))
+    , m_lines(std::move(lines))
+    , m_sums(m_lines)
+    , m_number(m_clients->fieldIndex(QStringLiteral("客户编号"))) {
+    QStringList columns{QStringLiteral("客户编号")};
+    for (std::size_t i = 0; i < m_fields.size(); ++i) {
+        columns << QString::fromUtf16(kTotalColumns[i]);
+        m_fields[i] = m_clients->fieldIndex(columns.back());
+    }
+    m_clients->prefetch(columns);
+}
+
+bool TotalsRecount::look(int most) {
+    const int count = clientCount();
+    for (const int end = std::min(count, m_looked + most); m_looked < end; ++m_looked) {
+        const std::string number = fieldText(m_clients->valueAt(m_looked, m_number)).toStdString();
+        const std::array<CellValue, 4> totals = totalsOf(m_sums.find(number).value_or(LineSums()));
+        const bool same = std::equal(totals.begin(), totals.end(), m_fields.begin(),
+                                     [this](const CellValue& total, int field) {
+                                         return m_clients->valueAt(m_looked, field) == total;
+                                     });
+        if (!same)
+            m_wrong.emplace_back(m_clients->rowAt(m_looked), totals);
+    }
+    return m_looked < count;
+}
+
+int TotalsRecount::write() {
+    if (m_wrong.empty())
+        return 0;
+    WriteBatch batch(m_connection);
+    for (const auto& [row, totals] : m_wrong) {
+        if (!m_clients->moveToRow(row))
+            continue;
+        for (std::size_t i = 0; i < m_fields.size(); ++i)
+            if (Field field = m_clients->Fields(m_fields[i]); field.Value() != totals[i])
+                field.setValue(totals[i]);
+        m_clients->Update();
+    }
+    batch.finish();
+    return int(m_wrong.size());
+}
+
+int TotalsRecount::finish() {
+    look(clientCount());
+    return write();
+}
+
 int client_totals_recount(Connection& connection, const RecordsetPtr& clients, const RecordsetPtr& lines,
                           const Progress& progress) {
     if (!clients->hasRows())
@@ -164,25 +195,14 @@ int client_totals_recount(Connection& connection, const RecordsetPtr& clients, c
     const QuietWalk lineWalk(lines);
     clients->clearFilter();
     lines->clearFilter();
-    const SumsByClient sums(lines);
-    const int number = clients->fieldIndex(QStringLiteral("客户编号"));
-    std::array<int, 4> fields{};
-    std::transform(
-        std::begin(kTotalColumns), std::end(kTotalColumns), fields.begin(),
-        [&clients](const char16_t* name) { return clients->fieldIndex(QString::fromUtf16(name)); });
-    clients->prefetch({QStringLiteral("客户编号"), QStringLiteral("消费合计"), QStringLiteral("差额利润"),
-                       QStringLiteral("购买数"), QStringLiteral("差额利润率")});
-    WriteBatch batch(connection);
-    const int count = clients->RecordCount();
-    int changed = 0;
-    for (int i = 0; i < count; ++i) {
-        const LineSums his =
-            sums.find(fieldText(clients->valueAt(i, number)).toStdString()).value_or(LineSums());
-        changed += writeTotals(clients, i, fields, his);
-        if (progress && i % kProgressStep == 0)
-            progress(i, count);
+    TotalsRecount recount(connection, clients, lines);
+    const auto tell = [&] {
+        if (progress)
+            progress(recount.looked(), recount.clientCount());
+    };
+    for (tell(); recount.look(kProgressStep); tell()) {
     }
-    batch.finish();
+    const int changed = recount.write();
     clients->clearFilter();
     lines->Requery();
     return changed;

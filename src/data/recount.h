@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// Told how far a long loop has come: rows done, rows in all.
@@ -50,6 +51,32 @@ private:
 /// A customer's stored totals and what they are for such sums, in one order.
 inline constexpr const char16_t* kTotalColumns[] = {u"消费合计", u"差额利润", u"购买数", u"差额利润率"};
 std::array<CellValue, 4> totalsOf(const LineSums& sums);
+
+/// The recount of the customers' totals in steps: all customers are looked at first, then what differs is
+/// written. In: cursors that show all customers and all lines, and stay as they are until it is written.
+class TotalsRecount {
+public:
+    TotalsRecount(Connection& connection, RecordsetPtr clients, RecordsetPtr lines);
+
+    /// Looks at `most` customers more; whether some are left.
+    bool look(int most);
+    int looked() const { return m_looked; }
+    int clientCount() const { return m_clients->RecordCount(); }
+    /// Writes the totals that differ, in one transaction; their number.
+    int write();
+    /// Looks at all of them and writes.
+    int finish();
+
+private:
+    Connection& m_connection;
+    RecordsetPtr m_clients;
+    RecordsetPtr m_lines;
+    SumsByClient m_sums;
+    int m_number = 0;
+    std::array<int, 4> m_fields{}; // of kTotalColumns
+    int m_looked = 0;
+    std::vector<std::pair<RowId, std::array<CellValue, 4>>> m_wrong; // with what they are to be
+};
 
 /// Rebuilds 消费合计, 差额利润, 购买数 and 差额利润率 of every customer from the lines that bear his number
 /// (case of A-Z apart). Writes only what changes, in one transaction. Afterwards no Filter is on, the

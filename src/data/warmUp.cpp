@@ -44,3 +44,11 @@ std::vector<WarmTable> columnsToWarm() {
         {lines, {ordered(u"产品编号"), ordered(u"客户编号")}},
     };
 }
+
+std::vector<WarmTable> columnsOfTotals() {
+    return {
+        {QStringLiteral("buyList"), {plain(u"客户编号"), plain(u"实付"), plain(u"差额利润"), plain(u"数量")}},
+        {QStringLiteral("clientTable"),
+         {plain(u"客户编号"), plain(u"消费合计"), plain(u"差额利润"), plain(u"购买数"),
+          plain(u"差额利润率")}}};
+}

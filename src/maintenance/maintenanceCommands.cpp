@@ -15,6 +15,7 @@ void dataBackup(ViewHost& host, Prompts& prompts) {
                                             QStringLiteral("所有文件 (*.*);;mdb文件 (*.mdb)"));
     if (!name)
         return;
+    host.awaitFigures();
     const QString target = withDefaultEnding(*name);
     const bool made = !isOwnFile(target, session.cn.path()) && backUpDatabase(session.cn.path(), target);
     if (made)

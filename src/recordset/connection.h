@@ -69,8 +69,8 @@ public:
     /// that reads the file without a lock and wants to know whether it stood still.
     const std::atomic<unsigned>& writeCount() const { return m_writeCount; }
 
-    /// Runs before the first transaction, and again before the next where it throws; unset, or after it has
-    /// come to its end, there is nothing to wait for.
+    /// Runs before the first action that may write, in no transaction and able to write itself, and again
+    /// before the next where it throws; unset, or after it has come to its end, there is nothing to wait for.
     std::function<void()> beforeFirstWrite;
     /// Asked where another program holds the file: true to try once more. Unset is never.
     std::function<bool()> askAgain;
@@ -112,6 +112,7 @@ private:
     void setPragmas();
 
     // The file.
+    void passGate();
     void begin();
     void commit();
     void rollBack();

@@ -59,6 +59,8 @@ ImageWarmer::~ImageWarmer() {
     m_stop = true;
     if (m_thread.joinable())
         m_thread.join();
+    if (const auto image = m_warming.lock())
+        image->endWarming(); // what was read is not handed over any more
 }
 
 void ImageWarmer::waitForIdle(std::function<void()> then) {
@@ -99,7 +101,7 @@ void ImageWarmer::startNext() {
 }
 
 /// The pass over a table's columns, null where none of them is wanted any more.
-std::shared_ptr<ImageWarmer::Pass> ImageWarmer::passOver(const WarmTable& table) const {
+std::shared_ptr<ImageWarmer::Pass> ImageWarmer::passOver(const WarmTable& table) {
     const auto image = m_connection.standingImage(table.table);
     if (!image || image->isDropped() || image->size() == 0)
         return nullptr;
@@ -127,6 +129,7 @@ std::shared_ptr<ImageWarmer::Pass> ImageWarmer::passOver(const WarmTable& table)
     if (pass->columns.empty())
         return nullptr;
     pass->source = image->beginWarming();
+    m_warming = image;
     return pass;
 }
 
@@ -206,6 +209,7 @@ void ImageWarmer::handOver(const std::shared_ptr<Pass>& pass) {
             adopt(*image, *pass);
             image->endWarming();
         }
+        m_warming.reset();
         next();
     });
 }

@@ -46,7 +46,7 @@ private:
 
     void next();
     void startNext();
-    std::shared_ptr<Pass> passOver(const WarmTable& table) const;
+    std::shared_ptr<Pass> passOver(const WarmTable& table);
     void read(Pass& pass);
     void readRows(Pass& pass);
     template <typename Step> void inStep(Step&& step);
@@ -57,7 +57,8 @@ private:
     void waitForIdle(std::function<void()> then);
 
     Connection& m_connection;
-    std::vector<WarmTable> m_tables; // still to be read, the next one last
+    std::vector<WarmTable> m_tables;     // still to be read, the next one last
+    std::weak_ptr<TableImage> m_warming; // notes its changes for the pass under way
     std::thread m_thread;
     std::atomic<bool> m_stop = false;
 };

@@ -18,6 +18,8 @@ void Connection::write(Statement& statement) {
         m_failed = true;
         throw DatabaseLost(QStringLiteral("写入失败，本次操作已全部撤回。"));
     }
+    if (m_batchDepth == 0)
+        passGate();
     try {
         if (!m_open)
             begin();
@@ -47,10 +49,20 @@ void Connection::write(const QString& sql) {
     write(statement);
 }
 
+/// What the gate itself writes goes past it.
+void Connection::passGate() {
+    if (!beforeFirstWrite)
+        return;
+    const std::function<void()> wait = std::exchange(beforeFirstWrite, nullptr);
+    try {
+        wait();
+    } catch (...) {
+        beforeFirstWrite = wait;
+        throw;
+    }
+}
+
 void Connection::begin() {
-    if (beforeFirstWrite)
-        beforeFirstWrite();
-    beforeFirstWrite = nullptr;
     m_gate.beginWriting();
     try {
         runWhenFree("BEGIN IMMEDIATE");
@@ -199,8 +211,10 @@ void Connection::tellTakenBack() {
 
 void Connection::beginBatch() {
     refuseWhileAsking();
-    if (m_batchDepth == 0)
+    if (m_batchDepth == 0) {
+        passGate();
         noteBefore();
+    }
     ++m_batchDepth;
 }
 

@@ -374,6 +374,7 @@ void dataInputFm1::addNext() {
 }
 
 void dataInputFm1::save() {
+    m_host.awaitFigures(); // the boxes hold two of the totals
     m_boxes->focus(1);
     const bool added = m_adding && m_changed;
     if (added)
@@ -417,6 +418,11 @@ void dataInputFm1::showTotals() {
     const QStringList texts = record_Display(m_session);
     for (const int box : registerNumberBoxes())
         m_boxes->setText(box, texts[box]);
+}
+
+void dataInputFm1::totalsPutRight() {
+    if (!m_adding)
+        showTotals();
 }
 
 void dataInputFm1::afterPurchase() {

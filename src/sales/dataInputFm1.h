@@ -19,6 +19,7 @@ public:
     dataInputFm1(ViewHost& host, Prompts& prompts);
 
     void load() override;
+    void totalsPutRight() override;
     ShowSource source() const override { return m_session.clientShowSource; }
     /// Fm_Activate_dataInputFm1.
     void activate() override { Fm_Activate_dataInputFm1(); }

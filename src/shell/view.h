@@ -43,6 +43,8 @@ public:
     virtual bool shows(ShowSource /*code*/) const { return true; }
     /// Runs after a command has put other rows into the cursor that the view shows.
     virtual void rowsReplaced() {}
+    /// Runs after customers' totals that were wrong were put right behind the view.
+    virtual void totalsPutRight() {}
     /// Runs after the sort dialog has sorted the view's cursor.
     virtual void sorted() {}
 

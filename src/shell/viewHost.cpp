@@ -60,6 +60,7 @@ void ViewHost::rememberColumns(const QWidget& window) {
 void ViewHost::show(const QString& name) {
     if (!m_views.contains(name) || isActive(name))
         return;
+    awaitFigures();
     const bool fresh = m_loaded.value(name).isNull();
     View* view = loaded(name);
     say({}); // what stands there spoke of the view before
@@ -173,6 +174,8 @@ TopWindow* ViewHost::openWindow(const QString& name, MainWindow main) {
         open->activateWindow();
         return open;
     }
+    if (!m_plain.contains(name))
+        awaitFigures();
     TopWindow* window = m_windows.value(name)();
     m_open[name] = {window, main};
     rememberColumns(*window);

@@ -32,6 +32,11 @@ public:
 
     void registerView(const QString& name, ViewFactory factory) { m_views[name] = std::move(factory); }
     void registerWindow(const QString& name, WindowFactory factory) { m_windows[name] = std::move(factory); }
+    /// A window that has nothing to do with the customers' totals: it waits for none.
+    void registerPlain(const QString& name, WindowFactory factory) {
+        registerWindow(name, std::move(factory));
+        m_plain.insert(name);
+    }
     /// A window of which one is open at a time: while it is, no other window prints, and asking for another
     /// report brings it to the front.
     void registerReport(const QString& name, WindowFactory factory) {
@@ -77,8 +82,17 @@ public:
     using Sorter = std::function<void(const QString& field)>;
     void setSorter(Sorter sorter) { m_sorter = std::move(sorter); }
     void sortBy(const QString& field) {
+        awaitFigures();
         if (m_sorter)
             m_sorter(field);
+    }
+
+    /// Runs before the customers' totals are shown elsewhere, sorted by, counted or written to a file; unset
+    /// where they are right.
+    std::function<void()> beforeFigures;
+    void awaitFigures() {
+        if (beforeFigures)
+            beforeFigures();
     }
 
     View* active() const { return m_active; }
@@ -124,6 +138,7 @@ private:
     QHash<QString, ViewFactory> m_views;
     QHash<QString, WindowFactory> m_windows;
     QSet<QString> m_reports;
+    QSet<QString> m_plain;
     Sorter m_sorter;
     QHash<QString, std::shared_ptr<ColumnsByUser>> m_columns; // by names of window and grid, for this run
     QHash<QString, QPointer<View>> m_loaded;

@@ -46,7 +46,7 @@ int startOn(const QString& path) {
         Session session(path);
         session.cn.beforeFirstWrite = [] { _exit(3); }; // the recount would write
         openBooks(session);
-        recountTotals(session);
+        totalsRecount(session)->finish();
     } catch (const std::exception&) {
         return 2;
     }
@@ -62,7 +62,7 @@ TEST(Damage, AFlippedBitIsFoundOrLeavesTheProgramAlive) {
     {
         Session session(sound); // from here on a total that differs is the flip's doing
         openBooks(session);
-        recountTotals(session);
+        totalsRecount(session)->finish();
     }
     const QByteArray whole = digestOfBooks(sound);
     std::mt19937 random(23);

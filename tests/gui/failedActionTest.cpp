@@ -3,6 +3,7 @@
 #include "app/startJobs.h"
 #include "controls/dataGrid.h"
 #include "recordset/error.h"
+#include "support/otherProgram.h"
 #include "support/purchaseWindow.h"
 #include "support/smallDisk.h"
 
@@ -10,28 +11,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include <sqlite3.h>
-
 namespace {
-
-constexpr const char* kWrites = "BEGIN IMMEDIATE";                 // no action of ours can begin
-constexpr const char* kReads = "BEGIN; SELECT * FROM clientTable"; // none can be committed
-constexpr const char* kExcludes = "BEGIN EXCLUSIVE";               // nobody can read
-
-/// Another program that holds the file while it lives.
-class OtherProgram {
-public:
-    OtherProgram(const QString& path, const char* held) {
-        sqlite3_open(path.toUtf8().constData(), &m_db);
-        EXPECT_EQ(sqlite3_exec(m_db, held, nullptr, nullptr, nullptr), SQLITE_OK);
-    }
-    ~OtherProgram() { sqlite3_close(m_db); }
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
-
-private:
-    sqlite3* m_db = nullptr;
-};
 
 class FailedAction : public Purchase {
 protected:
@@ -152,10 +132,11 @@ TEST_F(LockedGrid, PaintedWhileTheUserIsAskedDoesNotUndoWhatHeWaitedFor) {
 
 TEST_F(FailedAction, TheProgramAsksAndShowsTheCursorsAsTheyWereWhenTheUserGivesUp) {
     start();
-    StartJobs jobs(session().cn, QDate(2026, 11, 22));
+    StartJobs jobs(session(), QDate(2026, 11, 22));
     session().cn.beforeFirstWrite = nullptr; // no check is under way
     std::function<void(const QString&)> onActionEnded;
     wireBooks(*main, jobs, prompts, onActionEnded);
+    main->host().beforeFigures = nullptr;
     {
         waitForNobody();
         const OtherProgram other(books.path(), kWrites);

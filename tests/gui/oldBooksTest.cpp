@@ -1,6 +1,5 @@
 // Books of an old installation: the question at the start, and the shop at work on them.
 #include "app/oldBooks.h"
-#include "app/startUp.h"
 #include "import/importSource.h"
 #include "recordset/textDate.h"
 #include "reports/reportForm.h"
@@ -8,6 +7,7 @@
 #include "support/pdfReader.h"
 #include "support/shopWindow.h"
 #include "support/smallDisk.h"
+#include "support/startAtOnce.h"
 
 #include <QDir>
 #include <QFile>
@@ -102,7 +102,7 @@ TEST_F(OldBooksTest, TheShopSellsStocksInAndPrintsOnThem) {
     MDIForm1 main(session, prompts);
     registerAll(main, prompts);
     main.show();
-    startShop(main);
+    startAtOnce(main);
     Driver drive(main);
     const auto figure = [&session](const char* sql) {
         Statement statement = session.cn.prepare(QString::fromUtf8(sql));

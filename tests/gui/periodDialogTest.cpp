@@ -1,5 +1,6 @@
 #include "controls/dataGrid.h"
 #include "support/shopWindow.h"
+#include "support/startAtOnce.h"
 
 #include <QComboBox>
 #include <QRadioButton>
@@ -185,7 +186,7 @@ TEST_F(PeriodWindow, DecemberWithGreaterLosesTheCopiesAndASaleStillWorksNowAndAf
     MDIForm1 second(again, prompts);
     registerAll(second, prompts);
     second.show();
-    startShop(second);
+    startAtOnce(second);
     sell(second, 2);
     EXPECT_EQ(books.stored("SELECT count(*) FROM buyList"), u"5");
 }

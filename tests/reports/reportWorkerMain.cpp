@@ -4,12 +4,12 @@
 #include "app/appearance.h"
 #include "app/registry.h"
 #include "app/shopApplication.h"
-#include "app/startUp.h"
 #include "reports/reportDescription.h"
 #include "shell/MDIForm1.h"
 #include "support/driver.h"
 #include "support/reportRows.h"
 #include "support/scriptedPrompts.h"
+#include "support/startAtOnce.h"
 
 #include <QTimer>
 
@@ -40,7 +40,7 @@ int main(int argc, char** argv) {
     MDIForm1 main(books.session(), prompts);
     registerAll(main, prompts);
     main.show();
-    startShop(main);
+    startAtOnce(main);
     books.session().reopen(books.session().*report->cursor, rowsOf(*report));
     TopWindow* form = main.host().openWindow(words[1], ViewHost::MainWindow::Disabled);
     QTimer::singleShot(0, [form] {

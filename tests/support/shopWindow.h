@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/registry.h"
-#include "app/startUp.h"
 #include "shell/MDIForm1.h"
 #include "support/driver.h"
 #include "support/scriptedPrompts.h"
+#include "support/startAtOnce.h"
 #include "support/testBooks.h"
 
 #include <QCoreApplication>
@@ -18,7 +18,7 @@ protected:
         main->endProcess = [this] { ended = true; };
         registerAll(*main, prompts);
         main->show();
-        startShop(*main);
+        startAtOnce(*main);
         QCoreApplication::processEvents();
         drive = std::make_unique<Driver>(*main);
     }

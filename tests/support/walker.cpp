@@ -1,7 +1,7 @@
 #include "support/walker.h"
 
 #include "app/registry.h"
-#include "app/startUp.h"
+#include "support/startAtOnce.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -31,7 +31,7 @@ WalkedProgram::WalkedProgram(const QString& from, bool yes)
     main->endProcess = [this] { ended = true; };
     registerAll(*main, prompts);
     main->show();
-    startShop(*main);
+    startAtOnce(*main);
     QCoreApplication::processEvents();
 }
 

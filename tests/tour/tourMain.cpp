@@ -4,11 +4,11 @@
 #include "app/booksPlace.h"
 #include "app/registry.h"
 #include "app/shopApplication.h"
-#include "app/startUp.h"
 #include "controls/prompts.h"
 #include "reports/reportForm.h"
 #include "shell/MDIForm1.h"
 #include "support/driver.h"
+#include "support/startAtOnce.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -432,7 +432,7 @@ int main(int argc, char** argv) {
     // The pictures are of one size, however small the screen behind them is.
     main.setWindowState(Qt::WindowNoState);
     main.resize(1280, 720);
-    startShop(main);
+    startAtOnce(main);
     Tour(main, words[2]).run();
     return 0;
 }
