@@ -87,8 +87,10 @@ QString make(const QString& folder, const QString& emptyBooks) {
     const auto gone = qScopeGuard([&half] { removeHalf(half); });
     if (QString fault = fill(half, emptyBooks); !fault.isEmpty())
         return fault;
-    if (std::rename(encoded(half).constData(), encoded(folder).constData()) != 0)
-        return isFirstStart(folder) ? systemWords() : QString();
+    if (std::rename(encoded(half).constData(), encoded(folder).constData()) != 0) {
+        QString words = systemWords();
+        return isFirstStart(folder) ? words : QString();
+    }
     flushFile(parent);
     return {};
 }

@@ -42,6 +42,7 @@ QTableWidget* emptyList(QWidget* parent) {
 ReportDialog::ReportDialog(const QString& text)
     : m_column(new QVBoxLayout(this))
     , m_buttons(new QHBoxLayout) {
+    setObjectName(QStringLiteral("reportDialog"));
     setWindowTitle(QStringLiteral("衡商汇"));
     auto* label = new QLabel(text, this);
     label->setObjectName(QStringLiteral("report"));

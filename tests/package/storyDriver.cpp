@@ -24,7 +24,8 @@ constexpr int kGlance = 10;
 class Story : public QObject {
 public:
     Story(const QString& path, QObject* parent)
-        : QObject(parent) {
+        : QObject(parent)
+        , m_path(path) {
         QFile file(path);
         if (file.open(QIODevice::ReadOnly))
             m_steps = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
@@ -39,11 +40,19 @@ private:
             return m_timer.stop();
         if (isDone(m_steps.front())) {
             std::printf("story: %s\n", qUtf8Printable(m_steps.takeFirst()));
+            keepRest();
             m_waiting.restart();
         } else if (m_waiting.elapsed() > kPatience) {
             std::fprintf(stderr, "story: cannot be done: %s\n", qUtf8Printable(m_steps.front()));
             std::_Exit(3);
         }
+    }
+
+    /// A program that starts anew goes on where it was.
+    void keepRest() const {
+        QFile file(m_path);
+        if (file.open(QIODevice::WriteOnly))
+            file.write(m_steps.join(u'\n').toUtf8());
     }
 
     bool isDone(const QString& step) {
@@ -53,7 +62,8 @@ private:
             return comeTo(name);
         if (verb == u"answer")
             return answer(step.section(u' ', 1));
-        if (QApplication::activeModalWidget() || !m_window)
+        const QWidget* modal = QApplication::activeModalWidget();
+        if (!m_window || (modal && modal != m_window))
             return false;
         if (verb == u"choose")
             return choose(name);
@@ -143,6 +153,7 @@ private:
         return label ? label->text() : QString();
     }
 
+    QString m_path;
     QStringList m_steps;
     QElapsedTimer m_waiting; // since the step in hand became the next
     QTimer m_timer;

@@ -5,7 +5,7 @@
 /// A plugin that works a program as its user would, for programs that are tested as they are delivered: Qt
 /// loads it into any program of its own where the environment says so (QT_PLUGIN_PATH,
 /// QT_QPA_GENERIC_PLUGINS=story), and it follows the story in the file that SHOP_STORY names. A line is a
-/// step; each waits until it can be done:
+/// step; each waits until it can be done, and leaves the file then where that may be written:
 ///
 ///   in NAME              the window that the next steps are about
 ///   choose ACTION        triggers a menu action
