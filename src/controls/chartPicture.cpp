@@ -1,9 +1,10 @@
 #include "controls/chartPicture.h"
 
+#include "export/wholeFile.h"
+
 #include <QBuffer>
 #include <QGraphicsView>
 #include <QPainter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 #include <algorithm>
@@ -63,8 +64,5 @@ bool isPictureName(const QString& path) {
 
 bool writePicture(const QString& path, const QString& title, QGraphicsView& view) {
     const QByteArray bytes = path.endsWith(kSvg, Qt::CaseInsensitive) ? svgOf(title, view) : pngOf(view);
-    QSaveFile file(path);
-    // A short file reaches the disk only with the flush, and commit() does not hear when that fails.
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
-           file.commit();
+    return writeWholeFile(path, bytes);
 }

@@ -8,6 +8,7 @@
 #include "data/cursorMoves.h"
 #include "recordset/ignoringErrors.h"
 #include "reports/fitBoxes.h"
+#include "reports/layoutFile.h"
 #include "reports/paperView.h"
 #include "reports/reportExport.h"
 
@@ -353,6 +354,32 @@ void ReportForm::exportRows(const ExportKind& kind) {
     if (row)
         rows()->moveToRow(*row); // a text of the head may have walked
     ::askExport(this, m_prompts, kind, exportedReport(drawn));
+}
+
+void ReportForm::saveLayout() {
+    const auto path =
+        m_prompts.saveFile(QStringLiteral("保存版式"), exportName(this) + QStringLiteral("版式.json"),
+                           QStringLiteral("版式 (*.json)"));
+    if (!path)
+        return;
+    if (const QString fault = writeLayoutFile(*path, m_report, {m_layout, m_ownTitle}); !fault.isEmpty())
+        return m_prompts.tell(QStringLiteral("版式没有保存：%1。").arg(fault));
+    say(this, {QStringLiteral("已保存版式：%1").arg(*path)});
+}
+
+void ReportForm::loadLayout() {
+    const auto path = m_prompts.openFile(QStringLiteral("载入版式"), QStringLiteral("版式 (*.json)"));
+    if (!path)
+        return;
+    ReportLayout opening = defaultLayout(m_report, openingTitle());
+    opening.selectedBox = m_layout.selectedBox;
+    const LayoutOutcome read = readLayoutFile(*path, m_session.cn.path(), m_report, opening);
+    if (!read.kept)
+        return m_prompts.tell(QStringLiteral("版式没有载入：%1。").arg(read.fault));
+    m_layout = read.kept->layout;
+    m_ownTitle = read.kept->ownTitle;
+    redraw();
+    say(this, {QStringLiteral("已载入版式：%1").arg(*path)});
 }
 
 void ReportForm::keepZoom(const std::shared_ptr<PaperZoom>& zoom) {

@@ -71,6 +71,8 @@ private:
     void askTitle();
     void askExport();
     void exportRows(const ExportKind& kind);
+    void saveLayout();
+    void loadLayout();
     void setUpPrinter();
 
     const RecordsetPtr& rows() const { return m_session.*m_report.cursor; }

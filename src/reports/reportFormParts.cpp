@@ -113,6 +113,10 @@ QMenuBar* ReportForm::buildMenu() {
         bar->addAction(QString::fromUtf16(kind->caption), this,
                        [this, exported = kind] { exportRows(*exported); })
             ->setObjectName(QString::fromUtf16(name));
+    bar->addAction(QStringLiteral("保存版式…"), this, [this] { saveLayout(); })
+        ->setObjectName(QStringLiteral("saveLayout"));
+    bar->addAction(QStringLiteral("载入版式…"), this, [this] { loadLayout(); })
+        ->setObjectName(QStringLiteral("loadLayout"));
     bar->addAction(QStringLiteral("返回"), this, [this] { close(); })
         ->setObjectName(QStringLiteral("return"));
     return bar;

@@ -22,7 +22,7 @@ struct FontRecord {
 enum class ReportPart { Table, Title, Head };
 
 /// The layout of one open report: where its parts stand, in millimetres from the page's top left corner, and
-/// its fonts. It lives as long as its form and is kept nowhere.
+/// its fonts. It lives as long as its form; only where the user asks for it a file keeps it.
 struct ReportLayout {
     static constexpr int kMostBoxes = 10;
 
@@ -46,4 +46,6 @@ struct ReportLayout {
     /// Moves a part by millimetres, right and down. Throws Overflow where a title shift that is not wide
     /// would leave 16 bits.
     void move(ReportPart part, double right, double down);
+
+    bool operator==(const ReportLayout&) const = default;
 };
