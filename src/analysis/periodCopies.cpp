@@ -90,11 +90,10 @@ std::array<CellValue, 4> totalsOfClient(const SumsByClient& sums, std::string_vi
 
 /// Copies customers who bought in the period, their totals those of its lines: one statement a customer,
 /// where copying first and counting afterwards would write each twice. Totals that cannot be counted end the
-/// counting, and the rest are copied as they stand.
-void copyClients(Session& session, const SumsByClient& sums, const Progress& progress,
-                 IgnoringErrors& errors) {
-    Recordset clients(session.cn);
-    clients.Open(QStringLiteral("Select * From clientTable"));
+/// counting, and the rest are copied as they stand. Gives the rows that were copied.
+std::vector<Row> copyClients(Session& session, const Recordset& clients, const SumsByClient& sums,
+                             const Progress& progress, IgnoringErrors& errors) {
+    std::vector<Row> copied;
     ClientCopy copy(session.cn, clients.fieldNames());
     const ColumnStore& numbers =
         clients.image().column(clients.imageColumn(clients.fieldIndex(QStringLiteral("客户编号"))));
@@ -112,7 +111,41 @@ void copyClients(Session& session, const SumsByClient& sums, const Progress& pro
             errors.run([&] { totals = totalsOfClient(sums, numbers.pool.text(code)); });
         counts = totals.has_value();
         copy.add(clients.image().rowid(Row(row)), totals);
+        copied.push_back(Row(row));
     });
+    return copied;
+}
+
+/// What is in memory of the rows need not be read back from their copy.
+void takeColumns(const RecordsetPtr& copy, const Recordset& source, const std::vector<Row>& rows,
+                 const QStringList& but = {}) {
+    if (copy->isOpen())
+        copy->image().takeColumns(source.image(), rows, but);
+}
+
+void copyClientsOf(Session& session, const RecordsetPtr& lines, const Progress& progress,
+                   IgnoringErrors& errors) {
+    Recordset clients(session.cn);
+    std::vector<Row> rows;
+    copyOf(errors, session, kClients, [&] {
+        clients.Open(QStringLiteral("Select * From clientTable"));
+        rows = copyClients(session, clients, SumsByClient(lines), progress, errors);
+    });
+    QStringList totals;
+    for (const char16_t* total : kTotalColumns)
+        totals << QString::fromUtf16(total);
+    if (clients.isOpen())
+        takeColumns(session.clientTable2, clients, rows, totals);
+}
+
+void copyLines(Session& session, const Recordset& lines, const Progress& progress, IgnoringErrors& errors) {
+    copyOf(errors, session, kLines, [&] {
+        const RowsOfTable rows = rowsOfTable(lines);
+        fillTableFrom(session.cn, QStringLiteral("buyList2"), rows.source, rows.rowids, progress);
+    });
+    std::vector<Row> rows;
+    lines.eachRow([&](RowId row) { rows.push_back(Row(row)); });
+    takeColumns(session.buyList2, lines, rows);
 }
 
 /// The lines of a period, read through their columns; null where the condition cannot be.
@@ -144,12 +177,8 @@ void buildPeriodCopies(Session& session, const QString& condition, PeriodCopies 
                        const Progress& progress) {
     IgnoringErrors errors;
     if (const RecordsetPtr lines = linesOf(session, condition, errors)) {
-        copyOf(errors, session, kClients,
-               [&] { copyClients(session, SumsByClient(lines), progress, errors); });
-        copyOf(errors, session, kLines, [&] {
-            const RowsOfTable rows = rowsOfTable(*lines);
-            fillTableFrom(session.cn, QStringLiteral("buyList2"), rows.source, rows.rowids, progress);
-        });
+        copyClientsOf(session, lines, progress, errors);
+        copyLines(session, *lines, progress, errors);
     } else {
         for (const WorkCopy* copy : {&kClients, &kLines})
             rebuildWorkTable(session, session.*copy->cursor, QString::fromUtf16(copy->table), {}, errors);

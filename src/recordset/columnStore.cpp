@@ -14,6 +14,15 @@ void spreadCells(std::vector<T>& cells, const std::vector<T>& from, const std::v
         cells[slots[i]] = from[i];
 }
 
+/// Nothing where this is not the vector of the column's type.
+template <typename T>
+void gatherCells(std::vector<T>& cells, const std::vector<T>& from, const std::vector<Row>& rows) {
+    if (from.empty())
+        return;
+    for (const Row row : rows)
+        cells.push_back(from[row]);
+}
+
 constexpr double kNullNumber = std::numeric_limits<double>::quiet_NaN();
 
 template <typename T> std::size_t bytes(const std::vector<T>& cells) {
@@ -214,5 +223,25 @@ ColumnStore ColumnStore::spread(const std::vector<Row>& slots, std::size_t rows)
     spreadCells(result.numbers, numbers, slots);
     spreadCells(result.integers, integers, slots);
     spreadCells(result.moments, moments, slots);
+    return result;
+}
+
+ColumnStore ColumnStore::gathered(const std::vector<Row>& rows) const {
+    ColumnStore result;
+    result.info = info;
+    result.loaded = loaded;
+    result.reserve(rows.size() + kRoom);
+    gatherCells(result.numbers, numbers, rows);
+    gatherCells(result.integers, integers, rows);
+    gatherCells(result.moments, moments, rows);
+    gatherCells(result.codes, codes, rows);
+    std::vector<TextPool::Code> codeOf(pool.last() + 1, TextPool::Null);
+    for (TextPool::Code& code : result.codes) {
+        if (code == TextPool::Null)
+            continue;
+        if (codeOf[code] == TextPool::Null)
+            codeOf[code] = result.pool.intern(pool.text(code));
+        code = codeOf[code];
+    }
     return result;
 }

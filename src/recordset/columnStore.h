@@ -53,6 +53,8 @@ struct ColumnStore {
     /// These cells, the texts under the same codes, at `slots` (one a cell) of a column of so many rows; Null
     /// elsewhere.
     ColumnStore spread(const std::vector<Row>& slots, std::size_t rows) const;
+    /// A column of its own with the cells of these rows, in this order.
+    ColumnStore gathered(const std::vector<Row>& rows) const;
 };
 
 /// Keys whose unsigned order is the order of the values; 0 is left to Null.

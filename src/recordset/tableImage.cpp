@@ -115,6 +115,21 @@ void TableImage::fillColumn(ColumnStore& column, const ColumnStore& loaded,
     column = loaded.spread(slots, m_rowids.size());
 }
 
+void TableImage::takeColumns(const TableImage& source, const std::vector<Row>& rows,
+                             const QStringList& but) const {
+    if (rows.size() != m_rowids.size() || m_dropped)
+        return;
+    for (ColumnStore& column : m_columns) {
+        const int from = source.columnIndex(column.info.name);
+        if (column.loaded || from < 0 || !source.isLoaded(from) ||
+            source.info(from).type != column.info.type || but.contains(column.info.name))
+            continue;
+        const ColumnInfo info = column.info;
+        column = source.column(from).gathered(rows);
+        column.info = info;
+    }
+}
+
 void TableImage::loadAllColumns() const {
     std::vector<int> all;
     for (int i = 0; i < columnCount(); ++i)

@@ -64,6 +64,9 @@ public:
     /// Reads those of these columns that are not in memory yet, in one scan.
     void load(const std::vector<int>& columns) const;
     void loadAllColumns() const;
+    /// Takes columns that are in memory in `source` over from there, by their names, in place of reading
+    /// them; those named in `but` apart. In: row k of this table is a copy of rows[k] of the source.
+    void takeColumns(const TableImage& source, const std::vector<Row>& rows, const QStringList& but) const;
 
     const QString& table() const { return m_table; }
     bool isPicture() const { return m_connection == nullptr; }

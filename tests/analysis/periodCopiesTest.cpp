@@ -208,4 +208,51 @@ TEST_F(PeriodCopiesTest, TheOlderDialogFiltersTheShownCursorAndKeepsItsFirstAndL
     EXPECT_EQ(session().periodDate1, u"x") << "kept for customers, lines and products only";
 }
 
+/// Every cell of a table as the cursor over it has it, rows parted by ";".
+QString cellsOf(const Recordset& cursor) {
+    QString cells;
+    for (int row = 0; row < cursor.RecordCount(); ++row) {
+        for (int field = 0; field < cursor.fieldCount(); ++field)
+            cells += fieldText(cursor.valueAt(row, field)) + u'|';
+        cells += u';';
+    }
+    return cells;
+}
+
+TEST_F(PeriodCopiesTest, WhatIsInMemoryOfTheRowsIsTheCopysTooAndIsWhatItsFileHolds) {
+    books.changeBehind("UPDATE buyList SET 品名 = NULL, 折扣 = '' WHERE 订单号 = '3'");
+    session().open_rs();
+    session().buyList->setFilter("订单号 = '5'");
+    session().buyList->Delete();
+    session().buyList->clearFilter();
+    session().buyList->MoveFirst();
+    session().buyList->Fields("品名").setValue(QStringLiteral("未保存"));
+    session().buyList->setSort("实付 desc");
+    session().buyList->image().loadAllColumns();
+    session().clientTable->image().loadAllColumns();
+    build("日期 >= #2004-01-01# And 日期 <= #2004-12-31#");
+    for (const RecordsetPtr& copy : {session().buyList2, session().clientTable2}) {
+        SCOPED_TRACE(copy->image().table().toStdString());
+        EXPECT_TRUE(copy->image().isLoaded(copy->image().columnIndex("客户编号")));
+        const QString inMemory = cellsOf(*copy);
+        Session fresh(books.path());
+        Recordset stored(fresh.cn);
+        stored.Open("Select * From " + copy->image().table());
+        EXPECT_EQ(inMemory, cellsOf(stored));
+        EXPECT_GT(stored.RecordCount(), 1);
+    }
+}
+
+TEST_F(PeriodCopiesTest, ACopysTextsAreItsOwn) {
+    session().buyList->image().loadAllColumns();
+    build("日期 >= #2004-01-01# And 日期 <= #2004-12-31#");
+    session().buyList2->MoveFirst();
+    session().buyList2->Fields("品名").setValue(QStringLiteral("只在这里"));
+    session().buyList2->Update();
+    session().buyList2->setFilter("品名 = '只在这里'");
+    EXPECT_EQ(session().buyList2->RecordCount(), 1);
+    session().buyList->setFilter("品名 = '只在这里'");
+    EXPECT_EQ(session().buyList->RecordCount(), 0);
+}
+
 } // namespace
