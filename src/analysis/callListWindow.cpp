@@ -37,6 +37,7 @@ CallListWindow::CallListWindow(const CallKind& kind, ViewHost& host, Prompts& pr
     column->addLayout(head);
     column->addWidget(m_pane->grid, 1);
     column->addLayout(bottom);
+    tabThrough(m_choice + QWidgetList{m_pane->grid});
     resize(980, 560);
     list();
 }
@@ -54,6 +55,7 @@ QLayout* CallListWindow::buildChoice() {
             list();
         });
         row->addWidget(choice);
+        m_choice << choice;
     }
     row->addStretch(1);
     return row;

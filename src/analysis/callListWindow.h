@@ -26,6 +26,7 @@ private:
     const CallKind& m_kind;
     ViewHost& m_host;
     int m_days; // of the choice
+    QWidgetList m_choice;
     QLabel* m_head = nullptr;
     QLabel* m_scope = nullptr;
     RecordPane* m_pane;

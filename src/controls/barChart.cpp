@@ -251,6 +251,7 @@ void BarChart::choose(int bar) {
     showMark(bar);
     // A screen reader says a new name of what has the focus.
     setAccessibleName(bar < 0 ? m_words.title : m_words.title + QStringLiteral("，") + textOf(m_bars[bar]));
+    viewport()->setAccessibleName(accessibleName()); // a screen reader meets it by itself
 }
 
 void BarChart::hover(int bar) {

@@ -14,6 +14,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QRegularExpression>
+#include <QTimer>
 
 #include <algorithm>
 namespace {
@@ -155,6 +156,36 @@ void DataGrid::currentChanged(const QModelIndex& current, const QModelIndex& pre
         return;
     if (!m_pressing && !m_chosenByEnter)
         Q_EMIT rowChosen();
+}
+
+void DataGrid::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    // Not the table's own way: with a screen reader on it makes an index of every cell that was selected, of
+    // all rows at once, to tell of the first one. NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    QAbstractItemView::selectionChanged(selected, deselected);
+    for (const auto& [type, cells] :
+         {std::pair(QAccessible::SelectionAdd, &selected), {QAccessible::SelectionRemove, &deselected}})
+        if (!cells->isEmpty())
+            tellReader(type, cells->first().topLeft());
+}
+
+void DataGrid::focusInEvent(QFocusEvent* event) {
+    QTableView::focusInEvent(event);
+    // Behind the table itself, which is told of when this event has ended.
+    QTimer::singleShot(0, this, [this] {
+        if (hasFocus())
+            tellReader(QAccessible::Focus, currentIndex());
+    });
+}
+
+/// Tells a screen reader, where one is on, of a cell.
+void DataGrid::tellReader(QAccessible::Event type, const QModelIndex& cell) {
+    QAccessibleInterface* table =
+        QAccessible::isActive() && cell.isValid() ? QAccessible::queryAccessibleInterface(this) : nullptr;
+    if (!table || !table->tableInterface())
+        return;
+    QAccessibleEvent event(this, type);
+    event.setChild(table->indexOfChild(table->tableInterface()->cellAt(cell.row(), cell.column())));
+    QAccessible::updateAccessibility(&event);
 }
 
 void DataGrid::mousePressEvent(QMouseEvent* event) {

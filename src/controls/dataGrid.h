@@ -4,6 +4,7 @@
 #include "controls/recordsetModel.h"
 #include "export/exportTable.h"
 
+#include <QAccessible>
 #include <QPointer>
 #include <QStringList>
 #include <QTableView>
@@ -82,6 +83,8 @@ Q_SIGNALS:
 
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+    void focusInEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -99,6 +102,7 @@ private:
     void exportRows(const ExportKind& kind);
     void askSort(int column);
     void showSort();
+    void tellReader(QAccessible::Event type, const QModelIndex& cell);
 
     Prompts& m_prompts;
     RecordsetModel* m_model;

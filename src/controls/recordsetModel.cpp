@@ -94,6 +94,14 @@ bool RecordsetModel::isPending(const QModelIndex& index) const {
            edits.find(m_recordset->rowAt(index.row()), m_recordset->imageColumn(index.column()));
 }
 
+/// What a screen reader says of a cell: the caption of its column, what it shows, and whether that is saved.
+QString RecordsetModel::spokenCell(const QModelIndex& index) const {
+    const QString text = shownCell(index.row(), index.column());
+    const QString spoken =
+        m_recordset->fieldInfo(index.column()).name + u'：' + (text.isEmpty() ? QStringLiteral("空") : text);
+    return m_editable && isPending(index) ? spoken + QStringLiteral("，没有保存") : spoken;
+}
+
 QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= m_rows || index.column() >= m_columns)
         return {};
@@ -101,6 +109,10 @@ QVariant RecordsetModel::data(const QModelIndex& index, int role) const {
         return shownCell(index.row(), index.column());
     if (role == Qt::EditRole)
         return fieldText(cellValue(index.row(), index.column()));
+    if (role == Qt::AccessibleTextRole)
+        return spokenCell(index);
+    if (role == Qt::AccessibleDescriptionRole)
+        return QStringLiteral("第 %1 行，共 %2 行").arg(index.row() + 1).arg(m_rows);
     if (role == Qt::BackgroundRole && m_editable)
         return isPending(index) ? QVariant(kPendingColour) : QVariant();
     if (role != Qt::TextAlignmentRole)

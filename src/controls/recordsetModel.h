@@ -59,6 +59,7 @@ private:
     /// Whether the cell holds what was typed into it and is not saved.
     bool isPending(const QModelIndex& index) const;
     QString shownCell(int row, int field) const;
+    QString spokenCell(const QModelIndex& index) const;
 
     RecordsetPtr m_recordset;
     mutable QTimer m_later; // until cells that could not be read are painted again

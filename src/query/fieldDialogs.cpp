@@ -45,6 +45,7 @@ QLayout* FieldDialog::buildList() {
 QLayout* FieldDialog::buildChoice(const QString& hint) {
     m_field = new QLineEdit(this);
     m_field->setObjectName(QStringLiteral("Text1"));
+    m_field->setAccessibleName(QStringLiteral("字段名"));
     m_field->setPlaceholderText(hint);
     m_field->setToolTip(hint);
     m_field->setMinimumWidth(220);
@@ -96,6 +97,7 @@ searchFm1::searchFm1(ViewHost& host, Prompts& prompts)
                   QStringLiteral("点击左边字段名表输入"), host, prompts) {
     m_value = new QLineEdit(this);
     m_value->setObjectName(QStringLiteral("Text2"));
+    m_value->setAccessibleName(QStringLiteral("查询内容"));
     m_value->setPlaceholderText(QStringLiteral("输入查询内容"));
     m_value->setToolTip(QStringLiteral("输入查询内容"));
     m_form->addRow(makeLabel(QStringLiteral("Label1"), QStringLiteral("查询输入："), this), m_value);

@@ -182,8 +182,8 @@ QWidget* ReportForm::buildMoves() {
         int command, right, down, row, column;
         const char16_t* caption;
     };
-    for (const Move& move : {Move{7, 0, -1, 0, 2, u"上移"}, Move{11, 0, 1, 2, 2, u"下移"},
-                             Move{5, -1, 0, 1, 1, u"左移"}, Move{6, 1, 0, 1, 3, u"右移"}})
+    for (const Move& move : {Move{7, 0, -1, 0, 2, u"上移"}, Move{5, -1, 0, 1, 1, u"左移"},
+                             Move{6, 1, 0, 1, 3, u"右移"}, Move{11, 0, 1, 2, 2, u"下移"}})
         grid->addWidget(addButton(QStringLiteral("Command%1").arg(move.command),
                                   QString::fromUtf16(move.caption),
                                   [this, move] { movePart(move.right, move.down); }),

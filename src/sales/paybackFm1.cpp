@@ -37,8 +37,8 @@ paybackFm1::paybackFm1(ViewHost& host, Prompts& prompts)
         return findChild<QPushButton*>(QString::fromLatin1(name));
     };
     tabThrough(QWidgetList{m_search, named("Command6"), m_orders->grid} + m_orders->moves->buttons() +
-               QWidgetList{m_lines->grid} + m_lines->moves->buttons() + m_boxes->widgets() +
-               QWidgetList{named("Command3"), named("Command4"), named("Command2")});
+               QWidgetList{named("Command2"), m_lines->grid} + m_lines->moves->buttons() +
+               m_boxes->widgets() + QWidgetList{m_bought, named("Command3"), named("Command4")});
     setSearchBox(m_search);
     connect(m_orders->grid, &DataGrid::rowChosen, this, &paybackFm1::chooseOrder);
     connect(m_lines->grid, &DataGrid::rowChosen, this, &paybackFm1::chooseLine);

@@ -50,6 +50,7 @@ DisplayView::DisplayView(const DisplayDescription& description, ViewHost& host, 
     column->addWidget(m_dates, 0, Qt::AlignLeft);
     column->addWidget(m_pane->grid, 1);
     column->addLayout(bottom);
+    tabThrough(m_dates->boxes() + QWidgetList{m_pane->grid} + m_pane->moves->buttons());
     m_pane->setEmptyPosition(QString::fromUtf16(description.emptyPosition));
     m_pane->onMove([this](int button) { move(button); });
     if (const ToolbarRow* row = toolbarRow(name()); row && row->serves(ViewOperation::data_whole_show))

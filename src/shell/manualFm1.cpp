@@ -96,6 +96,7 @@ QBoxLayout* manualFm1::buildSearch() {
     row->addWidget(m_found);
     row->addWidget(previous);
     row->addWidget(next);
+    tabThrough({back, m_word, previous, next});
     return row;
 }
 
