@@ -1,6 +1,7 @@
 #include "export/csvFile.h"
 #include "export/wholeBook.h"
 #include "export/xlsxFile.h"
+#include "support/commaLocale.h"
 #include "support/smallDisk.h"
 #include "support/workbook.h"
 
@@ -244,6 +245,22 @@ TEST_F(TableExport, CsvHasTheCaptionsFirstAndNoTitle) {
     table.head = {"时间"};
     ASSERT_EQ(writeCsv(path("a.csv"), table), ExportEnd::Whole);
     EXPECT_EQ(bytesOf(path("a.csv")), "\xEF\xBB\xBF品名,数量\r\n产品0,0\r\n");
+}
+
+TEST_F(TableExport, ACountryWhoseNumbersHaveACommaGetsTheSameFiles) {
+    ExportTable table = column({12.5, -0.1, moment(2004, 1, 5, 3723), text("1,5")});
+    table.columns.front().width = 12.5;
+    const auto bytes = [&](const QString& name) {
+        EXPECT_EQ(writeCsv(path("a.csv"), table), ExportEnd::Whole);
+        EXPECT_EQ(writeXlsx(path(), table), ExportEnd::Whole);
+        return bytesOf(path("a.csv")) + Workbook(path()).part(name);
+    };
+    const QString sheet = QStringLiteral("xl/worksheets/sheet1.xml");
+    const QByteArray plain = bytes(sheet);
+    EXPECT_TRUE(plain.contains("<v>12.5</v>"));
+    const CommaLocale comma;
+    ASSERT_TRUE(comma.isOn());
+    EXPECT_EQ(bytes(sheet), plain);
 }
 
 TEST_F(TableExport, ANumberKeptAsItsTextIsANumberAndAnyOtherTextStays) {
