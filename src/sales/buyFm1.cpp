@@ -24,6 +24,7 @@
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QScrollArea>
 #include <QStackedWidget>
 
 namespace {
@@ -70,9 +71,16 @@ void buyFm1::build() {
     m_basketPanel = new BasketPanel(m_prompts, m_frames);
     m_frames->addWidget(m_line);
     m_frames->addWidget(m_basketPanel);
+    // What a small screen has no room for is scrolled; the window never outgrows it.
+    auto* scroller = new QScrollArea(this);
+    scroller->setObjectName(QStringLiteral("lineScroller"));
+    scroller->setWidgetResizable(true);
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setFocusPolicy(Qt::NoFocus);
+    scroller->setWidget(m_frames);
     auto* body = new QHBoxLayout;
     body->addWidget(m_products, 6);
-    body->addWidget(m_frames, 5);
+    body->addWidget(scroller, 5);
     auto* column = new QVBoxLayout(this);
     column->addLayout(head);
     column->addLayout(body, 1);

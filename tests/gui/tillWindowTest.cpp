@@ -3,7 +3,10 @@
 #include "support/purchaseWindow.h"
 
 #include <QHeaderView>
+#include <QScrollArea>
 #include <QTableWidget>
+
+#include <QtTest/QTest>
 
 namespace {
 
@@ -65,10 +68,30 @@ TEST_F(TillWindow, StandsWhereTheMainWindowStood) {
     main->setGeometry(20, 40, 700, 500);
     QCoreApplication::processEvents();
     drive->click("Command7");
-    EXPECT_EQ(window("buyFm1")->geometry(), QRect(20, 40, 700, 500).united(window("buyFm1")->geometry()))
-        << "the same place, and as large at least";
-    EXPECT_EQ(window("buyFm1")->geometry().topLeft(), QPoint(20, 40));
+    EXPECT_EQ(window("buyFm1")->geometry(), QRect(20, 40, 700, 500));
     EXPECT_FALSE(window("buyFm1")->isMaximized());
+}
+
+/// A screen of 1920 by 1080 at 200 %.
+TEST_F(TillWindow, OnASmallScreenItIsScrolledAndNotLargerThanTheMainWindow) {
+    start();
+    main->showNormal();
+    main->setGeometry(0, 0, 960, 480);
+    drive->click("Command7");
+    buy = std::make_unique<Driver>(*window("buyFm1"));
+    QTRY_VERIFY(window("buyFm1")->isActiveWindow());
+    put(0, "2");
+    prompts.expectConfirm("购买总数量： 2\n总金额：10\n确认结算吗？", true);
+    buy->keyAtFocus(Qt::Key_F9);
+    EXPECT_EQ(buy->text("noticeText"), u"订单 1001 已结算：2 件，10") << "what is said takes room as well";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window("buyFm1")->size(), QSize(960, 480));
+    auto* scroller = buy->find<QScrollArea>("lineScroller");
+    auto* settle = buy->find<QWidget>("Command1");
+    scroller->ensureWidgetVisible(settle);
+    const QRect seen(scroller->viewport()->mapToGlobal(QPoint()), scroller->viewport()->size());
+    EXPECT_TRUE(seen.contains(QRect(settle->mapToGlobal(QPoint()), settle->size())));
+    EXPECT_TRUE(window("buyFm1")->frameGeometry().contains(seen));
 }
 
 TEST_F(TillWindow, PriceAndQuantityStandBesideTheName) {
