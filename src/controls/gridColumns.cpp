@@ -12,6 +12,7 @@ namespace {
 constexpr int kSampledRows = 60;
 constexpr int kWidestColumn = 260;
 constexpr int kRoomBesideText = 22;
+constexpr int kRoomForSortSign = 16; // beside a caption, which stands in the middle of its column
 
 } // namespace
 
@@ -74,7 +75,8 @@ void GridColumns::putInOrder() {
 
 int GridColumns::neededWidth(int column) const {
     const QFontMetrics metrics = m_grid.fontMetrics();
-    int width = metrics.horizontalAdvance(nameOf(column));
+    const int signs = m_grid.horizontalHeader()->isSortIndicatorShown() ? kRoomForSortSign : 0;
+    int width = metrics.horizontalAdvance(nameOf(column)) + signs;
     if (!m_grid.isColumnHidden(column))
         for (int row = 0; row < std::min(m_model.rowCount(), kSampledRows); ++row)
             width =

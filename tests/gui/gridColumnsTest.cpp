@@ -75,6 +75,24 @@ protected:
         order.clickItem("List1", field);
         order.click("Command1");
     }
+    /// A caption without the line at its right.
+    QImage captionPicture(const char* name) {
+        const int section = column(name);
+        return head().viewport()->grab().toImage().copy(head().sectionViewportPosition(section), 2,
+                                                        head().sectionSize(section) - 3, head().height() - 6);
+    }
+    /// The first and the last column of pixels that are not as they are to be.
+    template <typename Wanted> static std::pair<int, int> differing(const QImage& image, Wanted&& wanted) {
+        int first = image.width();
+        int last = -1;
+        for (int x = 0; x < image.width(); ++x)
+            for (int y = 0; y < image.height(); ++y)
+                if (image.pixel(x, y) != wanted(x, y)) {
+                    first = std::min(first, x);
+                    last = x;
+                }
+        return {first, last};
+    }
     void exportAs(const QString& entry, const QString& path) {
         prompts.saveName = path;
         chooseInMenuOf(*grid().viewport(), entry);
@@ -113,6 +131,22 @@ TEST_F(GridColumnsOf, TheSignFollowsWhoeverSortsAndGoesWithTheSort) {
     EXPECT_EQ(sign(), session().productTable->Sort());
     session().productTable->setSort({});
     EXPECT_EQ(sign(), u"");
+}
+
+TEST_F(GridColumnsOf, TheSignStandsBesideTheCaptionAndNotOverIt) {
+    stock();
+    for (const char* name : {"产品编号", "计量单位", "数量", "品名"}) {
+        head().setSortIndicator(-1, Qt::AscendingOrder);
+        const QImage plain = captionPicture(name);
+        head().setSortIndicator(column(name), Qt::AscendingOrder);
+        const QImage signedOne = captionPicture(name);
+        const auto [textLeft, textRight] = differing(plain, [&](int, int) { return plain.pixel(2, 2); });
+        const auto [signLeft, signRight] =
+            differing(signedOne, [&](int x, int y) { return plain.pixel(x, y); });
+        EXPECT_GT(textRight, textLeft) << name;
+        EXPECT_GT(signRight, signLeft) << name;
+        EXPECT_GT(signLeft, textRight) << name;
+    }
 }
 
 TEST_F(GridColumnsOf, ACaptionOfAFilteredViewSortsWhatTheFilterShows) {
