@@ -7,10 +7,12 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTableView>
+#include <QTextBrowser>
 
 #include <cmath>
 
@@ -70,16 +72,16 @@ double border(QWidget& window, QWidget& widget) {
 
 TEST(Contrast, TheBordersOfBoxesAndButtonsCanBeFound) {
     QWidget window;
-    std::vector<QWidget*> widgets{new QLineEdit(&window), new QPushButton("保存", &window),
-                                  new QComboBox(&window), new QSpinBox(&window),
-                                  new QCheckBox(&window), new QRadioButton(&window),
-                                  new QTableView(&window)};
+    std::vector<QWidget*> widgets{
+        new QLineEdit(&window),  new QPushButton("保存", &window), new QComboBox(&window),
+        new QSpinBox(&window),   new QCheckBox(&window),           new QRadioButton(&window),
+        new QTableView(&window), new QListWidget(&window),         new QTextBrowser(&window)};
     auto* group = new QGroupBox("客户资料", &window);
     widgets.push_back(group);
     int y = 10;
     for (QWidget* each : widgets) {
         each->setFocusPolicy(Qt::NoFocus); // a focused border has a colour of its own
-        const int height = qobject_cast<QTableView*>(each) || each == group ? 80 : 30;
+        const int height = qobject_cast<QAbstractScrollArea*>(each) || each == group ? 80 : 30;
         each->setGeometry(20, y, each->sizeHint().width() < 60 ? 20 : 160, height);
         y += height + 10;
     }
