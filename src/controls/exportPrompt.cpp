@@ -33,7 +33,9 @@ void askExport(QWidget* from, Prompts& prompts, const ExportKind& kind, const Ex
     const ExportEnd end = writeWithProgress(kind, *path, table);
     if (end == ExportEnd::Failed)
         prompts.tell(QStringLiteral("文件不能写入：%1").arg(*path));
-    else if (end == ExportEnd::Whole)
+    else if (end == ExportEnd::Stopped)
+        say(from, {QStringLiteral("导出停止了，没有写入：%1").arg(*path)});
+    else
         say(from, {QStringLiteral("已%1，%2 行：%3").arg(caption).arg(table.rows).arg(*path)});
 }
 

@@ -1,5 +1,6 @@
 #include "controls/barChart.h"
 #include "controls/dataGrid.h"
+#include "controls/exportPrompt.h"
 #include "data/ownFiles.h"
 #include "support/contextMenu.h"
 #include "support/pdfReader.h"
@@ -125,6 +126,19 @@ TEST_F(Exports, ALinkAsTargetStaysALinkToTheNewFile) {
         EXPECT_TRUE(QFileInfo(folder.filePath(QString::fromUtf8(what) + ".png")).isSymLink()) << what;
         EXPECT_NE(bytesOf(folder.filePath(QString::fromUtf8(what) + ".old")), "before") << what;
     }
+}
+
+TEST_F(Exports, AStoppedOneSaysThatNothingWasWritten) {
+    openAll();
+    const ExportKind stopped{
+        u"导出 CSV", u"csv", u"CSV (*.csv)",
+        [](const QString&, const ExportTable&, const ExportSteps&) { return ExportEnd::Stopped; }};
+    prompts.saveName = folder.filePath("a.csv");
+    askExport(grid, prompts, kCsvExport, grid->exportTable());
+    EXPECT_EQ(status(), "已导出 CSV，81 行：" + folder.filePath("a.csv"));
+    prompts.saveName = folder.filePath("b.csv");
+    askExport(grid, prompts, stopped, grid->exportTable());
+    EXPECT_EQ(status(), "导出停止了，没有写入：" + folder.filePath("b.csv"));
 }
 
 TEST_F(Exports, OnAFullDiskTheOldFileStaysAndNothingIsLeftBesideIt) {
