@@ -339,6 +339,27 @@ TEST_F(RegisterKeys, ASecondEnterBuysWhereOneCustomerIsFound) {
     EXPECT_EQ(session().currentClientNum, u"8");
 }
 
+TEST_F(RegisterKeys, AfterASaleTheNextCustomerIsTypedOverTheLastOne) {
+    start();
+    for (EnterGuard* guard : main->findChildren<EnterGuard*>())
+        guard->now = [this] { return time += 1000; };
+    write(main.get(), "7");
+    press(main.get(), Qt::Key_Return);
+    press(main.get(), Qt::Key_Return);
+    ASSERT_NE(window("buyFm1"), nullptr);
+    QTRY_VERIFY(window("buyFm1")->isActiveWindow());
+    press(Qt::Key_Escape);
+    ASSERT_EQ(window("buyFm1"), nullptr);
+    QTRY_VERIFY(main->isActiveWindow());
+    EXPECT_EQ(focused(), u"Text2");
+    EXPECT_EQ(drive->text("Text2"), u"7") << "his row stands there still";
+    write(main.get(), "8");
+    EXPECT_EQ(drive->text("Text2"), u"8");
+    press(main.get(), Qt::Key_Return);
+    EXPECT_EQ(drive->rows("DataGrid1"), 1);
+    EXPECT_EQ(drive->cell("DataGrid1", 0, "客户编号"), u"8");
+}
+
 TEST_F(RegisterKeys, AmongSeveralTheArrowsChooseAndF2Buys) {
     start();
     drive->type("Text2", "平");
