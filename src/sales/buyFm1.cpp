@@ -340,6 +340,8 @@ bool buyFm1::keepLine() {
     }
     if (m_lineChanged && !storeLine())
         return false;
+    if (m_lineChanged)
+        m_lineMode = BasketLine;
     m_leftOfLine.clear(); // the basket has it now
     showTotals();
     showBought();

@@ -86,7 +86,8 @@ void buyFm1::clearAll() {
 }
 
 void buyFm1::markLine() {
-    const bool ofBasket = m_lineMode == BasketLine && m_basket->hasRows() && m_basket->currentRow();
+    // Back from the basket its row is in the boxes, though no line is begun.
+    const bool ofBasket = m_lineMode != NewLine && m_basket->hasRows() && m_basket->currentRow();
     m_line->list->showLine(m_line->boxes->texts(),
                            ofBasket ? std::optional(m_basket->AbsolutePosition() - 1) : std::nullopt);
 }

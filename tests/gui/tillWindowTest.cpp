@@ -44,6 +44,32 @@ TEST_F(TillWindow, TheListHoldsTheBasketAndTheLineInTheMaking) {
     EXPECT_EQ(listed(0), u"打印纸 5 2 10") << "given up";
 }
 
+TEST_F(TillWindow, ALineThatIsKeptStandsThereOnceWhileItsMessageIsRead) {
+    open();
+    put(0, "2");
+    choose(1);
+    type(10, "1");
+    QStringList lines;
+    prompts.expectMessage("已记入购物表！");
+    prompts.whenShown([&] {
+        for (int row = 0; row < listedRows(); ++row)
+            lines << listed(row);
+    });
+    buy->click("Command2");
+    EXPECT_EQ(lines.join(u'/'), u"打印纸 5 2 10/[硒鼓 30 1 27]");
+}
+
+TEST_F(TillWindow, BackFromTheBasketItsRowIsMarkedInItsOwnPlace) {
+    open();
+    put(0, "2");
+    put(1, "1");
+    buy->click("Command9");
+    buy->click("Command11");
+    ASSERT_EQ(listedRows(), 2);
+    EXPECT_EQ(listed(0), u"打印纸 5 2 10");
+    EXPECT_EQ(listed(1), u"[硒鼓 30 1 27]");
+}
+
 TEST_F(TillWindow, TheListFollowsDeletionEmptyingAndSettlement) {
     open();
     put(0, "2");
