@@ -72,3 +72,10 @@ void BorderStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
         draw(option);
     }
 }
+
+int BorderStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                           QStyleHintReturn* returned) const {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+}

@@ -1,10 +1,12 @@
 // The program's own message boxes, answered by keys.
+#include "app/borderStyle.h"
 #include "controls/prompts.h"
 
 #include <QApplication>
 #include <QImage>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -66,6 +68,23 @@ TEST(PromptBox, WearsThePicturesOfTheProgramAndTheFrameOfADialog) {
     prompts.confirmLoss("确实要删除吗？", "订单 5002", "删除提示");
     EXPECT_NE(told, asked);
     EXPECT_NE(asked, warned);
+}
+
+/// A desktop that puts pictures on the buttons of dialogs.
+class DesktopStyle : public QProxyStyle {
+public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 1
+                   : QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+};
+
+TEST(PromptBox, NoPicturesOfADesktopStandOnItsButtons) {
+    BorderStyle style;
+    style.setBaseStyle(new DesktopStyle);
+    EXPECT_EQ(style.styleHint(QStyle::SH_DialogButtonBox_ButtonsHaveIcons), 0);
 }
 
 TEST(PromptBox, AMessageAboutABoxLeavesTheFocusInItWithItsTextSelected) {
