@@ -127,7 +127,7 @@ TEST_F(ImportWalls, TheHelpWindowSaysWhereTheSystemKnowsNoWalls) {
     drive->choose("help");
     EXPECT_EQ(window("manualFm1")->findChild<QLabel*>("warning") == nullptr, wallsState());
     window("manualFm1")->close();
-    const manualFm1 warned("", {}, "没有隔离");
+    const manualFm1 warned("", {}, "", "没有隔离");
     EXPECT_EQ(warned.findChild<QLabel*>("warning")->text(), u"没有隔离");
 }
 
