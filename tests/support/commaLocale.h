@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
+
 #include <clocale>
 #include <cstdlib>
 
@@ -21,7 +25,7 @@ public:
         , m_language(QLocale()) {
         make();
         qputenv("LOCPATH", QFile::encodeName(m_folder.path()));
-        m_on = setlocale(LC_NUMERIC, "comma") != nullptr;
+        turnOn();
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     }
     ~CommaLocale() {
@@ -35,6 +39,12 @@ public:
     bool isOn() const { return m_on && *localeconv()->decimal_point == ','; }
 
 private:
+    void turnOn() {
+#ifdef __SANITIZE_ADDRESS__
+        const __lsan::ScopedDisabler theLibraryKeepsThePathThatItMakes;
+#endif
+        m_on = setlocale(LC_NUMERIC, "comma") != nullptr;
+    }
     void write(const char* name, const QByteArray& bytes) {
         QFile file(m_folder.filePath(QString::fromLatin1(name)));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
