@@ -20,16 +20,13 @@
 class CommaLocale {
 public:
     CommaLocale()
-        : m_place(qgetenv("LOCPATH"))
-        , m_before(QByteArray(setlocale(LC_ALL, nullptr)))
+        : m_before(QByteArray(setlocale(LC_ALL, nullptr)))
         , m_language(QLocale()) {
         make();
-        qputenv("LOCPATH", QFile::encodeName(m_folder.path()));
         turnOn();
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     }
     ~CommaLocale() {
-        m_place.isNull() ? qunsetenv("LOCPATH") : qputenv("LOCPATH", m_place);
         setlocale(LC_ALL, m_before.constData());
         QLocale::setDefault(m_language);
     }
@@ -43,7 +40,10 @@ private:
 #ifdef __SANITIZE_ADDRESS__
         const __lsan::ScopedDisabler theLibraryKeepsThePathThatItMakes;
 #endif
+        const QByteArray before = qgetenv("LOCPATH");
+        qputenv("LOCPATH", QFile::encodeName(m_folder.path()));
         m_on = setlocale(LC_NUMERIC, "comma") != nullptr;
+        before.isNull() ? qunsetenv("LOCPATH") : qputenv("LOCPATH", before);
     }
     void write(const char* name, const QByteArray& bytes) {
         QFile file(m_folder.filePath(QString::fromLatin1(name)));
@@ -71,7 +71,6 @@ private:
     }
 
     QTemporaryDir m_folder;
-    QByteArray m_place;
     QByteArray m_before;
     QLocale m_language;
     bool m_on = false;
