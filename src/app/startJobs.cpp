@@ -117,10 +117,11 @@ void StartJobs::waitForCheck() {
 }
 
 void StartJobs::finish() {
-    waitForCheck();
     if (m_totals.isDone())
-        return;
+        return waitForCheck();
     const BusyCursor busy;
+    m_totals.lookAhead(); // beside the check
+    waitForCheck();
     m_totals.finish();
 }
 

@@ -61,15 +61,28 @@ int TotalsJob::step() {
     return 0;
 }
 
+void TotalsJob::lookAtAll() {
+    m_reading.reset();
+    if (!m_recount)
+        m_recount = totalsRecount(m_session);
+    m_recount->look(m_recount->clientCount());
+}
+
+void TotalsJob::lookAhead() {
+    if (m_done || m_writing)
+        return;
+    try {
+        lookAtAll();
+    } catch (const std::exception&) { // told by whoever finishes
+    }
+}
+
 void TotalsJob::finish() {
     if (m_done || m_writing)
         return;
-    m_reading.reset();
     try {
         orGiveUp([this] {
-            if (!m_recount)
-                m_recount = totalsRecount(m_session);
-            m_recount->look(m_recount->clientCount());
+            lookAtAll();
             write();
         });
     } catch (const ActionEnded& ended) {

@@ -27,11 +27,14 @@ public:
 
     /// In: the books are open. Nothing is left to do where it is finished already.
     void start();
+    /// Looks at once at all that is left, and writes nothing. What goes wrong is met again by finish().
+    void lookAhead();
     /// Does at once what is left of it. Throws DatabaseLost where nobody knows what is in the file.
     void finish();
     bool isDone() const { return m_done; }
 
 private:
+    void lookAtAll();
     void goOn();
     int step();
     void later(int milliseconds);
