@@ -162,6 +162,6 @@ private:
 
 } // namespace
 
-QObject* StoryPlugin::create(const QString& /*key*/, const QString& /*specification*/) {
+QObject* StoryPlugin::create(const QString& /*key*/, const QString& /*options*/) {
     return new Story(qEnvironmentVariable("SHOP_STORY"), this);
 }
